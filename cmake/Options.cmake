@@ -1,0 +1,22 @@
+# What every target of the project is compiled with.
+add_library(marrowbeck_options INTERFACE)
+target_include_directories(marrowbeck_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_features(marrowbeck_options INTERFACE cxx_std_20)
+target_compile_options(
+  marrowbeck_options
+  INTERFACE -Wall
+            -Wextra
+            -Wpedantic
+            -Wshadow
+            -Wconversion
+            -Wsign-conversion
+            -Wnon-virtual-dtor
+            -Woverloaded-virtual
+            -Werror)
+
+option(MARROWBECK_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+if(MARROWBECK_SANITIZE)
+  target_compile_options(marrowbeck_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
+                                                      -fno-omit-frame-pointer)
+  target_link_options(marrowbeck_options INTERFACE -fsanitize=address,undefined)
+endif()
