@@ -1,0 +1,20 @@
+#include "framework/core/Exceptions.h"
+
+#include <utility>
+
+#include "framework/core/Ref.h"
+
+namespace framework {
+
+RuntimeException::RuntimeException(String message, int errorNumber)
+    : message_(std::move(message)), errorNumber_(errorNumber) {}
+
+const char* RuntimeException::what() const noexcept {
+    return message_.CString();
+}
+
+void RaiseNilObject() {
+    throw NilObjectException();
+}
+
+}  // namespace framework
