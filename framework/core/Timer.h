@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+
+#include "framework/core/Event.h"
+#include "framework/core/Object.h"
+
+namespace framework {
+
+/// Raises its event after a time, once or again and again, on the main thread.
+class Timer : public Object {
+  public:
+    enum : int { ModeOff = 0, ModeSingle = 1, ModeMultiple = 2 };
+
+    Timer();
+    ~Timer() override;
+
+    Event<void(Timer& sender)> OnAction;
+
+    /// Off, once, or repeatedly. Setting it to anything but off starts the period anew; after a single firing it is
+    /// off.
+    int Mode() const;
+    void Mode(int mode);
+
+    /// The time until it fires, in milliseconds, at least 1. A waiting timer starts its period anew.
+    int Period() const;
+    void Period(int milliseconds);
+
+  private:
+    class Clock;
+    std::unique_ptr<Clock> clock_;
+    int mode_ = ModeOff;
+    int period_ = 1000;
+};
+
+}  // namespace framework

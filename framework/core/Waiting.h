@@ -1,0 +1,39 @@
+#pragma once
+
+#include <functional>
+
+namespace framework {
+
+class Thread;
+
+/// The yield at the end of every pass of every loop. Nearly free: looks at the clock, and lets others run only when
+/// this thread's share of time is spent. On a thread that is being killed it does not return.
+void LoopYield();
+
+/// Waits until `descriptor` can be read from (or its other end was closed), at most `milliseconds`; below 0 means for
+/// ever. A thread parks meanwhile; the main thread plainly blocks. False when the time ran out.
+bool WaitReadable(int descriptor, int milliseconds = -1);
+
+/// Runs `work` on the main thread's own stack and returns when it is done: for what needs much stack or runs a loop of
+/// events. On the main thread this is a plain call. An exception of `work` reaches the caller.
+void RunOnMainStack(const std::function<void()>& work);
+
+/// Something that one side waits for and another brings about later, such as the closing of a dialog.
+class Completion {
+  public:
+    Completion() = default;
+    Completion(const Completion&) = delete;
+    Completion& operator=(const Completion&) = delete;
+
+    bool IsComplete() const { return complete_; }
+    void Complete();
+    /// Returns once Complete was called. A thread parks; the main thread serves events meanwhile.
+    void Wait();
+
+  private:
+    bool complete_ = false;
+    Thread* parked_ = nullptr;
+    void* loop_ = nullptr;
+};
+
+}  // namespace framework
