@@ -1,0 +1,28 @@
+#pragma once
+
+// Between the framework's values and the toolkit's; for the sources of this folder and for tests of it.
+
+#include <QColor>
+#include <QString>
+
+#include "framework/core/Color.h"
+#include "framework/core/String.h"
+
+namespace framework::native {
+
+/// A text for the screen; bytes that are no valid text show as replacement characters.
+inline QString ToQt(const String& text) {
+    const std::string_view bytes = text.Bytes();
+    return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+}
+
+inline String FromQt(const QString& text) {
+    const QByteArray bytes = text.toUtf8();
+    return String(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+}
+
+inline QColor ToQt(Color color) {
+    return QColor(color.Red, color.Green, color.Blue);
+}
+
+}  // namespace framework::native

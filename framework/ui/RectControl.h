@@ -1,0 +1,87 @@
+#pragma once
+
+#include <memory>
+
+#include "framework/core/Object.h"
+#include "framework/core/Ref.h"
+#include "framework/core/String.h"
+
+class QWidget;
+
+namespace framework {
+
+/// The edges of a window that a control's own edges follow when the window is resized. With both edges of a direction
+/// locked, the control grows with the window.
+struct Locks {
+    bool Left = true;
+    bool Top = true;
+    bool Right = false;
+    bool Bottom = false;
+
+    constexpr bool operator==(const Locks&) const = default;
+};
+
+/// Base of every control that shows itself. Places are in pixels from the top left corner of the window's content.
+/// Main thread or a background thread at its turn; never from another process thread.
+class RectControl : public Object {
+  public:
+    ~RectControl() override;
+
+    /// The name by which the program and the toolkit's tools know the control.
+    String Name() const;
+    void Name(const String& name);
+    /// The place in a control array; kAlone for a control that belongs to none.
+    static constexpr int kAlone = -2147483647 - 1;
+    int Index() const { return index_; }
+    void Index(int index) { index_ = index; }
+
+    bool Enabled() const;
+    void Enabled(bool enabled);
+    /// Whether the control itself is to be seen, whether its window is on show or not.
+    bool Visible() const;
+    void Visible(bool visible);
+    /// Paints the control anew, soon.
+    void Refresh(bool eraseBackground = true);
+
+    int Left() const;
+    void Left(int left);
+    int Top() const;
+    void Top(int top);
+    int Width() const;
+    void Width(int width);
+    int Height() const;
+    void Height(int height);
+    /// Sets all four at once.
+    void Place(int left, int top, int width, int height);
+
+    const Locks& GetLocks() const { return locks_; }
+    void SetLocks(const Locks& locks) { locks_ = locks; }
+
+    /// The text shown when the pointer rests on the control.
+    String HelpTag() const;
+    void HelpTag(const String& text);
+
+    /// What a screen reader calls the control; without one, its own text or name serves.
+    String AccessibleName() const;
+    void AccessibleName(const String& name);
+
+    /// Position in the order in which the Tab key visits the controls of the window.
+    int TabIndex() const { return tabIndex_; }
+    void TabIndex(int tabIndex) { tabIndex_ = tabIndex; }
+
+    /// The toolkit's widget, null once the window destroyed it. For the framework alone.
+    QWidget* Native() const;
+
+  protected:
+    /// Takes over `widget`, which has no parent yet.
+    explicit RectControl(QWidget* widget);
+
+  private:
+    class Handle;
+    std::unique_ptr<Handle> handle_;
+    Locks locks_;
+    int index_ = kAlone;
+    int tabIndex_ = 0;
+};
+
+}  // namespace framework
