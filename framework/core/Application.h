@@ -3,6 +3,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "framework/core/Exceptions.h"
 #include "framework/core/Object.h"
@@ -12,6 +13,17 @@
 namespace framework {
 
 class FolderItem;
+
+namespace internal {
+
+/// What the layer of windows does first when the application quits.
+void SetQuitPreparation(std::function<void()> closeWindows);
+/// Raises the application's Open event through the door.
+void RaiseOpen();
+/// Hands an item to the application's OpenDocument event; until RaiseOpen is over the item waits.
+void RaiseOpenDocument(Ref<FolderItem> item);
+
+}  // namespace internal
 
 /// Base of the one application object. Its events are called by the framework, on the main thread.
 class Application : public Object {
@@ -55,6 +67,17 @@ class Application : public Object {
     bool RunMenuHandler(const String& name);
 
   private:
+    friend void Quit(int code);
+    friend void internal::RaiseOpen();
+    friend void internal::RaiseOpenDocument(Ref<FolderItem> item);
+
+    void open();
+    void openDocument(const Ref<FolderItem>& item);
+    void quit(int code);
+
+    bool opened_ = false;
+    bool quitting_ = false;
+    std::vector<Ref<FolderItem>> waitingDocuments_;
     int major_ = 0;
     int minor_ = 0;
     int bug_ = 0;
@@ -66,14 +89,4 @@ class Application : public Object {
 /// and the process leaves with `code`. Only the first call counts.
 void Quit(int code = 0);
 
-namespace internal {
-
-/// What the layer of windows does first when the application quits.
-void SetQuitPreparation(std::function<void()> closeWindows);
-/// Raises the application's Open event through the door.
-void RaiseOpen();
-/// Hands an item to the application's OpenDocument event; before RaiseOpen it waits until that is over.
-void RaiseOpenDocument(Ref<FolderItem> item);
-
-}  // namespace internal
 }  // namespace framework

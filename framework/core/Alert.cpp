@@ -1,0 +1,26 @@
+#include "framework/core/Alert.h"
+
+#include <cstdio>
+#include <utility>
+
+namespace framework {
+namespace {
+
+std::function<void(const String&)>& presenter() {
+    static std::function<void(const String&)> present = [](const String& text) {
+        std::fprintf(stderr, "%s\n", text.CString());
+    };
+    return present;
+}
+
+}  // namespace
+
+void MsgBox(const String& text) {
+    presenter()(text);
+}
+
+void internal::SetAlertPresenter(std::function<void(const String& text)> present) {
+    presenter() = std::move(present);
+}
+
+}  // namespace framework

@@ -1,0 +1,135 @@
+#include "framework/core/Application.h"
+
+#include <QCoreApplication>
+#include <utility>
+
+#include "framework/core/Alert.h"
+#include "framework/core/Dispatch.h"
+#include "framework/core/FolderItem.h"
+#include "framework/core/Scheduler.h"
+
+namespace framework {
+
+using internal::Scheduler;
+
+namespace {
+
+Application* theApplication = nullptr;
+
+std::function<void()>& quitPreparation() {
+    static std::function<void()> prepare;
+    return prepare;
+}
+
+std::string keyOf(const String& menuItemName) {
+    std::string key = menuItemName.ToStd();
+    for (char& byte : key) byte = static_cast<char>(byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte);
+    return key;
+}
+
+}  // namespace
+
+Application::Application() {
+    theApplication = this;
+}
+
+Application::~Application() {
+    if (theApplication == this) theApplication = nullptr;
+}
+
+Ref<Application> Application::Current() {
+    return Ref<Application>(theApplication);
+}
+
+void Application::Event_OpenDocument(Ref<FolderItem>) {}
+
+bool Application::Event_UnhandledException(RuntimeException&) {
+    return false;
+}
+
+void Application::DoEvents(int milliseconds) {
+    if (internal::OnThread()) {
+        Scheduler::Instance().YieldNow();
+    } else if (milliseconds > 0) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, milliseconds);
+    } else {
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
+    }
+}
+
+void Application::SetVersion(int major, int minor, int bug) {
+    major_ = major;
+    minor_ = minor;
+    bug_ = bug;
+}
+
+String Application::ShortVersion() const {
+    return String(std::to_string(major_) + "." + std::to_string(minor_) + "." + std::to_string(bug_));
+}
+
+void Application::_AddMenuHandler(const String& name, MenuHandler handler) {
+    menuHandlers_[keyOf(name)] = std::move(handler);
+}
+
+bool Application::HasMenuHandler(const String& name) const {
+    return menuHandlers_.contains(keyOf(name));
+}
+
+bool Application::RunMenuHandler(const String& name) {
+    const auto found = menuHandlers_.find(keyOf(name));
+    if (found == menuHandlers_.end()) return false;
+    // A command whose handler failed counts as handled: nobody else is to try it.
+    bool handled = true;
+    Dispatch([&] { handled = found->second(); });
+    return handled;
+}
+
+void Application::open() {
+    Dispatch([this] { Event_Open(); });
+    opened_ = true;
+    for (auto items = std::exchange(waitingDocuments_, {}); const Ref<FolderItem>& item : items) openDocument(item);
+}
+
+void Application::openDocument(const Ref<FolderItem>& item) {
+    if (opened_) {
+        Dispatch([&] { Event_OpenDocument(item); });
+    } else {
+        waitingDocuments_.push_back(item);
+    }
+}
+
+void Application::quit(int code) {
+    if (std::exchange(quitting_, true)) return;
+    if (quitPreparation()) quitPreparation()();
+    Dispatch([this] { Event_Close(); });
+    Scheduler::Instance().KillAll();
+    QCoreApplication::exit(code);
+}
+
+void Quit(int code) {
+    const Ref<Application> application = Application::Current();
+    if (!application) {
+        QCoreApplication::exit(code);
+    } else if (internal::OnThread()) {
+        Scheduler::Instance().Post([application, code] { application->quit(code); });
+    } else {
+        application->quit(code);
+    }
+}
+
+namespace internal {
+
+void SetQuitPreparation(std::function<void()> closeWindows) {
+    quitPreparation() = std::move(closeWindows);
+}
+
+void RaiseOpen() {
+    Application::Current()->open();
+}
+
+void RaiseOpenDocument(Ref<FolderItem> item) {
+    Application::Current()->openDocument(item);
+}
+
+}  // namespace internal
+}  // namespace framework

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace framework::internal {
+
+/// A process that was started for its output. It leads a process group of its own, dies with this program, reads
+/// nothing, and its standard error goes to ours when that is a terminal and nowhere otherwise. Ended with all its
+/// group when this object goes before it is over.
+class ChildProcess {
+  public:
+    /// Starts the program at `path`. Nothing is started when the system refuses or the file is no program that it can
+    /// run; errno tells why.
+    static std::optional<ChildProcess> Start(const std::string& path, const std::vector<std::string>& arguments,
+                                             const std::vector<std::string>& environment,
+                                             const std::string& workingFolder);
+
+    ChildProcess(ChildProcess&& other) noexcept;
+    ChildProcess(const ChildProcess&) = delete;
+    ChildProcess& operator=(const ChildProcess&) = delete;
+    ~ChildProcess();
+
+    /// All that it prints until it, and whoever shares its output, has closed it. Waits as WaitReadable does.
+    std::string ReadOutput();
+    /// Waits for its end and gives its exit status as a shell tells it: 128 plus the number for a signal.
+    int Wait();
+
+  private:
+    ChildProcess(pid_t process, int descriptor, int output);
+
+    void end() noexcept;
+
+    pid_t process_;
+    /// Readable once the process is over.
+    int descriptor_;
+    int output_;
+};
+
+}  // namespace framework::internal

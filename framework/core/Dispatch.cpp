@@ -1,0 +1,59 @@
+#include "framework/core/Dispatch.h"
+
+#include "framework/core/Alert.h"
+#include "framework/core/Application.h"
+#include "framework/core/Scheduler.h"
+
+namespace framework::internal {
+namespace {
+
+/// The exception behind `stray`, as one of ours. `foreign` is filled and given for one that is not.
+RuntimeException* asRuntimeException(const std::exception_ptr& stray, RuntimeException& foreign) {
+    try {
+        std::rethrow_exception(stray);
+    } catch (RuntimeException& error) {
+        return &error;
+    } catch (const std::exception& error) {
+        foreign = RuntimeException(error.what());
+    } catch (...) {
+        foreign = RuntimeException("An unknown exception was raised.");
+    }
+    return &foreign;
+}
+
+void report(RuntimeException& error) {
+    const Ref<Application> application = Application::Current();
+    if (application && application->Event_UnhandledException(error)) return;
+    String text = error.ClassName();
+    if (!error.Message().IsEmpty()) text += ": " + error.Message();
+    MsgBox("The program has to quit because of an error that it did not expect.\n\n" + text);
+    Quit(1);
+}
+
+}  // namespace
+
+// The exception itself is no longer in flight when its handler runs, so that the handler may wait and yield.
+void HandleStray(const std::exception_ptr& stray) noexcept {
+    RuntimeException foreign;
+    RuntimeException* error = asRuntimeException(stray, foreign);
+    try {
+        report(*error);
+    } catch (...) {
+        // A failure of the failure path, or a kill while the alert stood open: nothing is left to be told.
+        return;
+    }
+}
+
+bool OnThread() noexcept {
+    return Scheduler::Instance().Current() != nullptr;
+}
+
+NoYield::NoYield() noexcept {
+    Scheduler::Instance().NoYieldBegins();
+}
+
+NoYield::~NoYield() {
+    Scheduler::Instance().NoYieldEnds();
+}
+
+}  // namespace framework::internal

@@ -1,0 +1,109 @@
+#include "framework/core/Shell.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "framework/core/ChildProcess.h"
+#include "framework/core/CommandLine.h"
+#include "framework/core/Exceptions.h"
+
+extern char** environ;
+
+namespace framework {
+
+using internal::ChildProcess;
+
+namespace {
+
+std::string& toolsFolder() {
+    static std::string folder;
+    return folder;
+}
+
+/// An empty folder that lives as long as the process.
+class WorkingFolder {
+  public:
+    WorkingFolder() : path_(parent() + "/shell.XXXXXX") {
+        if (!mkdtemp(path_.data())) path_ = "/";
+    }
+    ~WorkingFolder() { rmdir(path_.c_str()); }
+    WorkingFolder(const WorkingFolder&) = delete;
+    WorkingFolder& operator=(const WorkingFolder&) = delete;
+
+    const std::string& Path() const { return path_; }
+
+  private:
+    static std::string parent() {
+        for (const char* name : {"XDG_RUNTIME_DIR", "TMPDIR"}) {
+            const char* folder = std::getenv(name);
+            if (folder && access(folder, W_OK) == 0) return folder;
+        }
+        return "/tmp";
+    }
+
+    std::string path_;
+};
+
+const std::string& workingFolder() {
+    static const WorkingFolder folder;
+    return folder.Path();
+}
+
+std::string searchPath() {
+    const char* inherited = std::getenv("PATH");
+    std::string path = toolsFolder();
+    if (!path.empty()) path += ':';
+    return path + (inherited ? inherited : "/usr/local/bin:/usr/bin:/bin");
+}
+
+std::vector<std::string> environmentWith(const std::string& path) {
+    constexpr std::string_view kPath = "PATH=";
+    std::vector<std::string> environment{std::string(kPath) + path};
+    for (char** entry = environ; *entry; ++entry) {
+        if (!std::string_view(*entry).starts_with(kPath)) environment.emplace_back(*entry);
+    }
+    return environment;
+}
+
+/// Starts the command of `line`: by itself when the line is nothing but words, which saves a process, and through the
+/// shell otherwise. The difference does not show.
+ChildProcess start(const std::string& line) {
+    const std::string path = searchPath();
+    const std::vector<std::string> environment = environmentWith(path);
+    if (const auto words = internal::PlainWords(line)) {
+        const std::string program = internal::FindProgram(words->front(), path);
+        if (!program.empty()) {
+            if (auto child = ChildProcess::Start(program, *words, environment, workingFolder())) {
+                return std::move(*child);
+            }
+        }
+    }
+    if (auto child = ChildProcess::Start("/bin/sh", {"sh", "-c", line}, environment, workingFolder())) {
+        return std::move(*child);
+    }
+    throw ShellNotAvailableException("No process could be started for a command.", errno);
+}
+
+}  // namespace
+
+void Shell::SetToolsFolder(const String& folder) {
+    toolsFolder() = folder.ToStd();
+}
+
+void Shell::Execute(const String& command) {
+    errorCode_ = 0;
+    result_ = String();
+    ChildProcess child = start(command.ToStd());
+    const std::string output = child.ReadOutput();
+    errorCode_ = child.Wait();
+    result_ = String(output, Encodings::UTF8);
+}
+
+}  // namespace framework

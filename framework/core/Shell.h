@@ -1,0 +1,31 @@
+#pragma once
+
+#include "framework/core/Object.h"
+#include "framework/core/String.h"
+
+namespace framework {
+
+/// Runs command lines as `/bin/sh -c` does, one after the other. The program's own tools come first on the search path;
+/// the working folder is an empty one, so that a pattern such as *image matches no file and stays as it is. A thread
+/// that executes a command parks until the command has ended, and ends it, with its children, when it is killed
+/// meanwhile; the main thread blocks.
+class Shell : public Object {
+  public:
+    /// Runs `command` to its end. Raises ShellNotAvailableException when no process can be started at all.
+    void Execute(const String& command);
+
+    /// The last command's exit status; 127 when a shell did not find it, 128 plus the signal that ended it. 0 before
+    /// the first one.
+    int ErrorCode() const { return errorCode_; }
+    /// All that the last command printed on its standard output, NUL bytes among it, labelled UTF-8.
+    const String& Result() const { return result_; }
+
+    /// The folder of the program's own tools, as bytes; empty for none. Set once at start.
+    static void SetToolsFolder(const String& folder);
+
+  private:
+    int errorCode_ = 0;
+    String result_;
+};
+
+}  // namespace framework
