@@ -1,0 +1,27 @@
+#include "framework/ui/ContextualClick.h"
+
+#include <utility>
+
+#include "framework/core/Dispatch.h"
+
+namespace framework {
+namespace {
+
+bool contextualClickAsked = false;
+
+}  // namespace
+
+bool IsContextualClick() {
+    return contextualClickAsked && !internal::OnThread();
+}
+
+namespace internal {
+
+ContextualClick::ContextualClick(bool asked) noexcept : outer_(std::exchange(contextualClickAsked, asked)) {}
+
+ContextualClick::~ContextualClick() {
+    contextualClickAsked = outer_;
+}
+
+}  // namespace internal
+}  // namespace framework
