@@ -2,8 +2,8 @@
 
 #include <fcntl.h>
 #include <signal.h>
-#include <sys/pidfd.h>
 #include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -99,7 +99,8 @@ std::optional<ChildProcess> ChildProcess::Start(const std::string& path, const s
         return std::nullopt;
     }
     fcntl(ends[0], F_SETFL, O_NONBLOCK);
-    return ChildProcess(process, pidfd_open(process, 0), ends[0]);
+    // The C library of Debian 12 declares no pidfd_open that C++ can link.
+    return ChildProcess(process, static_cast<int>(syscall(SYS_pidfd_open, process, 0)), ends[0]);
 }
 
 ChildProcess::ChildProcess(pid_t process, int descriptor, int output)

@@ -1,0 +1,322 @@
+#include <gtest/gtest.h>
+
+#include <QTimer>
+#include <array>
+#include <limits>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "framework/core/Alert.h"
+#include "framework/core/Application.h"
+#include "framework/core/Shell.h"
+#include "framework/core/StackCheck.h"
+#include "framework/core/Thread.h"
+#include "framework/core/Waiting.h"
+#include "tests/support/EventLoop.h"
+
+namespace framework {
+namespace {
+
+using marrowbeck::test::RunFor;
+using marrowbeck::test::RunUntil;
+
+/// An application that keeps what reaches it and answers as it is told.
+class WatchingApplication : public Application {
+  public:
+    bool Event_UnhandledException(RuntimeException& error) override {
+        seen.push_back(error.ClassName().ToStd());
+        return keepAlive;
+    }
+    void Event_Close() override { ++closed; }
+
+    std::vector<std::string> seen;
+    bool keepAlive = true;
+    int closed = 0;
+};
+
+Ref<Thread> threadThat(std::function<void()> work) {
+    auto thread = New<Thread>();
+    thread->OnRun = std::move(work);
+    return thread;
+}
+
+bool ended(const Ref<Thread>& thread) {
+    return thread->State() == Thread::NotRunning;
+}
+
+/// Sets a flag when it goes, as every destructor on a killed thread's way must.
+struct Witness {
+    bool& gone;
+    ~Witness() { gone = true; }
+};
+
+TEST(Thread, RunsOnlyOnceTheHandlerThatStartedItIsOver) {
+    int passes = 0;
+    const auto thread = threadThat([&] { passes = 1; });
+    thread->Run();
+    EXPECT_EQ(passes, 0);
+    EXPECT_NE(thread->State(), Thread::NotRunning);
+    EXPECT_TRUE(RunUntil([&] { return ended(thread); }));
+    EXPECT_EQ(passes, 1);
+}
+
+TEST(Thread, SharesTimeWithTheEventLoopAndOtherThreadsAtYieldsOnly) {
+    bool stop = false;
+    bool torn = false;
+    long first = 0;
+    long second = 0;
+    const auto counting = [&](long& mine) {
+        return [&stop, &torn, &mine] {
+            while (!stop) {
+                const long before = mine;
+                for (int i = 0; i < 1000; ++i) static_cast<void>(QElapsedTimer::isMonotonic());
+                torn = torn || mine != before;
+                ++mine;
+                LoopYield();
+            }
+        };
+    };
+    const auto a = threadThat(counting(first));
+    const auto b = threadThat(counting(second));
+    a->Run();
+    b->Run();
+    int ticks = 0;
+    QTimer timer;
+    timer.callOnTimeout([&] { ++ticks; });
+    timer.start(1);
+    RunFor(300);
+    stop = true;
+    ASSERT_TRUE(RunUntil([&] { return ended(a) && ended(b); }));
+    EXPECT_FALSE(torn);
+    EXPECT_GT(first, 0);
+    EXPECT_GT(second, 0);
+    EXPECT_GT(ticks, 5);
+}
+
+TEST(Thread, AYieldOfAHandlerOnTheMainThreadLetsThreadsRun) {
+    bool ran = false;
+    const auto thread = threadThat([&] { ran = true; });
+    thread->Run();
+    QElapsedTimer clock;
+    clock.start();
+    while (!ran && clock.elapsed() < 5000) LoopYield();
+    EXPECT_TRUE(ran);
+    EXPECT_TRUE(ended(thread));
+}
+
+TEST(Thread, KillEndsItAtItsYieldWithDestructorsRunAndItCanRunAgain) {
+    bool gone = false;
+    int starts = 0;
+    bool ranOn = false;
+    const auto thread = threadThat([&] {
+        ++starts;
+        if (starts == 2) return;
+        const Witness witness{gone};
+        while (true) LoopYield();
+        ranOn = true;
+    });
+    thread->Run();
+    thread->Run();
+    RunFor(30);
+    EXPECT_EQ(starts, 1);
+    thread->Kill();
+    EXPECT_TRUE(ended(thread));
+    EXPECT_TRUE(gone);
+    EXPECT_FALSE(ranOn);
+    thread->Run();
+    EXPECT_TRUE(RunUntil([&] { return ended(thread); }));
+    EXPECT_EQ(starts, 2);
+}
+
+TEST(Thread, KilledBeforeItsFirstShareItNeverRuns) {
+    bool ran = false;
+    const auto thread = threadThat([&] { ran = true; });
+    thread->Run();
+    thread->Kill();
+    EXPECT_TRUE(ended(thread));
+    RunFor(20);
+    EXPECT_FALSE(ran);
+}
+
+TEST(Thread, OneThreadMayKillAnotherAndItself) {
+    bool gone = false;
+    bool selfGone = false;
+    const auto victim = threadThat([&] {
+        const Witness witness{gone};
+        while (true) LoopYield();
+    });
+    Ref<Thread> killer;
+    killer = threadThat([&] {
+        const Witness witness{selfGone};
+        victim->Kill();
+        EXPECT_TRUE(ended(victim));
+        EXPECT_TRUE(gone);
+        killer->Kill();
+        ADD_FAILURE() << "a killed thread went on";
+    });
+    victim->Run();
+    RunFor(20);
+    killer->Run();
+    EXPECT_TRUE(RunUntil([&] { return ended(killer); }));
+    EXPECT_TRUE(selfGone);
+}
+
+TEST(Thread, AKillLetsBegunWorkBecomeWholeButWaitsForNoHangingCommand) {
+    int whole = 0;
+    const auto rows = threadThat([&] {
+        while (true) {
+            {
+                const Thread::FinishFirst row;
+                Shell shell;
+                shell.Execute("sleep 0.02");
+                whole += shell.ErrorCode() == 0 ? 1 : 1000;
+            }
+            LoopYield();
+        }
+    });
+    rows->Run();
+    RunUntil([&] { return rows->State() == Thread::Waiting; });
+    const int before = whole;
+    rows->Kill();
+    EXPECT_EQ(whole, before + 1);
+
+    const auto hanging = threadThat([&] {
+        const Thread::FinishFirst row;
+        Shell shell;
+        shell.Execute("sleep 100");
+    });
+    hanging->Run();
+    RunUntil([&] { return hanging->State() == Thread::Waiting; });
+    QElapsedTimer clock;
+    clock.start();
+    hanging->Kill();
+    EXPECT_TRUE(ended(hanging));
+    EXPECT_LT(clock.elapsed(), 2000);
+}
+
+TEST(Thread, ExceptionsInFlightOnOneStackDoNotReachAnother) {
+    int caught = 0;
+    const auto thrower = [&] {
+        for (int i = 0; i < 20; ++i) {
+            try {
+                throw std::runtime_error("mine");
+            } catch (const std::runtime_error& error) {
+                caught += std::string(error.what()) == "mine" ? 1 : 0;
+            }
+            Application::Current()->DoEvents(-1);
+        }
+    };
+    const auto application = New<WatchingApplication>();
+    const auto a = threadThat(thrower);
+    const auto b = threadThat(thrower);
+    a->Run();
+    b->Run();
+    // The main stack is inside a catch block of its own while the threads throw.
+    try {
+        throw std::logic_error("main");
+    } catch (const std::logic_error& error) {
+        EXPECT_TRUE(RunUntil([&] { return ended(a) && ended(b); }));
+        EXPECT_STREQ(error.what(), "main");
+    }
+    EXPECT_EQ(caught, 40);
+}
+
+TEST(Thread, WhatNothingCatchesReachesTheApplicationAndEndsTheThreadAlone) {
+    const auto application = New<WatchingApplication>();
+    bool gone = false;
+    const auto thread = threadThat([&] {
+        const Witness witness{gone};
+        const Ref<Thread> nothing;
+        nothing->Run();
+    });
+    thread->Run();
+    EXPECT_TRUE(RunUntil([&] { return ended(thread); }));
+    EXPECT_TRUE(gone);
+    Event<int()> answer;
+    answer = []() -> int { throw OutOfBoundsException(); };
+    EXPECT_EQ(answer.Raise(), 0);
+    answer = []() -> int { throw std::bad_alloc(); };
+    answer.Raise();
+    EXPECT_EQ(application->seen,
+              (std::vector<std::string>{"NilObjectException", "OutOfBoundsException", "RuntimeException"}));
+    EXPECT_EQ(application->closed, 0);
+}
+
+TEST(Thread, AnExceptionThatTheApplicationRefusesIsToldAndQuitsInOrder) {
+    const auto application = New<WatchingApplication>();
+    application->keepAlive = false;
+    std::string told;
+    internal::SetAlertPresenter([&](const String& text) { told = text.ToStd(); });
+    Dispatch([] { throw KeyNotFoundException("There is no such key."); });
+    internal::SetAlertPresenter([](const String&) {});
+    EXPECT_NE(told.find("KeyNotFoundException: There is no such key."), std::string::npos);
+    EXPECT_EQ(application->closed, 1);
+    Quit();
+    EXPECT_EQ(application->closed, 1) << "only the first quit counts";
+    // A new loop, so that the tests after this one find the toolkit as it was.
+    QTimer::singleShot(0, [] { QCoreApplication::quit(); });
+    QCoreApplication::exec();
+}
+
+// Recurses deeper than any stack; the room that is used after the call keeps the compiler from making a loop of it.
+int recurse(int depth) {
+    CheckStack();
+    std::array<volatile char, 512> room;
+    room[0] = static_cast<char>(depth);
+    return depth == std::numeric_limits<int>::max() ? 0 : recurse(depth + 1) + room[0];
+}
+
+TEST(Thread, EndlessRecursionEndsInAnExceptionOnEitherStack) {
+    const auto application = New<WatchingApplication>();
+    Dispatch([] { recurse(0); });
+    const auto thread = threadThat([] { recurse(0); });
+    thread->Run();
+    EXPECT_TRUE(RunUntil([&] { return ended(thread); }));
+    EXPECT_EQ(application->seen, (std::vector<std::string>{"StackOverflowException", "StackOverflowException"}));
+}
+
+TEST(Thread, WorkForTheMainStackIsDoneThereAndItsExceptionComesBack) {
+    bool onThread = true;
+    bool caught = false;
+    const auto thread = threadThat([&] {
+        RunOnMainStack([&] { onThread = internal::OnThread(); });
+        try {
+            RunOnMainStack([] { throw OutOfBoundsException(); });
+        } catch (const OutOfBoundsException&) {
+            caught = true;
+        }
+    });
+    thread->Run();
+    EXPECT_TRUE(RunUntil([&] { return ended(thread); }));
+    EXPECT_FALSE(onThread);
+    EXPECT_TRUE(caught);
+}
+
+TEST(Thread, ACompletionWakesItsWaiterAndAKilledWaiterIsGone) {
+    Completion answered;
+    Completion never;
+    bool past = false;
+    const auto thread = threadThat([&] {
+        answered.Wait();
+        past = true;
+        never.Wait();
+        ADD_FAILURE() << "nothing completed this";
+    });
+    thread->Run();
+    RunFor(20);
+    EXPECT_EQ(thread->State(), Thread::Waiting);
+    answered.Complete();
+    EXPECT_TRUE(RunUntil([&] { return past; }));
+    thread->Kill();
+    EXPECT_TRUE(ended(thread));
+    never.Complete();
+
+    Completion later;
+    QTimer::singleShot(10, [&] { later.Complete(); });
+    later.Wait();
+    EXPECT_TRUE(later.IsComplete());
+}
+
+}  // namespace
+}  // namespace framework
