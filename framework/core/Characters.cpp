@@ -7,7 +7,7 @@
 namespace framework {
 namespace {
 
-constexpr std::uint32_t kStrayByte = 0xDC00;
+constexpr std::uint32_t kReplacement = 0xFFFD;
 
 /// What bytes 0x80 to 0x9F mean in Windows code page 1252; the five unused ones keep their value.
 constexpr std::array<std::uint16_t, 32> kWindows1252 = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
@@ -84,6 +84,8 @@ void appendUtf16(std::string& bytes, std::uint32_t code) {
 }
 
 void appendUtf8(std::string& bytes, std::uint32_t code) {
+    // Half of a UTF-16 pair has no UTF-8 form.
+    if (isSurrogate(code)) code = kReplacement;
     const auto put = [&bytes](std::uint32_t value) { bytes.push_back(static_cast<char>(value)); };
     if (code < 0x80) {
         put(code);
@@ -164,6 +166,18 @@ void AppendCharacter(std::string& bytes, std::uint32_t code, TextEncoding encodi
 std::uint32_t FoldCase(std::uint32_t code) {
     return code < 0x80 ? static_cast<std::uint32_t>(FoldAscii(static_cast<char>(code)))
                        : static_cast<std::uint32_t>(QChar::toCaseFolded(static_cast<char32_t>(code)));
+}
+
+std::uint32_t LowerCase(std::uint32_t code) {
+    return static_cast<std::uint32_t>(QChar::toLower(static_cast<char32_t>(code)));
+}
+
+std::uint32_t UpperCase(std::uint32_t code) {
+    return static_cast<std::uint32_t>(QChar::toUpper(static_cast<char32_t>(code)));
+}
+
+bool IsSpace(std::uint32_t code) {
+    return QChar::isSpace(static_cast<char32_t>(code));
 }
 
 bool IsAscii(std::string_view bytes) {

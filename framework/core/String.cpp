@@ -20,9 +20,23 @@ struct String::Rep {
     std::size_t size = 0;
     std::size_t capacity = 0;
     std::size_t length = kUnknown;
+    // The character last asked for by index and where it begins.
+    std::uint32_t seenCharacter = 0;
+    std::uint32_t seenOffset = 0;
 
     char* bytes() noexcept { return reinterpret_cast<char*>(this + 1); }
     std::string_view view() noexcept { return {bytes(), size}; }
+
+    void forgetCounts() noexcept {
+        length = kUnknown;
+        seenCharacter = 0;
+        seenOffset = 0;
+    }
+    void see(std::size_t character, std::size_t offset) noexcept {
+        if (offset > std::numeric_limits<std::uint32_t>::max()) return;
+        seenCharacter = static_cast<std::uint32_t>(character);
+        seenOffset = static_cast<std::uint32_t>(offset);
+    }
 };
 
 String::Rep* String::make(std::size_t size, std::size_t capacity) {
@@ -102,11 +116,27 @@ std::size_t String::Length() const noexcept {
 std::size_t String::OffsetOf(std::size_t character) const noexcept {
     const std::string_view bytes = Bytes();
     if (IsSingleByte()) return std::min(character, bytes.size());
-    std::size_t offset = 0;
-    for (; character > 0 && offset < bytes.size(); --character) {
+    const bool goOn = character >= rep_->seenCharacter;
+    std::size_t at = goOn ? rep_->seenCharacter : 0;
+    std::size_t offset = goOn ? rep_->seenOffset : 0;
+    for (; at < character && offset < bytes.size(); ++at) {
         offset += ReadCharacter(bytes.substr(offset), rep_->encoding).size;
     }
+    rep_->see(at, offset);
     return offset;
+}
+
+std::size_t String::CharactersBefore(std::size_t offset) const noexcept {
+    const std::string_view bytes = Bytes();
+    if (IsSingleByte()) return std::min(offset, bytes.size());
+    const bool goOn = offset >= rep_->seenOffset;
+    std::size_t count = goOn ? rep_->seenCharacter : 0;
+    std::size_t at = goOn ? rep_->seenOffset : 0;
+    for (; at < offset && at < bytes.size(); ++count) {
+        at += ReadCharacter(bytes.substr(at), rep_->encoding).size;
+    }
+    rep_->see(count, at);
+    return count;
 }
 
 String String::Slice(std::size_t offset, std::size_t count) const {
@@ -121,13 +151,36 @@ String String::Labelled(TextEncoding encoding) const {
     return String(Bytes(), encoding);
 }
 
+String String::Converted(TextEncoding encoding) const {
+    const TextEncoding source = ComparedAs(Encoding());
+    if (encoding == Encodings::Undefined || encoding == source) return Labelled(encoding);
+    if (IsAscii() && encoding != Encodings::UTF16) return Labelled(encoding);
+    std::string converted;
+    converted.reserve(ByteCount());
+    for (std::string_view rest = Bytes(); !rest.empty();) {
+        const Character character = ReadCharacter(rest, source);
+        rest.remove_prefix(character.size);
+        AppendCharacter(converted, character.code, encoding);
+    }
+    return String(converted, encoding);
+}
+
 namespace {
 
 /// The label of two texts in one: that of the one that needs it, and none when they contradict each other.
 TextEncoding joinedEncoding(const String& left, const String& right) {
     if (left.IsEmpty() || left.Encoding() == right.Encoding()) return right.Encoding();
-    if (right.IsEmpty() || right.IsAscii()) return left.Encoding();
-    return left.IsAscii() ? right.Encoding() : Encodings::Undefined;
+    if (right.IsEmpty()) return left.Encoding();
+    // ASCII is the same bytes in all encodings but UTF-16, of which no text counts as ASCII.
+    if (right.IsAscii() && left.Encoding() != Encodings::UTF16) return left.Encoding();
+    if (left.IsAscii() && right.Encoding() != Encodings::UTF16) return right.Encoding();
+    return Encodings::Undefined;
+}
+
+/// Whether two texts can only be joined after bringing them to one encoding.
+bool needConversion(const String& left, const String& right) {
+    return left.Encoding() != Encodings::Undefined && right.Encoding() != Encodings::Undefined &&
+           joinedEncoding(left, right) == Encodings::Undefined;
 }
 
 }  // namespace
@@ -135,6 +188,7 @@ TextEncoding joinedEncoding(const String& left, const String& right) {
 String& String::operator+=(const String& other) {
     if (other.IsEmpty()) return *this;
     if (IsEmpty()) return *this = other;
+    if (needConversion(*this, other)) return *this = *this + other;
     const TextEncoding encoding = joinedEncoding(*this, other);
     const bool ascii = IsAscii() && other.IsAscii();
     const std::size_t added = other.ByteCount();
@@ -154,13 +208,14 @@ String& String::operator+=(const String& other) {
     rep_->bytes()[size] = '\0';
     rep_->encoding = encoding;
     rep_->ascii = ascii;
-    rep_->length = Rep::kUnknown;
+    rep_->forgetCounts();
     return *this;
 }
 
 String operator+(const String& left, const String& right) {
     if (left.IsEmpty()) return right;
     if (right.IsEmpty()) return left;
+    if (needConversion(left, right)) return left.Converted(Encodings::UTF8) + right.Converted(Encodings::UTF8);
     String joined;
     joined.rep_ = String::make(left.ByteCount() + right.ByteCount(), left.ByteCount() + right.ByteCount());
     std::memcpy(joined.rep_->bytes(), left.CString(), left.ByteCount());
@@ -172,15 +227,10 @@ String operator+(const String& left, const String& right) {
 
 namespace {
 
-/// Texts of no label are compared as the UTF-8 that they most likely are.
-TextEncoding comparedAs(const String& text) {
-    return text.Encoding() == Encodings::Undefined ? Encodings::UTF8 : text.Encoding();
-}
-
 /// Goes through the folded code points of a text.
 class FoldedCharacters {
   public:
-    explicit FoldedCharacters(const String& text) : bytes_(text.Bytes()), encoding_(comparedAs(text)) {}
+    explicit FoldedCharacters(const String& text) : bytes_(text.Bytes()), encoding_(ComparedAs(text.Encoding())) {}
 
     bool AtEnd() const { return bytes_.empty(); }
     std::uint32_t Next() {
@@ -211,6 +261,7 @@ bool operator==(const String& left, const String& right) noexcept {
     if (left.IsAscii() && right.IsAscii()) {
         return left.ByteCount() == right.ByteCount() && compareAscii(left.Bytes(), right.Bytes()) == 0;
     }
+    if (left.Encoding() == right.Encoding() && left.SameBytes(right)) return true;
     return (left <=> right) == 0;
 }
 

@@ -41,14 +41,22 @@ class String {
 
     /// The number of characters. Counted once, then remembered.
     std::size_t Length() const noexcept;
-    /// The offset in bytes of the character with the index `character`, from 0; the byte count when there is none.
+    /// The offset in bytes of the character with the index `character`, from 0; the byte count when there is none. Goes
+    /// on from the place last asked for, so that a walk through a text takes linear time in all encodings.
     std::size_t OffsetOf(std::size_t character) const noexcept;
+    /// The number of characters that begin before the byte at `offset`: the reverse of OffsetOf.
+    std::size_t CharactersBefore(std::size_t offset) const noexcept;
     /// The text of `count` bytes from `offset` on, cut to what there is, in the same encoding.
     String Slice(std::size_t offset, std::size_t count = std::string_view::npos) const;
     /// The same bytes under another label.
     String Labelled(TextEncoding encoding) const;
+    /// The same characters in another encoding. Bytes of no known encoding are read as UTF-8; what `encoding` cannot
+    /// hold becomes a question mark. To the undefined encoding only the label changes.
+    String Converted(TextEncoding encoding) const;
 
-    /// Appends in place when nobody else holds this text, so that building a long one takes linear time.
+    /// Appends in place when nobody else holds this text, so that building a long one takes linear time. Two texts
+    /// whose encodings cannot stand in one are joined as UTF-8; where that of one is not known, the bytes are joined
+    /// and the label is the undefined one.
     String& operator+=(const String& other);
     friend String operator+(const String& left, const String& right);
 
