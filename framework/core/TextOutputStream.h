@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+
+#include "framework/core/Descriptor.h"
+#include "framework/core/Object.h"
+#include "framework/core/Ref.h"
+#include "framework/core/String.h"
+
+namespace framework {
+
+class FolderItem;
+
+/// Writes a file as text, byte by byte as it is given. What is written waits in a buffer until that is full or the
+/// stream is closed. A write that fails is remembered, and all later ones are left out, so that it is enough to ask
+/// once, at the end. Dropping the last reference closes the stream.
+class TextOutputStream : public Object {
+  public:
+    explicit TextOutputStream(Descriptor file);
+    ~TextOutputStream() override;
+
+    /// A stream on `file`, made or emptied; Nil when that fails.
+    static Ref<TextOutputStream> Create(const Ref<FolderItem>& file);
+
+    void Write(const String& text);
+    /// Writes the text and a line feed.
+    void WriteLine(const String& text = {});
+    /// Returns when all that was written is on the disk; False when something is not.
+    bool Sync();
+    /// False when something that was ever written is not in the file. A second call answers the same.
+    bool Close();
+    bool Failed() const { return failed_; }
+
+  private:
+    void flush();
+
+    Descriptor file_;
+    std::string buffer_;
+    bool failed_ = false;
+};
+
+}  // namespace framework

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "framework/core/FolderItem.h"
+
+/// A folder of a test's own, removed with all that is in it. Its path has no links on the way.
+class TemporaryFolder {
+  public:
+    TemporaryFolder() {
+        const char* base = std::getenv("TMPDIR");
+        std::string pattern = std::filesystem::canonical(base ? base : "/tmp").string() + "/marrowbeck-XXXXXX";
+        if (!::mkdtemp(pattern.data())) std::abort();
+        path_ = pattern;
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+
+    const std::string& Path() const { return path_; }
+    std::string Path(std::string_view name) const { return path_ + "/" + std::string(name); }
+    framework::Ref<framework::FolderItem> Item() const {
+        return framework::New<framework::FolderItem>(framework::String(path_));
+    }
+
+  private:
+    std::string path_;
+};
