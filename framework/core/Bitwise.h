@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+
+/// Operations on the bits of unsigned 64-bit numbers.
+namespace framework::Bitwise {
+
+constexpr std::uint64_t BitAnd(std::uint64_t a, std::uint64_t b) {
+    return a & b;
+}
+
+constexpr std::uint64_t BitOr(std::uint64_t a, std::uint64_t b) {
+    return a | b;
+}
+
+constexpr std::uint64_t OnesComplement(std::uint64_t number) {
+    return ~number;
+}
+
+}  // namespace framework::Bitwise
