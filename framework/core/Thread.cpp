@@ -1,5 +1,8 @@
 #include "framework/core/Thread.h"
 
+#include <exception>
+#include <utility>
+
 #include "framework/core/Fiber.h"
 #include "framework/core/Scheduler.h"
 
@@ -19,13 +22,16 @@ void Thread::Kill() {
     Scheduler::Instance().Kill(*this);
 }
 
-Thread::FinishFirst::FinishFirst() : thread_(Scheduler::Instance().Current()) {
+Thread::FinishFirst::FinishFirst(std::function<void()> undo)
+    : thread_(Scheduler::Instance().Current()), undo_(std::move(undo)), exceptions_(std::uncaught_exceptions()) {
     if (thread_) ++thread_->finishFirst_;
 }
 
 Thread::FinishFirst::~FinishFirst() {
+    if (!thread_) return;
     // A kill whose patience ended has set the count to zero.
-    if (thread_ && thread_->finishFirst_ > 0) --thread_->finishFirst_;
+    if (thread_->finishFirst_ > 0) --thread_->finishFirst_;
+    if (undo_ && thread_->killed_ && std::uncaught_exceptions() > exceptions_) Dispatch(undo_);
 }
 
 }  // namespace framework

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "framework/core/Event.h"
@@ -43,16 +44,19 @@ class Thread : public Object {
     void StackSize(int bytes) { stackSize_ = bytes; }
 
     /// While one lives on a thread, a kill first lets the thread go on to the end of the guarded work, for at most a
-    /// twelfth of a second: a row, once begun, becomes whole. A tool that hangs does not hold up the kill for longer.
+    /// twelfth of a second: a row, once begun, becomes whole. A tool that hangs does not hold up the kill for longer;
+    /// the work is then given up, and `undo` takes back what was done of it.
     class FinishFirst {
       public:
-        FinishFirst();
+        explicit FinishFirst(std::function<void()> undo = {});
         ~FinishFirst();
         FinishFirst(const FinishFirst&) = delete;
         FinishFirst& operator=(const FinishFirst&) = delete;
 
       private:
         Thread* thread_;
+        std::function<void()> undo_;
+        int exceptions_;
     };
 
   private:

@@ -181,8 +181,12 @@ TEST(Thread, AKillLetsBegunWorkBecomeWholeButWaitsForNoHangingCommand) {
     rows->Kill();
     EXPECT_EQ(whole, before + 1);
 
+    int undone = 0;
     const auto hanging = threadThat([&] {
-        const Thread::FinishFirst row;
+        {
+            const Thread::FinishFirst finished([&] { undone += 100; });
+        }
+        const Thread::FinishFirst row([&] { ++undone; });
         Shell shell;
         shell.Execute("sleep 100");
     });
@@ -192,6 +196,7 @@ TEST(Thread, AKillLetsBegunWorkBecomeWholeButWaitsForNoHangingCommand) {
     clock.start();
     hanging->Kill();
     EXPECT_TRUE(ended(hanging));
+    EXPECT_EQ(undone, 1);
     EXPECT_LT(clock.elapsed(), 2000);
 }
 

@@ -1,0 +1,66 @@
+#include "app/App.h"
+
+#include "app/AboutWindow.h"
+#include "app/Configuration.h"
+#include "app/ImageFormats.h"
+#include "app/Window1.h"
+
+namespace marrowbeck {
+
+App::App() {
+    SetVersion(Configuration::kMajorVersion, Configuration::kMinorVersion, Configuration::kBugVersion);
+}
+
+Ref<App> App::Current() {
+    return As<App>(Application::Current());
+}
+
+void App::Event_Open() {
+    ImageDict = New<Dictionary>();
+    const Array<String> names = Split(ImageFormats::All(), ";");
+    for (int i = 0; i <= names.Ubound(); ++i) {
+        if (Len(names(i)) >= 1) ImageDict->Value(names(i), true);
+        LoopYield();
+    }
+    Global<Window1>()->Show();
+}
+
+void App::Event_OpenDocument(Ref<FolderItem> item) {
+    if (!item->Directory()) {
+        MsgBox(Window1::kNotAFolder);
+        return;
+    }
+    const Ref<Window1> window = Global<Window1>();
+    window->gDropFolderpath = item;
+    // While a search runs the folder waits for the next one.
+    if (window->SizeThread1->State() == Thread::NotRunning) window->StartSearch();
+}
+
+bool App::Event_UnhandledException(RuntimeException& error) {
+    if (dynamic_cast<NilObjectException*>(&error)) {
+        System::DebugLog("Marrowbeck NilObjectException trapped");
+        return true;
+    }
+    if (dynamic_cast<OutOfBoundsException*>(&error)) {
+        System::DebugLog("Marrowbeck OutOfBoundsException trapped");
+        return true;
+    }
+    return false;
+}
+
+bool App::_HelpAboutMarrowbeck_Action() {
+    Global<AboutWindow>()->Show();
+    return true;
+}
+
+bool App::_OnlineHelp_Action() {
+    ShowURL(Configuration::kManualUrl);
+    return true;
+}
+
+bool App::_HelpMarrowbeckWebsite_Action() {
+    ShowURL(String("http://") + Configuration::kSiteHost + "/photography/marrowbeck/marrowbeck.html");
+    return true;
+}
+
+}  // namespace marrowbeck

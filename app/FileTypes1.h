@@ -1,0 +1,17 @@
+#pragma once
+
+#include "framework/core/core.h"
+
+namespace marrowbeck {
+
+/// The types that are no image types: what may be dropped, and folders.
+namespace FileTypes1 {
+
+/// Makes the records and registers them; once, at start-up.
+void _Initialize();
+
+Ref<FileType> pAny();
+Ref<FileType> pSpecialFolder();
+
+}  // namespace FileTypes1
+}  // namespace marrowbeck

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "framework/core/core.h"
+
+namespace marrowbeck {
+
+/// "Marrowbeck Version " and the three parts of the version.
+String VersionLine();
+
+}  // namespace marrowbeck

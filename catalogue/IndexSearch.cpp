@@ -1,0 +1,51 @@
+#include "app/App.h"
+#include "app/Window1.h"
+#include "fileutil/GetFolderItemModule.h"
+
+namespace marrowbeck {
+namespace {
+
+/// What the index is asked for each item of the filter. The words stay outside any quotes.
+constexpr const char* kJpegTerm = " kMDItemContentType == public.jpeg";
+constexpr const char* kTiffTerm = " kMDItemContentType == public.tiff";
+constexpr const char* kPngTerm = " kMDItemContentType == public.png";
+constexpr const char* kImageTerm = " kMDItemContentTypeTree == *image";
+
+}  // namespace
+
+// Finds the images of the folder and of all folders in it.
+void Window1::SearchIndex() {
+    ShowSearchState("Searching Folders for Image files");
+    // The text above is to be seen before the long call.
+    App::Current()->DoEvents(-1);
+
+    const Ref<Shell> shell = New<Shell>();
+    const auto ask = [&](const char* term) { shell->Execute("mdfind -0 -onlyin " + gD->ShellPath() + term); };
+    ShowFilterState(!gANY);
+    if (gANY) {
+        ask(kImageTerm);
+    } else {
+        // The control allows one item at a time. With more of them, the last answer counts.
+        if (gJPG) ask(kJpegTerm);
+        if (gTIFF) ask(kTiffTerm);
+        if (gPNG) ask(kPngTerm);
+    }
+    String result;
+    if (shell->ErrorCode() != 0) {
+        MsgBox("Error code: " + Str(shell->ErrorCode()));
+    } else {
+        result = shell->Result();
+    }
+
+    // Each path is ended by a NUL, so the last element is empty and its index is the number of files.
+    const Array<String> paths = Split(result, Chr(0));
+    const int last = paths.Ubound();
+    TotalLabel->Text(last != -1 ? "Total found: " + Str(last) : String());
+    ShowSearchState("No Image Files");
+    for (int i = 0; i <= last; ++i) {
+        checksize(GetFolderItemModule::GetFolderItemFromShellPath(paths(i)));
+        LoopYield();
+    }
+}
+
+}  // namespace marrowbeck

@@ -1,0 +1,14 @@
+#include "app/Window1.h"
+#include "catalogue/RowRecord.h"
+
+namespace marrowbeck {
+
+void Window1::ShowColumns() {
+    Listbox1->ColumnCount(RowRecord::kColumnCount);
+    Listbox1->HasHeading(true);
+    for (int column = 0; column < RowRecord::kColumnCount; ++column) {
+        Listbox1->Heading(column, RowRecord::kHeadings[static_cast<std::size_t>(column)]);
+    }
+}
+
+}  // namespace marrowbeck
