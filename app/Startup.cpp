@@ -1,0 +1,46 @@
+#include "app/Startup.h"
+
+#include "app/App.h"
+#include "app/Configuration.h"
+#include "app/FileTypes1.h"
+#include "app/ImageFormats.h"
+#include "app/MenuBar1.h"
+
+namespace marrowbeck {
+namespace {
+
+/// The framework keeps no owning reference to the application object; it lives here.
+Ref<App> theApp;
+
+}  // namespace
+
+int _Main(int argc, char** argv) {
+    const int refused = RunFrameworkInitialization(argc, argv, Configuration::kIdentity, _Startup);
+    if (refused != 0) return refused;
+    return RuntimeRun();
+}
+
+int _Startup() {
+    _InitFileTypes();
+    _NewAppInstance();
+    _ApplicationAddMenuHandlers();
+    return 0;
+}
+
+void _InitFileTypes() {
+    FileTypes1::_Initialize();
+    ImageFormats::_Initialize();
+}
+
+void _NewAppInstance() {
+    theApp = New<App>();
+    theApp->MenuBar(Global<MenuBar1>());
+}
+
+void _ApplicationAddMenuHandlers() {
+    theApp->_AddMenuHandler("HelpAboutMarrowbeck", [] { return theApp->_HelpAboutMarrowbeck_Action(); });
+    theApp->_AddMenuHandler("OnlineHelp", [] { return theApp->_OnlineHelp_Action(); });
+    theApp->_AddMenuHandler("HelpMarrowbeckWebsite", [] { return theApp->_HelpMarrowbeckWebsite_Action(); });
+}
+
+}  // namespace marrowbeck

@@ -1,0 +1,15 @@
+#pragma once
+
+namespace marrowbeck {
+
+/// The whole life of the application, from the process's arguments to its exit status.
+int _Main(int argc, char** argv);
+
+/// Builds the application object and what it needs; called once by the framework while it initialises. 0 for success.
+int _Startup();
+
+void _InitFileTypes();
+void _NewAppInstance();
+void _ApplicationAddMenuHandlers();
+
+}  // namespace marrowbeck
