@@ -1,0 +1,21 @@
+#pragma once
+
+#include "framework/framework.h"
+
+namespace marrowbeck {
+
+/// The about box: emblem, name, by-line and version. One instance, Global<AboutWindow>(), which Show brings back. It
+/// has no button; its close box closes it. Main thread.
+class AboutWindow : public Window {
+  public:
+    void Layout() override;
+    void CreateControls() override;
+    void Event_Open() override;
+
+    Ref<Label> Label1;
+    Ref<Label> VersionText;
+    Ref<Canvas> Canvas1;
+    Ref<Label> Label2;
+};
+
+}  // namespace marrowbeck
