@@ -32,8 +32,8 @@ void App::Event_OpenDocument(Ref<FolderItem> item) {
     }
     const Ref<Window1> window = Global<Window1>();
     window->gDropFolderpath = item;
-    // While a search runs the folder waits for the next one.
-    if (window->SizeThread1->State() == Thread::NotRunning) window->StartSearch();
+    // While a search runs this starts nothing, and the folder waits for the next one.
+    window->StartSearch();
 }
 
 bool App::Event_UnhandledException(RuntimeException& error) {

@@ -195,10 +195,40 @@ void Window1::_CreateControls0() {
     UpdateCheckbox->Value(false);
 
     SizeThread1 = makeThread<SizeThread>();
-    SizeThread1->OnRun = [this] { SizeThread1_Run(*SizeThread1); };
     PicturescaleThread1 = makeThread<PicturescaleThread>();
     PreviewTimer = makeTimer();
     selectRowTimer = makeTimer();
+    bindEvents();
+}
+
+void Window1::bindEvents() {
+    Listbox1->OnCellBackgroundPaint = [this](Graphics& g, int row, int column) {
+        return Listbox1_CellBackgroundPaint(g, row, column);
+    };
+    Listbox1->OnCompareRows = [this](int row1, int row2, int column, int& result) {
+        return Listbox1_CompareRows(row1, row2, column, result);
+    };
+    Listbox1->OnChange = [this] { Listbox1_Change(); };
+    Listbox1->OnContextualMenuAction = [this](const Ref<MenuItem>& hitItem) {
+        return Listbox1_ContextualMenuAction(hitItem);
+    };
+    Listbox1->OnConstructContextualMenu = [this](const Ref<MenuItem>& base, int x, int y) {
+        return Listbox1_ConstructContextualMenu(base, x, y);
+    };
+    Listbox1->OnDoubleClick = [this] { Listbox1_DoubleClick(); };
+    Listbox1->OnSortColumn = [this](int column) { return Listbox1_SortColumn(column); };
+    Listbox1->OnMouseDown = [this](int x, int y) { return Listbox1_MouseDown(x, y); };
+    ChooseBtn->OnAction = [this](PushButton& sender) { ChooseBtn_Action(sender); };
+    MyToolbar->OnAction = [this](Toolbar& sender, const Ref<ToolItem>& item) { MyToolbar_Action(sender, item); };
+    SegmentedControl1->OnAction = [this](SegmentedControl& sender, int itemIndex) {
+        SegmentedControl1_Action(sender, itemIndex);
+    };
+    Canvas1->OnPaint = [this](Graphics& g) { Canvas1_Paint(g); };
+    Canvas1->OnDoubleClick = [this](int x, int y) { Canvas1_DoubleClick(x, y); };
+    SizeThread1->OnRun = [this] { SizeThread1_Run(*SizeThread1); };
+    PicturescaleThread1->OnRun = [this] { PicturescaleThread1_Run(*PicturescaleThread1); };
+    PreviewTimer->OnAction = [this](Timer& sender) { PreviewTimer_Action(sender); };
+    selectRowTimer->OnAction = [this](Timer& sender) { selectRowTimer_Action(sender); };
 }
 
 }  // namespace marrowbeck

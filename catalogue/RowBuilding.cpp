@@ -23,9 +23,6 @@ enum ImageField : int {
     kProfileNameField = 10
 };
 
-/// How long after a row the first one of the list gets selected, in milliseconds.
-constexpr int kSelectDelay = 100;
-
 std::int32_t toInteger(const String& text) {
     return Variant(Val(text)).IntegerValue();
 }
@@ -104,7 +101,7 @@ void Window1::checksize(const Ref<FolderItem>& item) {
 
     totalnumber->TextColor(Colors::kWhite);
     totalnumber->Text("Image Files: " + Str(Listbox1->ListCount()));
-    selectRowTimer->Period(kSelectDelay);
+    selectRowTimer->Period(kPreviewDelay);
     selectRowTimer->Mode(Timer::ModeSingle);
 }
 
