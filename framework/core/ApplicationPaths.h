@@ -1,0 +1,22 @@
+#pragma once
+
+#include "framework/core/FolderItem.h"
+
+namespace framework {
+
+/// The folder of the application's own resource files: `share/NAME/resources` beside the folder in which its executable
+/// lies, in the build tree as in the installed one. Nil when there is none.
+Ref<FolderItem> ApplicationResources();
+/// The folder of the application's own commands: `libexec/NAME`, likewise.
+Ref<FolderItem> ApplicationToolsFolder();
+
+namespace ApplicationPaths {
+
+/// The NAME in the paths of the application's folders, the executable's own name unless set.
+void SetName(const String& name);
+/// Looks for the folders below `prefix` instead of beside the executable; Nil undoes that. For programs that are no
+/// part of the application's tree, such as tests.
+void SetPrefix(const Ref<FolderItem>& prefix);
+
+}  // namespace ApplicationPaths
+}  // namespace framework

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <sys/socket.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace framework {
+
+/// An address and port as the operating system takes it.
+struct SocketAddress {
+    sockaddr_storage bytes;
+    socklen_t size;
+};
+
+/// Finds the addresses of a host without holding up the program. A written-out address is found at once; a name is
+/// looked up by a system thread that shares nothing with the program but the place for the answer. Dropping this
+/// forgets the answer.
+class HostLookup {
+  public:
+    HostLookup(const std::string& host, int port);
+
+    /// A descriptor that can be read from once the lookup is over.
+    int SignalDescriptor() const;
+    bool IsOver() const;
+    /// The addresses, best first, none when the host is not known. After the lookup is over.
+    std::vector<SocketAddress> Addresses() const;
+
+  private:
+    struct Answer;
+    std::shared_ptr<Answer> answer_;
+};
+
+}  // namespace framework

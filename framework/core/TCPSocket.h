@@ -1,0 +1,45 @@
+#pragma once
+
+#include <memory>
+
+#include "framework/core/SocketCore.h"
+#include "framework/core/String.h"
+
+namespace framework {
+
+/// A connection by TCP to another machine, by its side that begins. What comes in waits to be read; when a mebibyte
+/// waits, the other side is held up until some of it was read.
+class TCPSocket : public SocketCore {
+  public:
+    TCPSocket();
+    ~TCPSocket() override;
+
+    /// The other side: a name, or an IPv4 or IPv6 address.
+    const String& Address() const { return address_; }
+    void Address(const String& address) { address_ = address; }
+
+    void Connect() override;
+    void Close() override;
+    /// The same as Close.
+    void Disconnect() { Close(); }
+    bool IsConnected() const override;
+    void Poll() override;
+    void Purge() override;
+
+    /// Takes at most `count` bytes of what has come in.
+    String Read(int count, TextEncoding encoding = Encodings::Undefined);
+    /// Takes all that has come in.
+    String ReadAll(TextEncoding encoding = Encodings::Undefined);
+    /// What has come in, which stays to be read.
+    String Lookahead(TextEncoding encoding = Encodings::Undefined) const;
+    /// Sends the bytes, of any number, as fast as the other side takes them; while connecting, once that is done.
+    void Write(const String& bytes);
+
+  private:
+    class Connection;
+
+    String address_;
+    std::unique_ptr<Connection> connection_;
+};
+
+}  // namespace framework

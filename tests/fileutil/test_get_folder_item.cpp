@@ -1,0 +1,53 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "fileutil/GetFolderItemModule.h"
+#include "tests/support/TemporaryFolder.h"
+
+using namespace marrowbeck;
+using GetFolderItemModule::GetFolderItemFromShellPath;
+
+namespace {
+
+Ref<FolderItem> itemAt(const std::string& path) {
+    return GetFolderItemFromShellPath(String(path));
+}
+
+}  // namespace
+
+TEST(GetFolderItemFromShellPath, FindsEveryNameExactly) {
+    const TemporaryFolder folder;
+    for (const std::string name : {"plain.jpg", "a:b.jpg", "two\nlines", "\xE4\xFF", " %20 ", "-n", "Case", "case"}) {
+        std::ofstream(folder.Path(name)) << name;
+        const Ref<FolderItem> item = itemAt(folder.Path(name));
+        ASSERT_TRUE(item) << name;
+        EXPECT_EQ(item->OpenAsTextFile()->ReadAll().Bytes(), name);
+        EXPECT_EQ(item->AbsolutePath().Bytes(), folder.Path(name));
+        EXPECT_EQ(item->Parent()->AbsolutePath().Bytes(), folder.Path());
+    }
+}
+
+TEST(GetFolderItemFromShellPath, NeedsOnlyTheEnclosingFolder) {
+    const TemporaryFolder folder;
+    std::ofstream(folder.Path("file"));
+    ASSERT_TRUE(itemAt(folder.Path("missing")));
+    EXPECT_FALSE(itemAt(folder.Path("missing"))->Exists());
+    EXPECT_FALSE(itemAt(folder.Path("missing/deeper")));
+    EXPECT_FALSE(itemAt(folder.Path("file/below")));
+    EXPECT_FALSE(itemAt(""));
+    EXPECT_FALSE(itemAt(std::string("/tmp/a\0b", 8)));
+    EXPECT_TRUE(itemAt("/")->Directory());
+    EXPECT_EQ(itemAt("/tmp")->Parent()->AbsolutePath().Bytes(), "/");
+}
+
+TEST(GetFolderItemFromShellPath, ALinkAtTheEndStaysALink) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder.Path("real"));
+    std::ofstream(folder.Path("real/file"));
+    std::filesystem::create_directory_symlink("real", folder.Path("link"));
+    EXPECT_FALSE(itemAt(folder.Path("link"))->Directory());
+    EXPECT_EQ(itemAt(folder.Path("link"))->Name().Bytes(), "link");
+    EXPECT_TRUE(itemAt(folder.Path("link/file"))->Exists());
+}

@@ -1,0 +1,108 @@
+#include "framework/core/FileType.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <fstream>
+
+#include "tests/support/TemporaryFolder.h"
+
+using namespace framework;
+
+namespace {
+
+class FileTypeTest : public testing::Test {
+  protected:
+    std::string typeOf(const std::string& name) { return folder_.Item()->TrueChild(String(name))->Type().ToStd(); }
+
+    TemporaryFolder folder_;
+    const Ref<FileType> any_ = New<FileType>("special/any", "", "????", "????");
+    const Ref<FileType> special_ = New<FileType>("special/folder", "", "fold", "MACS");
+    const Ref<FileType> jpeg_ = New<FileType>("image/jpeg", ".jfif;.jpe;.jpeg;.jpg", "JPEG", "prvw");
+    const Ref<FileType> tiff_ = New<FileType>("image/tiff", ".jfx;.tif;.tiff", "TIFF", "????");
+};
+
+}  // namespace
+
+TEST_F(FileTypeTest, NamesAnswerByTheirSuffix) {
+    const std::pair<const char*, const char*> rows[] = {{"a.jpg", "image/jpeg"},
+                                                        {"a.JPEG", "image/jpeg"},
+                                                        {"two\nlines.Jpe", "image/jpeg"},
+                                                        {"a.jfif", "image/jpeg"},
+                                                        {"a.jfx", "image/tiff"},
+                                                        {"a.tif", "image/tiff"},
+                                                        {"a.tiff", "image/tiff"},
+                                                        {"a.jpg.tiff", "image/tiff"},
+                                                        {"\xFF\xFE.tif", "image/tiff"},
+                                                        {".jpg", "image/jpeg"},
+                                                        {"jpg", ""},
+                                                        {"a.jpgx", ""},
+                                                        {"a.jpg.", ""},
+                                                        {"a.txt", ""},
+                                                        {"a", ""},
+                                                        {"a.;", ""},
+                                                        {"a.jfif;.jpe;.jpeg;.jpg", "image/jpeg"}};
+    for (const auto& [name, type] : rows) EXPECT_EQ(typeOf(name), type) << name;
+}
+
+TEST_F(FileTypeTest, CodesAnswerWhereTheSuffixSaysNothing) {
+    std::ofstream(folder_.Path("file"));
+    std::ofstream(folder_.Path("file.jpg"));
+    const Ref<FolderItem> file = folder_.Item()->TrueChild("file");
+    file->MacType("TIFF");
+    if (file->MacType().IsEmpty()) GTEST_SKIP() << "no attributes on this file system";
+    EXPECT_EQ(file->Type().Bytes(), "image/tiff") << "any creator will do";
+    file->MacType("JPEG");
+    EXPECT_TRUE(file->Type().IsEmpty());
+    file->MacCreator("prvw");
+    EXPECT_EQ(file->Type().Bytes(), "image/jpeg");
+    file->MacType("jpeg");
+    EXPECT_TRUE(file->Type().IsEmpty()) << "codes are exact";
+    file->MacType("????");
+    file->MacCreator("????");
+    EXPECT_TRUE(file->Type().IsEmpty());
+    folder_.Item()->TrueChild("file.jpg")->MacType("TIFF");
+    EXPECT_EQ(typeOf("file.jpg"), "image/jpeg");
+}
+
+TEST_F(FileTypeTest, OnlyFilesAreImages) {
+    std::filesystem::create_directory(folder_.Path("folder.jpg"));
+    std::filesystem::create_directory_symlink("folder.jpg", folder_.Path("to-folder.jpg"));
+    std::ofstream(folder_.Path("file.jpg"));
+    std::filesystem::create_symlink("file.jpg", folder_.Path("to-file.tif"));
+    ASSERT_EQ(::mkfifo(folder_.Path("pipe.jpg").c_str(), 0600), 0);
+    const Ref<FolderItem> listed = folder_.Item();
+    for (int i = listed->Count(); i >= 1; --i) {
+        const Ref<FolderItem> child = listed->TrueItem(i);
+        const std::string name = child->Name().ToStd();
+        const std::string expected = name == "file.jpg"      ? "image/jpeg"
+                                     : name == "to-file.tif" ? "image/tiff"
+                                     : name == "folder.jpg"  ? "special/folder"
+                                                             : "";
+        EXPECT_EQ(child->Type().Bytes(), expected) << name;
+        EXPECT_EQ(typeOf(name), expected) << name;
+    }
+}
+
+TEST_F(FileTypeTest, RecordsCountAsLongAsTheyLive) {
+    {
+        const auto later = New<FileType>();
+        later->Name("image/later");
+        later->Extensions(".xyz;.jpg");
+        EXPECT_EQ(typeOf("a.xyz"), "image/later");
+        EXPECT_EQ(typeOf("a.jpg"), "image/jpeg") << "the first record has it";
+    }
+    EXPECT_EQ(typeOf("a.xyz"), "");
+}
+
+TEST_F(FileTypeTest, TypingListedFilesDoesNotLookAtTheDisk) {
+    std::ofstream(folder_.Path("a.jpg"));
+    const Ref<FolderItem> listed = folder_.Item();
+    ASSERT_EQ(listed->Count(), 1);
+    const Ref<FolderItem> child = listed->TrueItem(1);
+    std::filesystem::remove(folder_.Path("a.jpg"));
+    std::filesystem::create_directory(folder_.Path("a.jpg"));
+    EXPECT_EQ(child->Type().Bytes(), "image/jpeg");
+    EXPECT_EQ(listed->Count(), 1);
+    EXPECT_EQ(listed->TrueItem(1)->Type().Bytes(), "special/folder");
+}

@@ -1,0 +1,121 @@
+#include "framework/core/SpecialFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "framework/core/ApplicationPaths.h"
+#include "framework/core/Volume.h"
+#include "tests/support/TemporaryFolder.h"
+
+using namespace framework;
+
+namespace {
+
+/// Sets a variable of the environment, or takes it out, while it lives.
+class Environment {
+  public:
+    Environment(const char* name, const char* value) : name_(name) {
+        if (const char* old = std::getenv(name)) {
+            old_ = old;
+            wasSet_ = true;
+        }
+        set(value);
+    }
+    Environment(const Environment&) = delete;
+    Environment& operator=(const Environment&) = delete;
+    ~Environment() { set(wasSet_ ? old_.c_str() : nullptr); }
+
+  private:
+    void set(const char* value) { value ? ::setenv(name_, value, 1) : ::unsetenv(name_); }
+
+    const char* name_;
+    std::string old_;
+    bool wasSet_ = false;
+};
+
+std::string path(const Ref<FolderItem>& item) {
+    return item->AbsolutePath().ToStd();
+}
+
+}  // namespace
+
+TEST(SpecialFolder, ApplicationDataIsWhereTheEnvironmentSays) {
+    const Environment home("HOME", "/none/h\xFFme");
+    {
+        const Environment data("XDG_DATA_HOME", "/none/data");
+        EXPECT_EQ(path(SpecialFolder::ApplicationData()), "/none/data");
+    }
+    {
+        const Environment data("XDG_DATA_HOME", "relative");
+        EXPECT_EQ(path(SpecialFolder::ApplicationData()), "/none/h\xFFme/.local/share");
+    }
+    const Environment data("XDG_DATA_HOME", nullptr);
+    EXPECT_EQ(path(SpecialFolder::ApplicationData()), "/none/h\xFFme/.local/share");
+}
+
+TEST(SpecialFolder, UserFoldersAreTheDesktopsOwn) {
+    const TemporaryFolder folder;
+    const Environment home("HOME", folder.Path().c_str());
+    const Environment config("XDG_CONFIG_HOME", nullptr);
+    EXPECT_EQ(path(SpecialFolder::Desktop()), folder.Path("Desktop"));
+    EXPECT_EQ(path(SpecialFolder::Pictures()), folder.Path("Pictures"));
+
+    std::filesystem::create_directory(folder.Path(".config"));
+    std::ofstream(folder.Path(".config/user-dirs.dirs")) << "# XDG_PICTURES_DIR=\"/commented\"\n"
+                                                         << "XDG_DESKTOP_DIR=\"$HOME/Schreib \\\"tisch\\\"\"\n"
+                                                         << "  XDG_PICTURES_DIR=\"/none/\xE4 pics\"\n"
+                                                         << "XDG_PICTURES_DIRECTORY=\"/other\"\n"
+                                                         << "XDG_PICTURES_DIR=\"relative\"\n";
+    EXPECT_EQ(path(SpecialFolder::Desktop()), folder.Path("Schreib \"tisch\""));
+    EXPECT_EQ(path(SpecialFolder::Pictures()), "/none/\xE4 pics");
+}
+
+TEST(SpecialFolder, TemporaryIsWhereTheEnvironmentSays) {
+    const Environment own("TMPDIR", "/none/tmp");
+    EXPECT_EQ(path(SpecialFolder::Temporary()), "/none/tmp");
+    const Environment none("TMPDIR", nullptr);
+    EXPECT_EQ(path(SpecialFolder::Temporary()), "/tmp");
+}
+
+TEST(ApplicationPaths, FoldersLieBelowThePrefixUnderTheProgramsName) {
+    const TemporaryFolder folder;
+    ApplicationPaths::SetName("program");
+    ApplicationPaths::SetPrefix(folder.Item());
+    EXPECT_FALSE(ApplicationResources());
+    EXPECT_FALSE(ApplicationToolsFolder());
+    std::filesystem::create_directories(folder.Path("share/program/resources"));
+    std::filesystem::create_directories(folder.Path("libexec/program"));
+    EXPECT_EQ(path(ApplicationResources()), folder.Path("share/program/resources"));
+    EXPECT_EQ(path(ApplicationToolsFolder()), folder.Path("libexec/program"));
+    ApplicationPaths::SetName("");
+    EXPECT_FALSE(ApplicationToolsFolder());
+    ApplicationPaths::SetPrefix(Nil);
+}
+
+TEST(ApplicationPaths, WithoutAPrefixTheExecutablesOwnPlaceCounts) {
+    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe");
+    const std::filesystem::path tools =
+        self.parent_path().parent_path() / "libexec" / ("files-" + std::to_string(::getpid()));
+    std::filesystem::create_directories(tools);
+    ApplicationPaths::SetName(String(tools.filename().string()));
+    const Ref<FolderItem> found = ApplicationToolsFolder();
+    ApplicationPaths::SetName("");
+    std::filesystem::remove(tools);
+    std::error_code inUse;
+    std::filesystem::remove(tools.parent_path(), inUse);
+    ASSERT_TRUE(found);
+    EXPECT_EQ(path(found), tools.string());
+}
+
+TEST(Volumes, TheRootIsTheFirst) {
+    ASSERT_GE(VolumeCount(), 1);
+    EXPECT_EQ(path(Volume(0)), "/");
+    EXPECT_FALSE(Volume(-1));
+    EXPECT_FALSE(Volume(VolumeCount()));
+    bool proc = false;
+    for (int i = 0; i < VolumeCount(); ++i) proc = proc || path(Volume(i)) == "/proc";
+    EXPECT_TRUE(proc);
+}
