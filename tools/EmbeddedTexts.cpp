@@ -9,22 +9,20 @@ namespace marrowbeck::tools {
 
 namespace {
 
-std::string rawExif(const Exiv2::ExifData& data, const char* key) {
-    return guarded([&] {
-        const auto found = data.findKey(Exiv2::ExifKey(key));
-        return found == data.end() ? std::string() : found->toString();
-    });
-}
-
-/// The texts that Windows writes into byte arrays: UTF-16, least byte first.
-std::string windowsText(const Exiv2::ExifData& data, const char* key) {
+/// The bytes of a value as the file holds them, with the NULs at which the library's texts end.
+std::string exifBytes(const Exiv2::ExifData& data, const char* key) {
     return guarded([&] {
         const auto found = data.findKey(Exiv2::ExifKey(key));
         if (found == data.end() || found->size() <= 0) return std::string();
         std::string bytes(static_cast<size_t>(found->size()), '\0');
         found->copy(reinterpret_cast<Exiv2::byte*>(bytes.data()), Exiv2::littleEndian);
-        return tidied(convertToUtf8(bytes, "UTF-16LE"));
+        return bytes;
     });
+}
+
+/// The texts that Windows writes into byte arrays: UTF-16, least byte first.
+std::string windowsText(const Exiv2::ExifData& data, const char* key) {
+    return tidied(convertToUtf8(exifBytes(data, key), "UTF-16LE"));
 }
 
 /// The comment behind the prefix that names its character set.
@@ -73,7 +71,7 @@ std::string iptcText(const Exiv2::IptcData& data, const char* key) {
 
 /// The photographer's right, then a NUL and the editor's; either may be empty.
 std::string exifCopyright(const Exiv2::ExifData& data) {
-    const std::string both = rawExif(data, "Exif.Image.Copyright");
+    const std::string both = exifBytes(data, "Exif.Image.Copyright");
     const size_t middle = std::min(both.find('\0'), both.size());
     const std::string photographer = tidied(guessedToUtf8(both.substr(0, middle)));
     const std::string editor = tidied(guessedToUtf8(both.substr(middle)));
@@ -105,7 +103,10 @@ class KeywordList {
 }  // namespace
 
 std::string exifText(const Exiv2::ExifData& data, const char* key) {
-    return tidied(guessedToUtf8(rawExif(data, key)));
+    return guarded([&] {
+        const auto found = data.findKey(Exiv2::ExifKey(key));
+        return found == data.end() ? std::string() : tidied(guessedToUtf8(found->toString()));
+    });
 }
 
 std::string captionOf(const Exiv2::Image& image) {

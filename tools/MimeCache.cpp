@@ -97,9 +97,11 @@ size_t MimeCache::findKey(size_t list, size_t entrySize, std::string_view key) c
     return 0;
 }
 
-std::optional<MimeCache::NameMatch> MimeCache::matchLiteral(std::string_view name) const {
-    const size_t entry = findKey(word(literalList), 12, name);
-    if (entry == 0) return std::nullopt;
+std::optional<MimeCache::NameMatch> MimeCache::matchLiteral(std::string_view name, bool exactCase) const {
+    std::string key(name);
+    if (!exactCase) std::transform(key.begin(), key.end(), key.begin(), smallLetter);
+    const size_t entry = findKey(word(literalList), 12, key);
+    if (entry == 0 || (!exactCase && (word(entry + 8) & caseSensitive) != 0)) return std::nullopt;
     return NameMatch{text(word(entry + 4)), word(entry + 8) & weightMask, name.size()};
 }
 

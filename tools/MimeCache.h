@@ -38,11 +38,11 @@ class MimeCache {
 
     bool isOpen() const { return size_ > 0; }
 
-    /// The type that stands for this whole name.
-    std::optional<NameMatch> matchLiteral(std::string_view name) const;
+    /// The type that stands for this whole name, with the letters as they are, or
+    /// with small ones where the case does not matter.
+    std::optional<NameMatch> matchLiteral(std::string_view name, bool exactCase) const;
 
-    /// Appends the types whose suffix (`*.jpg`) ends the name, with the letters
-    /// as they are, or with small ones, where the case does not matter.
+    /// Appends the types whose suffix (`*.jpg`) ends the name, letters taken likewise.
     void matchSuffixes(std::string_view name, bool exactCase, std::vector<NameMatch>& matches) const;
 
     /// Appends the types of the remaining patterns that fit the name.

@@ -44,8 +44,10 @@ MimeDatabase::MimeDatabase() {
 }
 
 std::vector<std::string_view> MimeDatabase::namedTypes(std::string_view name) const {
-    for (const MimeCache& cache : caches_) {
-        if (const auto literal = cache.matchLiteral(name)) return {literal->type};
+    for (const bool exactCase : {true, false}) {
+        for (const MimeCache& cache : caches_) {
+            if (const auto literal = cache.matchLiteral(name, exactCase)) return {literal->type};
+        }
     }
     std::vector<MimeCache::NameMatch> matches;
     for (const bool exactCase : {true, false}) {

@@ -1,0 +1,169 @@
+#include "tools/mdfind.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "tests/tools/TestFiles.h"
+
+namespace marrowbeck::tools {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+const Arguments allImages{"kMDItemContentTypeTree", "==", "*image"};
+
+std::vector<std::string> split(const std::string& output) {
+    std::vector<std::string> paths;
+    for (size_t start = 0; start < output.size();) {
+        const size_t end = output.find('\0', start);
+        EXPECT_NE(end, std::string::npos) << "The last path has no NUL behind it";
+        paths.push_back(output.substr(start, end - start));
+        start = end + 1;
+    }
+    return paths;
+}
+
+/// The paths that a query finds, without the folder in front of them.
+std::vector<std::string> find(const std::string& folder, const Arguments& query) {
+    Arguments arguments{"-0", "-onlyin", folder};
+    arguments.insert(arguments.end(), query.begin(), query.end());
+    const ToolResult result = mdfind(arguments);
+    EXPECT_EQ(result.status, exitSuccess) << result.error;
+    EXPECT_EQ(result.error, "");
+    std::vector<std::string> paths = split(result.output);
+    for (std::string& path : paths) {
+        EXPECT_TRUE(path.starts_with(folder + "/")) << path;
+        path.erase(0, folder.size() + 1);
+    }
+    return paths;
+}
+
+TEST(Mdfind, EachQueryFindsItsTypes) {
+    const TemporaryFolder folder;
+    for (const char* const name : {"a.jpg", "b.JPEG", "c.tif", "d.png", "e.gif", "f.cr2", "g.svg", "h.txt", "i.dng"})
+        folder.write(name);
+    folder.write("png without a suffix", readFile(picture("rgb.png")));
+    folder.write("jpeg named so.tiff", readFile(picture("rgb.jpg")));
+    EXPECT_THAT(find(folder.path(), {"kMDItemContentType", "==", "public.jpeg"}), ElementsAre("a.jpg", "b.JPEG"));
+    EXPECT_THAT(find(folder.path(), {"kMDItemContentType == public.tiff"}), ElementsAre("c.tif", "jpeg named so.tiff"));
+    EXPECT_THAT(find(folder.path(), {"kMDItemContentType", "==", "public.png"}),
+                ElementsAre("d.png", "png without a suffix"));
+    const auto all = ElementsAre("a.jpg", "b.JPEG", "c.tif", "d.png", "e.gif", "f.cr2", "g.svg", "i.dng",
+                                 "jpeg named so.tiff", "png without a suffix");
+    EXPECT_THAT(find(folder.path(), allImages), all);
+    EXPECT_THAT(find(folder.path(), {"kMDItemContentTypeTree == public.image"}), all);
+}
+
+TEST(Mdfind, PathsStandInByteOrderAcrossFolders) {
+    const TemporaryFolder folder;
+    for (const char* const name :
+         {"a/x.jpg", "a-b.jpg", "a.jpg", "a0.jpg", "B.jpg", "a/b/c.jpg", "\xc3\xa9.jpg", "z/y.jpg"})
+        folder.write(name);
+    EXPECT_THAT(find(folder.path(), allImages),
+                ElementsAre("B.jpg", "a-b.jpg", "a.jpg", "a/b/c.jpg", "a/x.jpg", "a0.jpg", "z/y.jpg", "\xc3\xa9.jpg"));
+}
+
+TEST(Mdfind, NamesAreBytes) {
+    const TemporaryFolder folder;
+    const std::vector<std::string> names{"\n.jpg", " .jpg", "$(x)'\".jpg", "%41#:.jpg", "-0.jpg", "latin \xe9.jpg"};
+    for (const std::string& name : names) folder.write("-dash\n/" + name);
+    std::vector<std::string> expected;
+    for (const std::string& name : names) expected.push_back("-dash\n/" + name);
+    EXPECT_EQ(find(folder.path(), allImages), expected);
+    EXPECT_EQ(find(folder.path() + "/-dash\n", allImages), names);
+}
+
+TEST(Mdfind, HiddenThingsLinksAndSpecialFilesAreLeftOut) {
+    const TemporaryFolder folder;
+    folder.write(".hidden.jpg");
+    folder.write(".folder/a.jpg");
+    folder.write("seen/b.jpg");
+    std::filesystem::create_symlink("seen/b.jpg", folder.path() + "/link.jpg");
+    std::filesystem::create_directory_symlink(folder.path(), folder.path() + "/circle");
+    std::filesystem::create_directory(folder.path() + "/folder.jpg");
+    ASSERT_EQ(mkfifo((folder.path() + "/pipe.jpg").c_str(), 0600), 0);
+    ASSERT_EQ(mkfifo((folder.path() + "/pipe").c_str(), 0600), 0);
+    EXPECT_THAT(find(folder.path(), allImages), ElementsAre("seen/b.jpg"));
+    EXPECT_THAT(find(folder.path() + "/circle", allImages), ElementsAre("seen/b.jpg"));
+    EXPECT_THAT(find(folder.path() + "/.folder", allImages), ElementsAre("a.jpg"));
+}
+
+TEST(Mdfind, TheFolderIsMadeAbsoluteAndOtherwiseLeftAsItIs) {
+    const TemporaryFolder folder;
+    folder.write("sub/a.jpg");
+    std::filesystem::current_path(folder.path());
+    const std::string here = std::filesystem::current_path();
+    const auto output = [](const std::string& place) {
+        return mdfind({"-0", "-onlyin", place, "kMDItemContentType == public.jpeg"}).output;
+    };
+    EXPECT_THAT(split(output("sub//")), ElementsAre(here + "/sub/a.jpg"));
+    EXPECT_THAT(split(output("sub/../sub")), ElementsAre(here + "/sub/../sub/a.jpg"));
+    EXPECT_THAT(split(output(".")), ElementsAre(here + "/sub/a.jpg"));
+    EXPECT_EQ(mdfind({"-onlyin", here, "kMDItemContentType", "==", "public.jpeg"}).output, here + "/sub/a.jpg\n");
+}
+
+TEST(Mdfind, UnreadableSubfoldersAreSkipped) {
+    const TemporaryFolder folder;
+    folder.write("closed/a.jpg");
+    folder.write("open/b.jpg");
+    chmod(folder.path().c_str(), 0755);
+    chmod((folder.path() + "/closed").c_str(), 0);
+    // Root reads every folder, so that it has to be somebody else for a while.
+    constexpr uid_t nobody = 65534;
+    const bool root = geteuid() == 0;
+    if (root) ASSERT_EQ(seteuid(nobody), 0);
+    EXPECT_THAT(find(folder.path(), allImages), ElementsAre("open/b.jpg"));
+    EXPECT_EQ(mdfind({"-onlyin", folder.path() + "/closed", "kMDItemContentTypeTree == *image"}).status, exitFailure);
+    if (root) ASSERT_EQ(seteuid(0), 0);
+    chmod((folder.path() + "/closed").c_str(), 0700);
+}
+
+TEST(Mdfind, DeepNestingEndsWhereNoPathReaches) {
+    const TemporaryFolder folder;
+    std::filesystem::current_path(folder.path());
+    for (int depth = 0; depth < 3000; ++depth) {
+        std::ofstream("p.png");
+        ASSERT_EQ(mkdir("d", 0700), 0);
+        ASSERT_EQ(chdir("d"), 0);
+    }
+    ASSERT_EQ(chdir("/"), 0);
+    const std::vector<std::string> paths = find(folder.path(), allImages);
+    EXPECT_GT(paths.size(), 1900U);
+    for (const std::string& path : paths) EXPECT_EQ(access((folder.path() + "/" + path).c_str(), R_OK), 0);
+    // No recursive function of the library gets out of a tree like this one by its paths.
+    EXPECT_EQ(std::system(("rm -rf '" + folder.path() + "/d'").c_str()), 0);
+}
+
+TEST(Mdfind, AFolderThatCannotBeReadIsAFailure) {
+    const TemporaryFolder folder;
+    const std::string file = folder.write("a.jpg");
+    for (const std::string& place : {folder.path() + "/none", file}) {
+        const ToolResult result = mdfind({"-0", "-onlyin", place, "kMDItemContentTypeTree == *image"});
+        EXPECT_EQ(result.status, exitFailure);
+        EXPECT_THAT(result.error, HasSubstr(place));
+        EXPECT_THAT(result.output, IsEmpty());
+    }
+}
+
+TEST(Mdfind, WhatItDoesNotKnowIsRefused) {
+    for (const Arguments& arguments : std::vector<Arguments>{
+             {},
+             {"-0", "kMDItemContentTypeTree == *image"},
+             {"-0", "-onlyin"},
+             {"-0", "-onlyin", "/tmp"},
+             {"-live", "-onlyin", "/tmp", "kMDItemContentTypeTree == *image"},
+             {"-onlyin", "/tmp", "kMDItemContentType", "==", "public.gif"},
+             {"-onlyin", "/tmp", "kMDItemContentType", "==", "public.png", "x"},
+         }) {
+        const ToolResult result = mdfind(arguments);
+        EXPECT_EQ(result.status, exitUsage);
+        EXPECT_THAT(result.error, HasSubstr("Usage"));
+        EXPECT_THAT(result.output, IsEmpty());
+    }
+}
+
+}  // namespace
+}  // namespace marrowbeck::tools

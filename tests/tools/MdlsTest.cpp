@@ -1,0 +1,224 @@
+#include "tools/mdls.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include <random>
+
+#include "tests/tools/TestFiles.h"
+
+namespace marrowbeck::tools {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+std::string value(const std::string& path, const std::string& attribute) {
+    const ToolResult result = mdls({"-name", attribute, "-raw", path});
+    EXPECT_EQ(result.status, exitSuccess) << result.error;
+    return result.output;
+}
+
+struct HeaderCase {
+    const char* name;
+    const char* expected;  ///< bits, colour space, alpha, kind, height, width
+};
+
+class MdlsHeader : public testing::TestWithParam<HeaderCase> {};
+
+TEST_P(MdlsHeader, TellsWhatTheHeaderSays) {
+    const ToolResult result = mdls({"-name", "kMDItemPixelWidth", "-name", "kMDItemPixelHeight", "-name",
+                                    "kMDItemColorSpace", "-name", "kMDItemBitsPerSample", "-name", "kMDItemKind",
+                                    "-name", "kMDItemHasAlphaChannel", "-raw", picture(GetParam().name)});
+    std::string output = result.output;
+    std::replace(output.begin(), output.end(), '\0', '|');
+    EXPECT_EQ(output, GetParam().expected);
+    EXPECT_EQ(result.status, exitSuccess);
+}
+
+const HeaderCase headerCases[] = {
+    {"rgb.jpg", "32|RGB|0|JPEG image|32|48"},
+    {"progressive.jpg", "32|RGB|0|JPEG image|32|48"},
+    {"gray.jpg", "32|Gray|0|JPEG image|32|48"},
+    {"cmyk.jpg", "32|CMYK|0|JPEG image|32|48"},
+    {"orient6.jpg", "32|RGB|0|JPEG image|48|32"},
+    {"rgb.png", "32|RGB|0|PNG image|32|48"},
+    {"alpha.png", "32|RGB|1|PNG image|32|48"},
+    {"16-bit.png", "64|RGB|0|PNG image|32|48"},
+    {"palette-transparent.png", "32|RGB|1|PNG image|32|48"},
+    {"1-bit.png", "1|Gray|0|PNG image|32|48"},
+    {"1x10k.png", "32|RGB|0|PNG image|10000|1"},
+    {"8-bit.tif", "32|RGB|0|TIFF image|32|48"},
+    {"16-bit-alpha.tif", "64|RGB|1|TIFF image|32|48"},
+    {"big-endian.tif", "32|RGB|0|TIFF image|32|48"},
+    {"bigtiff.tif", "32|RGB|0|TIFF image|32|48"},
+    {"orient8.tif", "32|RGB|0|TIFF image|48|32"},
+    {"lab.tif", "32|Lab|0|TIFF image|32|48"},
+    {"cmyk.tif", "32|CMYK|0|TIFF image|32|48"},
+    {"1-bit.tif", "1|Gray|0|TIFF image|32|48"},
+    {"rgb.gif", "32|RGB|0|GIF image|32|48"},
+    {"transparent.gif", "32|RGB|1|GIF image|32|48"},
+    {"rgb.bmp", "32|RGB|0|Windows BMP image|32|48"},
+    {"alpha.bmp", "32|RGB|1|Windows BMP image|32|48"},
+    {"lossy.webp", "32|RGB|0|WebP image|32|48"},
+    {"lossless-alpha.webp", "32|RGB|1|WebP image|32|48"},
+    {"rgb.jp2", "32|RGB|0|JPEG-2000 JP2 image|32|48"},
+    {"gray-16-bit.jp2", "64|Gray|0|JPEG-2000 JP2 image|32|48"},
+    {"codestream.j2k", "32|RGB|0|JPEG-2000 codestream|32|48"},
+    {"rgb.psd", "32|RGB|0|Photoshop image|32|48"},
+};
+std::string caseName(const testing::TestParamInfo<HeaderCase>& header) {
+    std::string name = header.param.name;
+    std::replace_if(
+        name.begin(), name.end(), [](char letter) { return std::isalnum(letter) == 0; }, '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Pictures, MdlsHeader, testing::ValuesIn(headerCases), caseName);
+
+TEST(Mdls, ProfilesAreNamedByTheirDescription) {
+    for (const char* const name : {"profile.jpg", "profile.png", "profile.tif", "profile.webp"})
+        EXPECT_EQ(value(picture(name), "kMDItemProfileName"), "Küste & Meer") << name;
+    EXPECT_EQ(value(picture("huge-profile.png"), "kMDItemProfileName"), "Vast");
+    for (const char* const name : {"rgb.jpg", "broken-profile.png", "bomb-profile.png"})
+        EXPECT_EQ(value(picture(name), "kMDItemProfileName"), "(null)") << name;
+}
+
+std::string cameraData(const std::string& path) {
+    std::string output =
+        mdls({"-name", "kMDItemExposureTimeSeconds", "-name", "kMDItemFNumber", "-name", "kMDItemFocalLength", "-name",
+              "kMDItemISOSpeed", "-name", "kMDItemAcquisitionMake", "-name", "kMDItemAcquisitionModel", "-raw", path})
+            .output;
+    std::replace(output.begin(), output.end(), '\0', '|');
+    return output;
+}
+
+TEST(Mdls, CameraDataIsPlainNumbers) {
+    EXPECT_EQ(cameraData(picture("orient6.jpg")), "Marlowe|Field 7|0.004|2.8|50|400");
+    EXPECT_EQ(value(picture("orient6.jpg"), "kMDItemEXIFVersion"), "2.31");
+}
+
+TEST(Mdls, CameraDataIsFoundWhereOlderTagsKeepIt) {
+    EXPECT_EQ(cameraData(picture("apex.jpg")), "(null)|(null)|0.125|4|(null)|102400");
+}
+
+TEST(Mdls, NumbersThatMakeNoSenseAreNoValues) {
+    EXPECT_EQ(cameraData(picture("senseless-numbers.jpg")), "(null)|(null)|(null)|(null)|(null)|(null)");
+    EXPECT_EQ(value(picture("senseless-numbers.jpg"), "kMDItemEXIFVersion"), "2.21");
+}
+
+TEST(Mdls, ExifVersionTellsWhetherThereIsExifData) {
+    EXPECT_EQ(value(picture("no-exif-version.jpg"), "kMDItemEXIFVersion"), "unknown");
+    EXPECT_EQ(value(picture("rgb.jpg"), "kMDItemEXIFVersion"), "(null)");
+    EXPECT_EQ(value(picture("8-bit.tif"), "kMDItemEXIFVersion"), "(null)");  // its tags are those of every TIFF
+}
+
+TEST(Mdls, XmpGoesBeforeIptcAndIptcBeforeExif) {
+    const std::string path = picture("xmp-before-iptc-before-exif.jpg");
+    EXPECT_EQ(value(path, "kMDItemDescription"), "Hügel — 丘\nrear (null)");
+    EXPECT_EQ(value(path, "kMDItemCopyright"), "© Ann Otter");
+    EXPECT_EQ(value(path, "kMDItemKeywords"), "(\n    sea,\n    sky,\n    Möwe\n)");
+}
+
+TEST(Mdls, TextsAreUtf8WhateverTheFileHolds) {
+    const std::string path = picture("latin1-iptc.jpg");
+    EXPECT_EQ(value(path, "kMDItemDescription"), "Straße € 5");
+    EXPECT_EQ(value(path, "kMDItemKeywords"), "(\n    Küste,\n    two words\n)");
+    EXPECT_EQ(value(path, "kMDItemCopyright"), "Otter, Studio Mühle");
+    EXPECT_EQ(value(picture("cyrillic-iptc.jpg"), "kMDItemDescription"), "море");
+    EXPECT_EQ(value(picture("windows-texts.jpg"), "kMDItemDescription"), "Wörter");
+    EXPECT_EQ(value(picture("windows-texts.jpg"), "kMDItemKeywords"), "(\n    sea,\n    sky\n)");
+    EXPECT_EQ(value(picture("user-comment.jpg"), "kMDItemDescription"), "schön");
+}
+
+TEST(Mdls, ValuesStandInNameOrderWithNulsBetween) {
+    const Arguments arguments{"-name", "kMDItemPixelWidth", "-name", "kMDItemUnheardOf",
+                              "-name", "kMDItemColorSpace", "-raw",  picture("rgb.png")};
+    EXPECT_EQ(mdls(arguments).output, std::string("RGB\0"
+                                                  "48\0"
+                                                  "(null)",
+                                                  13));
+    EXPECT_EQ(mdls({"-name", "kMDItemPixelWidth", "-name", "kMDItemColorSpace", picture("rgb.png")}).output,
+              "kMDItemColorSpace = RGB\nkMDItemPixelWidth = 48\n");
+    EXPECT_THAT(mdls({picture("rgb.png")}).output, HasSubstr("kMDItemProfileName = (null)\n"));
+}
+
+TEST(Mdls, MisnamedPicturesAreWhatTheyHold) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write("png-with-jpeg-extension.jpg", readFile(picture("alpha.png")));
+    EXPECT_EQ(value(path, "kMDItemKind"), "PNG image");
+    EXPECT_EQ(value(path, "kMDItemHasAlphaChannel"), "1");
+}
+
+TEST(Mdls, FilesThatMakeNoSenseHaveNoValuesAndAreNoFailure) {
+    const TemporaryFolder folder;
+    const std::string nothing = std::string("(null)\0(null)\0(null)", 20);
+    for (const std::string& content :
+         {std::string(), std::string("plainly no picture"), std::string(5000, '\0'), std::string("\xff\xd8\xff"),
+          std::string("\x89PNG\r\n\x1a\n"), std::string("II*\0", 4), std::string(2000, '\xff')}) {
+        const std::string path = folder.write("senseless.jpg", content);
+        const ToolResult result = mdls(
+            {"-name", "kMDItemPixelWidth", "-name", "kMDItemEXIFVersion", "-name", "kMDItemKeywords", "-raw", path});
+        EXPECT_EQ(result.output, nothing);
+        EXPECT_EQ(result.status, exitSuccess);
+        EXPECT_EQ(result.error, "");
+    }
+}
+
+TEST(Mdls, TruncatedPicturesKeepWhatIsLeft) {
+    const TemporaryFolder folder;
+    const std::string whole = readFile(picture("orient6.jpg"));
+    const std::string path = folder.write("truncated.jpg", whole.substr(0, whole.size() * 9 / 10));
+    EXPECT_EQ(value(path, "kMDItemAcquisitionMake"), "Marlowe");
+    EXPECT_EQ(value(path, "kMDItemPixelWidth"), "32");
+}
+
+TEST(Mdls, DamagedPicturesNeverFail) {
+    const TemporaryFolder folder;
+    std::mt19937 random(7);
+    for (const char* const name : {"xmp-before-iptc-before-exif.jpg", "orient6.jpg", "profile.tif", "profile.png",
+                                   "profile.webp", "rgb.jp2", "windows-texts.jpg", "latin1-iptc.jpg"}) {
+        const std::string whole = readFile(picture(name));
+        for (int round = 0; round < 40; ++round) {
+            std::string damaged = whole;
+            for (int change = 0; change < 6; ++change) damaged[random() % damaged.size()] = static_cast<char>(random());
+            if (round % 4 == 0) damaged.resize(random() % damaged.size());
+            const ToolResult result = mdls({"-raw", folder.write("damaged", damaged)});
+            EXPECT_EQ(result.status, exitSuccess) << name;
+            EXPECT_EQ(std::count(result.output.begin(), result.output.end(), '\0'), 16) << name;
+        }
+    }
+}
+
+TEST(Mdls, NamesAreBytes) {
+    const TemporaryFolder folder;
+    for (const char* const name : {"\n", "'\"$(x)", "%41 #:", "latin \xe9", "-raw", "http:", "data:x", "-"})
+        EXPECT_EQ(value(folder.write(name, readFile(picture("orient6.jpg"))), "kMDItemAcquisitionModel"), "Field 7");
+    std::filesystem::current_path(folder.path());
+    EXPECT_EQ(value("http:", "kMDItemAcquisitionModel"), "Field 7");
+    EXPECT_EQ(value("-", "kMDItemAcquisitionModel"), "Field 7");
+    EXPECT_EQ(mdls({"-name", "kMDItemISOSpeed", "-raw", "--", "-raw"}).output, "400");
+}
+
+TEST(Mdls, OnlyAFileThatCannotBeOpenedIsAFailure) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(mkfifo((folder.path() + "/pipe.jpg").c_str(), 0600), 0);
+    for (const std::string& path : {folder.path() + "/none.jpg", folder.path(), folder.path() + "/pipe.jpg"}) {
+        const ToolResult result = mdls({"-name", "kMDItemKind", "-raw", path});
+        EXPECT_EQ(result.status, exitFailure);
+        EXPECT_THAT(result.error, HasSubstr(path));
+        EXPECT_THAT(result.output, IsEmpty());
+    }
+}
+
+TEST(Mdls, WhatItDoesNotKnowIsRefused) {
+    for (const Arguments& arguments : std::vector<Arguments>{
+             {}, {"-raw"}, {"-plist", "-", "a.jpg"}, {"a.jpg", "b.jpg"}, {"-raw", ""}, {"a.jpg", "-name"}}) {
+        const ToolResult result = mdls(arguments);
+        EXPECT_EQ(result.status, exitUsage);
+        EXPECT_THAT(result.error, HasSubstr("Usage"));
+    }
+}
+
+}  // namespace
+}  // namespace marrowbeck::tools
