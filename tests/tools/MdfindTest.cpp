@@ -114,10 +114,10 @@ TEST(Mdfind, UnreadableSubfoldersAreSkipped) {
     // Root reads every folder, so that it has to be somebody else for a while.
     constexpr uid_t nobody = 65534;
     const bool root = geteuid() == 0;
-    if (root) ASSERT_EQ(seteuid(nobody), 0);
+    ASSERT_TRUE(!root || seteuid(nobody) == 0);
     EXPECT_THAT(find(folder.path(), allImages), ElementsAre("open/b.jpg"));
     EXPECT_EQ(mdfind({"-onlyin", folder.path() + "/closed", "kMDItemContentTypeTree == *image"}).status, exitFailure);
-    if (root) ASSERT_EQ(seteuid(0), 0);
+    ASSERT_TRUE(!root || seteuid(0) == 0);
     chmod((folder.path() + "/closed").c_str(), 0700);
 }
 
