@@ -4,6 +4,7 @@
 
 #include <QColor>
 #include <QString>
+#include <QTextDocument>
 
 #include "framework/core/Color.h"
 #include "framework/core/String.h"
@@ -21,8 +22,23 @@ inline String FromQt(const QString& text) {
     return String(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
 }
 
+/// A text for a place where the toolkit would read `&` as the mark of a mnemonic.
+inline QString ToQtLiteral(const String& text) {
+    return ToQt(text).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+/// A help tag; never read as markup.
+inline QString ToToolTip(const String& text) {
+    const QString plain = ToQt(text);
+    return Qt::mightBeRichText(plain) ? QLatin1String("<qt>") + plain.toHtmlEscaped() : plain;
+}
+
 inline QColor ToQt(Color color) {
     return QColor(color.Red, color.Green, color.Blue);
+}
+
+inline Color FromQt(const QColor& color) {
+    return RGB(color.red(), color.green(), color.blue());
 }
 
 }  // namespace framework::native

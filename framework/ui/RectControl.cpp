@@ -2,17 +2,23 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <algorithm>
+#include <utility>
 
 #include "framework/ui/Native.h"
 
 namespace framework {
 
-/// The widget, and the knowledge of whether it still lives: a window destroys the widgets that stand in it.
+/// The widget, and the knowledge of whether it still lives. A control may go in the middle of an event of its own
+/// widget, so the widget goes at the event loop's next turn.
 class RectControl::Handle {
   public:
     explicit Handle(QWidget* widget) : widget_(widget) {}
     ~Handle() {
-        if (widget_ && !widget_->parent()) delete widget_.data();
+        if (!widget_) return;
+        widget_->hide();
+        widget_->setParent(nullptr);
+        widget_->deleteLater();
     }
     Handle(const Handle&) = delete;
     Handle& operator=(const Handle&) = delete;
@@ -37,7 +43,7 @@ String RectControl::Name() const {
 
 void RectControl::Name(const String& name) {
     Native()->setObjectName(native::ToQt(name));
-    if (Native()->accessibleName().isEmpty()) Native()->setAccessibleName(native::ToQt(name));
+    UpdateAccessibleName();
 }
 
 bool RectControl::Enabled() const {
@@ -93,15 +99,31 @@ void RectControl::Height(int height) {
 }
 
 void RectControl::Place(int left, int top, int width, int height) {
+    const QWidget* content = Native()->parentWidget();
+    placement_ = {left, top, width, height, content ? content->width() : 0, content ? content->height() : 0};
+    Native()->setGeometry(left, top, width, height);
+}
+
+void RectControl::Follow(int contentWidth, int contentHeight) {
+    const auto follow = [](int start, int extent, int growth, bool lockStart, bool lockEnd) {
+        if (!lockEnd) return std::pair(start, extent);
+        return lockStart ? std::pair(start, std::max(0, extent + growth)) : std::pair(start + growth, extent);
+    };
+    const auto [left, width] =
+        follow(placement_.Left, placement_.Width, contentWidth - placement_.ContentWidth, locks_.Left, locks_.Right);
+    const auto [top, height] =
+        follow(placement_.Top, placement_.Height, contentHeight - placement_.ContentHeight, locks_.Top, locks_.Bottom);
     Native()->setGeometry(left, top, width, height);
 }
 
 String RectControl::HelpTag() const {
-    return native::FromQt(Native()->toolTip());
+    return helpTag_;
 }
 
 void RectControl::HelpTag(const String& text) {
-    Native()->setToolTip(native::ToQt(text).toHtmlEscaped());
+    helpTag_ = text;
+    Native()->setToolTip(native::ToToolTip(text));
+    UpdateAccessibleName();
 }
 
 String RectControl::AccessibleName() const {
@@ -109,7 +131,18 @@ String RectControl::AccessibleName() const {
 }
 
 void RectControl::AccessibleName(const String& name) {
+    accessibleName_ = name;
+    UpdateAccessibleName();
+}
+
+void RectControl::UpdateAccessibleName() {
+    String name = accessibleName_;
+    if (name.IsEmpty()) name = OwnText();
+    const bool saysHelpTag = name.IsEmpty();
+    if (name.IsEmpty()) name = helpTag_;
+    if (name.IsEmpty()) name = Name();
     Native()->setAccessibleName(native::ToQt(name));
+    Native()->setAccessibleDescription(saysHelpTag ? QString() : native::ToQt(helpTag_));
 }
 
 }  // namespace framework

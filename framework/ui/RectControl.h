@@ -53,6 +53,9 @@ class RectControl : public Object {
     void Height(int height);
     /// Sets all four at once.
     void Place(int left, int top, int width, int height);
+    /// Moves the edges that are locked as those of a content of this size have moved since the control was placed. Each
+    /// place follows from that one alone, so that no number of resizes makes the control drift. For the window.
+    void Follow(int contentWidth, int contentHeight);
 
     const Locks& GetLocks() const { return locks_; }
     void SetLocks(const Locks& locks) { locks_ = locks; }
@@ -61,7 +64,8 @@ class RectControl : public Object {
     String HelpTag() const;
     void HelpTag(const String& text);
 
-    /// What a screen reader calls the control; without one, its own text or name serves.
+    /// What a screen reader calls the control. Without one, the first that is not empty of the text on the control, its
+    /// help tag and its name.
     String AccessibleName() const;
     void AccessibleName(const String& name);
 
@@ -76,10 +80,28 @@ class RectControl : public Object {
     /// Takes over `widget`, which has no parent yet.
     explicit RectControl(QWidget* widget);
 
+    /// The text on the control, for those who cannot see it.
+    virtual String OwnText() const { return {}; }
+    /// To be called when OwnText has changed.
+    void UpdateAccessibleName();
+
   private:
     class Handle;
+    /// Where the control was placed, and how large the window's content was then.
+    struct Placement {
+        int Left = 0;
+        int Top = 0;
+        int Width = 0;
+        int Height = 0;
+        int ContentWidth = 0;
+        int ContentHeight = 0;
+    };
+
     std::unique_ptr<Handle> handle_;
+    Placement placement_;
     Locks locks_;
+    String helpTag_;
+    String accessibleName_;
     int index_ = kAlone;
     int tabIndex_ = 0;
 };

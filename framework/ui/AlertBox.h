@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QMessageBox>
+
+#include "framework/core/String.h"
+
+namespace framework {
+
+namespace native {
+
+/// A message box for texts that come from anywhere: none of them is read as markup, and none makes the box larger than
+/// a screen.
+class AlertBox : public QMessageBox {
+  public:
+    AlertBox(QMessageBox::Icon icon, const String& title, const String& message, const String& explanation = {});
+};
+
+}  // namespace native
+
+namespace internal {
+
+/// Shows an alert with one button; what MsgBox does once there are windows.
+void PresentAlert(const String& text);
+
+}  // namespace internal
+}  // namespace framework

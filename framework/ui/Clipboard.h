@@ -1,0 +1,16 @@
+#pragma once
+
+#include "framework/core/Object.h"
+#include "framework/core/String.h"
+
+namespace framework {
+
+/// What was last copied, in this program or another.
+class Clipboard : public Object {
+  public:
+    /// The text on the clipboard, empty when something else is there.
+    String Text() const;
+    void Text(const String& text);
+};
+
+}  // namespace framework

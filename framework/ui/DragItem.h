@@ -1,0 +1,35 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "framework/core/Object.h"
+#include "framework/core/Ref.h"
+
+namespace framework {
+
+class FolderItem;
+
+/// What a person drags over a window: the first of the items, where there are several.
+class DragItem : public Object {
+  public:
+    /// From a list of URIs as RFC 2483 has it: one a line, with comments that begin with `#`.
+    explicit DragItem(std::string_view uriList);
+
+    /// Whether the item is a file or folder of this machine.
+    bool FolderItemAvailable() const { return path_.has_value(); }
+    /// The file or folder, Nil when there is none.
+    Ref<framework::FolderItem> FolderItem() const;
+
+  private:
+    std::optional<std::string> path_;
+};
+
+namespace internal {
+
+/// The path of a `file:` URI of this machine, byte by byte, whether it is valid text or not (RFC 8089).
+std::optional<std::string> PathFromUri(std::string_view uri);
+
+}  // namespace internal
+}  // namespace framework

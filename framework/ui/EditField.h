@@ -1,0 +1,10 @@
+#pragma once
+
+#include "framework/ui/TextField.h"
+
+namespace framework {
+
+/// A text field under its older class name, by which older programs tell it apart.
+class EditField : public TextField {};
+
+}  // namespace framework

@@ -1,0 +1,17 @@
+#include "framework/ui/GroupBox.h"
+
+#include <QGroupBox>
+
+#include "framework/ui/Native.h"
+
+namespace framework {
+
+GroupBox::GroupBox() : TextControl(new QGroupBox) {}
+
+void GroupBox::Caption(const String& caption) {
+    caption_ = caption;
+    static_cast<QGroupBox*>(Native())->setTitle(native::ToQtLiteral(caption));
+    UpdateAccessibleName();
+}
+
+}  // namespace framework

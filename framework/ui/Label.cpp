@@ -1,0 +1,102 @@
+#include "framework/ui/Label.h"
+
+#include <QFontMetrics>
+#include <QLabel>
+#include <QPainter>
+
+#include "framework/ui/Contrast.h"
+#include "framework/ui/Native.h"
+
+namespace framework {
+namespace {
+
+constexpr int kPlateMargin = 6;
+constexpr qreal kPlateRadius = 4;
+
+/// Draws the text itself: Qt's label would neither cut it short nor lay a plate behind it.
+class LabelWidget : public QLabel {
+  public:
+    LabelWidget() {
+        setTextFormat(Qt::PlainText);
+        setMinimumSize(0, 0);
+    }
+
+  protected:
+    void paintEvent(QPaintEvent*) override {
+        if (text().isEmpty()) return;
+        QPainter painter(this);
+        const QColor ink = palette().color(foregroundRole());
+        const auto plate =
+            internal::PlateBehind(native::FromQt(ink), native::FromQt(palette().color(QPalette::Window)));
+        const QRect area = plate ? rect().adjusted(kPlateMargin, 0, -kPlateMargin, 0) : rect();
+
+        const bool cut = !wordWrap() && !text().contains(QLatin1Char('\n'));
+        const QString shown = cut ? fontMetrics().elidedText(text(), Qt::ElideRight, area.width()) : text();
+        const int flags = static_cast<int>(alignment()) | Qt::TextExpandTabs | (wordWrap() ? Qt::TextWordWrap : 0);
+        if (plate) paintPlate(painter, native::ToQt(*plate), painter.boundingRect(area, flags, shown));
+        painter.setPen(isEnabled() ? ink : palette().color(QPalette::Disabled, QPalette::WindowText));
+        painter.drawText(area, flags, shown);
+    }
+
+  private:
+    void paintPlate(QPainter& painter, const QColor& color, const QRect& text) const {
+        const QRect plate = text.adjusted(-kPlateMargin, -1, kPlateMargin, 1) & rect();
+        painter.setRenderHint(QPainter::Antialiasing);
+        QLinearGradient shine(plate.topLeft(), plate.bottomLeft());
+        shine.setColorAt(0, color.lighter(106));
+        shine.setColorAt(1, color.darker(106));
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(shine);
+        painter.drawRoundedRect(plate, kPlateRadius, kPlateRadius);
+    }
+};
+
+QLabel& labelOf(const RectControl& control) {
+    return *static_cast<QLabel*>(control.Native());
+}
+
+}  // namespace
+
+Label::Label() : TextControl(new LabelWidget) {
+    TextAlign(AlignLeft);
+}
+
+void Label::Text(const String& text) {
+    text_ = text;
+    labelOf(*this).setText(native::ToQt(text));
+    UpdateAccessibleName();
+}
+
+Color Label::TextColor() const {
+    return native::FromQt(Native()->palette().color(Native()->foregroundRole()));
+}
+
+void Label::TextColor(Color color) {
+    QPalette palette;
+    palette.setColor(Native()->foregroundRole(), native::ToQt(color));
+    Native()->setPalette(palette);
+}
+
+int Label::TextAlign() const {
+    const Qt::Alignment align = labelOf(*this).alignment();
+    return align & Qt::AlignHCenter ? AlignCenter : align & Qt::AlignRight ? AlignRight : AlignLeft;
+}
+
+void Label::TextAlign(int align) {
+    const Qt::Alignment across = align == AlignCenter  ? Qt::AlignHCenter
+                                 : align == AlignRight ? Qt::AlignRight
+                                                       : Qt::AlignLeft;
+    labelOf(*this).setAlignment(across | (Multiline() ? Qt::AlignTop : Qt::AlignVCenter));
+}
+
+bool Label::Multiline() const {
+    return labelOf(*this).wordWrap();
+}
+
+void Label::Multiline(bool multiline) {
+    const int align = TextAlign();
+    labelOf(*this).setWordWrap(multiline);
+    TextAlign(align);
+}
+
+}  // namespace framework

@@ -1,0 +1,96 @@
+#include "framework/ui/Runtime.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QIcon>
+#include <QTimer>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "framework/core/Alert.h"
+#include "framework/core/Application.h"
+#include "framework/core/FolderItem.h"
+#include "framework/ui/AlertBox.h"
+#include "framework/ui/DragItem.h"
+#include "framework/ui/Global.h"
+#include "framework/ui/Native.h"
+
+namespace framework {
+namespace {
+
+/// What lasts from the initialisation to the end of the run. The toolkit keeps references to the argument count.
+struct Process {
+    Process(int count, char** arguments) : argumentCount(count), toolkit(argumentCount, arguments) {}
+
+    int argumentCount;
+    QApplication toolkit;
+    std::vector<std::string> documents;
+};
+
+std::unique_ptr<Process>& process() {
+    static std::unique_ptr<Process> theProcess;
+    return theProcess;
+}
+
+/// The files and folders that the command line names, as absolute paths. Its bytes are taken as they are: a name need
+/// not be valid text. The toolkit has taken out its own options; other options are nobody's and are left.
+std::vector<std::string> documentsOf(int argc, char** argv) {
+    std::vector<std::string> paths;
+    bool optionsEnded = false;
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view argument = argv[i];
+        if (!optionsEnded && argument.starts_with('-')) {
+            optionsEnded = argument == "--";
+            continue;
+        }
+        if (argument.empty()) continue;
+        if (argument.starts_with("file:")) {
+            if (auto path = internal::PathFromUri(argument)) paths.push_back(*std::move(path));
+        } else if (argument.starts_with('/')) {
+            paths.emplace_back(argument);
+        } else {
+            paths.push_back(QDir::currentPath().toStdString() + "/" + std::string(argument));
+        }
+    }
+    return paths;
+}
+
+}  // namespace
+
+int RunFrameworkInitialization(int argc, char** argv, const ProgramIdentity& identity,
+                               const std::function<int()>& startup) {
+    // The one style that is drawn from the palette alone, and so can be dark in one window and light in another.
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    process() = std::make_unique<Process>(argc, argv);
+    process()->documents = documentsOf(process()->argumentCount, argv);
+    QApplication::setApplicationName(native::ToQt(identity.Name));
+    QApplication::setDesktopFileName(native::ToQt(identity.DesktopName));
+    QApplication::setWindowIcon(QIcon::fromTheme(native::ToQt(identity.DesktopName)));
+    // A program ends by Quit, which gives it its last events.
+    QApplication::setQuitOnLastWindowClosed(false);
+    internal::SetAlertPresenter(internal::PresentAlert);
+    internal::SetQuitPreparation(internal::CloseAllWindows);
+    return startup();
+}
+
+int RuntimeRun() {
+    // Inside the loop, so that a quit in the middle of the Open event ends it.
+    QTimer::singleShot(0, &process()->toolkit, [] {
+        internal::RaiseOpen();
+        for (const std::string& path : std::exchange(process()->documents, {})) {
+            internal::RaiseOpenDocument(New<FolderItem>(String(path)));
+        }
+    });
+    const int code = QApplication::exec();
+    internal::CloseAllWindows();
+    internal::ForgetGlobals();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    process().reset();
+    return code;
+}
+
+}  // namespace framework

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <functional>
+
+#include "framework/core/String.h"
+
+namespace framework {
+
+/// What the desktop knows a program by.
+struct ProgramIdentity {
+    /// The name that people read.
+    String Name;
+    /// The name of its desktop entry, without the suffix; also its name on the message bus.
+    String DesktopName;
+};
+
+/// Begins the life of the program with windows: the toolkit, alerts and an orderly quit. Then `startup` makes the
+/// application object. Returns its result, 0 when all went well; nothing else of the framework that has windows may be
+/// used before.
+int RunFrameworkInitialization(int argc, char** argv, const ProgramIdentity& identity,
+                               const std::function<int()>& startup);
+
+/// Raises the application's Open event, hands it the files and folders of the command line, and runs the event loop
+/// until the application quits. Returns the exit code; the toolkit is gone then.
+int RuntimeRun();
+
+}  // namespace framework

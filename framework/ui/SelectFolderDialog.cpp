@@ -1,0 +1,68 @@
+#include "framework/ui/SelectFolderDialog.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLayout>
+
+#include "framework/ui/DialogRun.h"
+#include "framework/ui/Native.h"
+#include "framework/ui/WindowFrame.h"
+
+namespace framework {
+namespace {
+
+/// The toolkit's own dialog rather than the desktop's: that one has no place for the prompt.
+class Chooser : public QFileDialog {
+  public:
+    Chooser(QWidget* parent, const QString& prompt) : QFileDialog(parent) {
+        setOption(QFileDialog::DontUseNativeDialog);
+        setOption(QFileDialog::ShowDirsOnly);
+        setFileMode(QFileDialog::Directory);
+        if (prompt.isEmpty() || !layout()) return;
+        auto* const label = new QLabel(prompt, this);
+        label->setTextFormat(Qt::PlainText);
+        label->setObjectName(QStringLiteral("PromptText"));
+        const QMargins margins = layout()->contentsMargins();
+        label->setContentsMargins(margins.left(), margins.top(), margins.right(), 0);
+        layout()->setMenuBar(label);  // the place above everything else
+    }
+};
+
+QString startOf(const Ref<FolderItem>& folder) {
+    if (!folder || !folder->Directory()) return QDir::homePath();
+    const std::string path = folder->AbsolutePath().ToStd();
+    return QFile::decodeName(QByteArray::fromStdString(path));
+}
+
+}  // namespace
+
+Ref<FolderItem> SelectFolderDialog::ShowModalWithin(const Ref<Window>& window) {
+    Ref<FolderItem> chosen;
+    native::RunDialog(
+        [&] {
+            QWidget* const parent = window ? window->Native() : native::DialogParent();
+            auto* const dialog = new Chooser(parent, native::ToQt(promptText_));
+            dialog->setWindowModality(window ? Qt::WindowModal : Qt::ApplicationModal);
+            dialog->setWindowTitle(native::ToQt(title_));
+            dialog->setDirectory(startOf(initialDirectory_));
+            if (!actionButtonCaption_.IsEmpty()) {
+                dialog->setLabelText(QFileDialog::Accept, native::ToQtLiteral(actionButtonCaption_));
+            }
+            return dialog;
+        },
+        [&](QDialog& dialog) {
+            const QStringList files = static_cast<QFileDialog&>(dialog).selectedFiles();
+            if (dialog.result() != QDialog::Accepted || files.isEmpty()) return;
+            const QByteArray path = QFile::encodeName(files.front());
+            chosen = New<FolderItem>(String(std::string_view(path.constData(), static_cast<std::size_t>(path.size()))));
+        });
+    return chosen;
+}
+
+Ref<FolderItem> SelectFolderDialog::ShowModal() {
+    return ShowModalWithin(Nil);
+}
+
+}  // namespace framework

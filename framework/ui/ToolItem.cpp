@@ -1,0 +1,50 @@
+#include "framework/ui/ToolItem.h"
+
+#include <QAction>
+
+#include "framework/ui/Native.h"
+#include "framework/ui/NativePicture.h"
+#include "framework/ui/Picture.h"
+
+namespace framework {
+
+ToolItem::ToolItem() : action_(std::make_unique<QAction>()) {
+    Caption(caption_);
+}
+
+ToolItem::~ToolItem() = default;
+
+void ToolItem::Name(const String& name) {
+    name_ = name;
+    action_->setObjectName(native::ToQt(name));
+}
+
+void ToolItem::Caption(const String& caption) {
+    caption_ = caption;
+    action_->setText(native::ToQtLiteral(caption));
+    action_->setIconText(native::ToQtLiteral(caption));
+}
+
+void ToolItem::HelpTag(const String& text) {
+    helpTag_ = text;
+    action_->setToolTip(native::ToToolTip(text));
+}
+
+Ref<Picture> ToolItem::Icon() const {
+    return As<Picture>(icon_);
+}
+
+void ToolItem::Icon(const Ref<Picture>& icon) {
+    icon_ = icon;
+    action_->setIcon(native::ToQIcon(icon));
+}
+
+bool ToolItem::Enabled() const {
+    return action_->isEnabled();
+}
+
+void ToolItem::Enabled(bool enabled) {
+    action_->setEnabled(enabled);
+}
+
+}  // namespace framework
