@@ -1,0 +1,81 @@
+#include "framework/ui/Graphics.h"
+
+#include <QPainter>
+#include <QWidget>
+
+#include "framework/ui/Native.h"
+#include "framework/ui/NativePicture.h"
+#include "framework/ui/RectControl.h"
+
+namespace framework {
+
+Graphics::Graphics(QPainter& painter, int width, int height) : painter_(&painter), width_(width), height_(height) {}
+
+Graphics::Graphics(Ref<Picture> picture)
+    : picture_(std::move(picture)), width_(picture_->Width()), height_(picture_->Height()) {}
+
+Graphics::Graphics(Ref<RectControl> notBeingPainted)
+    : control_(std::move(notBeingPainted)), width_(control_->Width()), height_(control_->Height()) {}
+
+Graphics::~Graphics() = default;
+
+/// Runs the operation on the painter at hand: the event's own, or one on the picture for this operation alone.
+template <class Operation>
+void Graphics::draw(Operation operation) {
+    if (painter_) {
+        operation(*painter_);
+    } else if (picture_) {
+        QPainter painter(&picture_->GetPixels().image);
+        operation(painter);
+    } else {
+        control_->Refresh();
+    }
+}
+
+void Graphics::FillRect(int x, int y, int width, int height) {
+    if (x <= 0 && y <= 0 && x + width >= width_ && y + height >= height_) {
+        covered_ = true;
+        cover_ = foreColor_;
+    }
+    draw([&](QPainter& painter) { painter.fillRect(x, y, width, height, native::ToQt(foreColor_)); });
+}
+
+void Graphics::ClearRect(int x, int y, int width, int height) {
+    draw([&](QPainter& painter) {
+        if (picture_) {
+            painter.fillRect(x, y, width, height, Qt::white);
+        } else {
+            painter.eraseRect(x, y, width, height);
+        }
+    });
+}
+
+void Graphics::DrawPicture(const Ref<Picture>& picture, int x, int y) {
+    const QImage& image = native::ToQImage(picture);
+    draw([&](QPainter& painter) { painter.drawImage(QPoint(x, y), image); });
+}
+
+void Graphics::DrawPicture(const Ref<Picture>& picture, int x, int y, int destinationWidth, int destinationHeight,
+                           int sourceX, int sourceY, int sourceWidth, int sourceHeight) {
+    const QImage& image = native::ToQImage(picture);
+    const double dots = image.devicePixelRatio();
+    const QRectF source(sourceX * dots, sourceY * dots, sourceWidth * dots, sourceHeight * dots);
+    draw([&](QPainter& painter) {
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(QRectF(x, y, destinationWidth, destinationHeight), image, source);
+    });
+}
+
+void Graphics::DrawString(const String& text, int x, int y) {
+    draw([&](QPainter& painter) {
+        painter.setPen(native::ToQt(foreColor_));
+        painter.drawText(QPoint(x, y), native::ToQt(text));
+    });
+}
+
+bool Graphics::CoveredWith(Color& color) const {
+    if (covered_) color = cover_;
+    return covered_;
+}
+
+}  // namespace framework

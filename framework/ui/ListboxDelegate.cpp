@@ -1,0 +1,60 @@
+#include "framework/ui/ListboxDelegate.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QToolTip>
+#include <optional>
+
+#include "framework/ui/Contrast.h"
+#include "framework/ui/ListboxView.h"
+#include "framework/ui/Native.h"
+
+namespace framework {
+namespace {
+
+/// The longest tool tip, in bytes; more would not fit on the screen.
+constexpr std::size_t kLongestTip = 4000;
+
+String tipText(const String& text) {
+    if (text.ByteCount() <= kLongestTip) return text;
+    return text.Slice(0, kLongestTip) + Encodings::UTF8.Chr(0x2026);
+}
+
+}  // namespace
+
+ListboxDelegate::ListboxDelegate(ListboxView& view) : QStyledItemDelegate(&view), view_(view) {}
+
+void ListboxDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    std::optional<Color> covered;
+    const bool done = view_.PaintBackground(*painter, option.rect, index.row(), index.column(), covered);
+    if (!done) {
+        QStyleOptionViewItem cell = option;
+        initStyleOption(&cell, index);
+        // The row as a whole is what a person moves in; a frame around one of its cells says nothing.
+        cell.state.setFlag(QStyle::State_HasFocus, false);
+        const QModelIndex current = view_.currentIndex();
+        if (current.row() == index.row() && view_.hasFocus() && !cell.state.testFlag(QStyle::State_Selected)) {
+            cell.font.setUnderline(true);
+        }
+        if (covered) cell.palette.setColor(QPalette::Text, internal::IsDark(*covered) ? Qt::white : Qt::black);
+        view_.style()->drawControl(QStyle::CE_ItemViewItem, &cell, painter, &view_);
+    }
+    view_.PaintGridLines(*painter, option.rect);
+}
+
+bool ListboxDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                                const QModelIndex& index) {
+    if (event->type() != QEvent::ToolTip || !index.isValid()) {
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    }
+    const ListboxRows& rows = view_.Model().Rows();
+    String tip = rows.HelpTag(index.row(), index.column());
+    if (tip.IsEmpty() && sizeHint(option, index).width() > option.rect.width()) {
+        tip = rows.Cell(index.row(), index.column());
+    }
+    QToolTip::showText(event->globalPos(), native::ToToolTip(tipText(tip)), view_.viewport(), option.rect);
+    return true;
+}
+
+}  // namespace framework

@@ -1,0 +1,177 @@
+#include "framework/ui/ListboxModel.h"
+
+#include <QMimeData>
+#include <QTimerEvent>
+#include <algorithm>
+#include <utility>
+
+#include "framework/core/Dispatch.h"
+#include "framework/core/Exceptions.h"
+#include "framework/ui/Native.h"
+
+namespace framework {
+namespace {
+
+std::size_t at(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+}  // namespace
+
+QString ShownText(const String& text) {
+    // A caption can be a book; laying it out for each paint would hold up the window.
+    constexpr std::size_t kLongest = 2000;
+    QString shown = native::ToQt(text.ByteCount() > kLongest ? text.Slice(0, kLongest) : text);
+    if (text.ByteCount() > kLongest) shown.append(QChar(0x2026));
+    for (QChar& character : shown) {
+        const char16_t code = character.unicode();
+        if (code < u' ' || code == u'\x7F' || code == QChar::LineSeparator || code == QChar::ParagraphSeparator) {
+            character = QLatin1Char(' ');
+        }
+    }
+    return shown;
+}
+
+void ListboxModel::Append(const Array<String>& texts) {
+    rows_.Append(texts);
+    announceLater();
+}
+
+void ListboxModel::Remove(int row) {
+    Announce();
+    if (row < 0 || row >= announced_) throw OutOfBoundsException();
+    const internal::NoYield noYield;
+    beginRemoveRows({}, row, row);
+    rows_.Remove(row);
+    --announced_;
+    endRemoveRows();
+}
+
+void ListboxModel::Clear() {
+    const internal::NoYield noYield;
+    if (announced_ > 0) beginRemoveRows({}, 0, announced_ - 1);
+    rows_.Clear();
+    lastChanged_ = -1;
+    if (std::exchange(announced_, 0) > 0) endRemoveRows();
+}
+
+void ListboxModel::Reorder(const std::vector<int>& order) {
+    Announce();
+    const internal::NoYield noYield;
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    rows_.Reorder(order);
+    std::vector<int> place(order.size());
+    for (std::size_t i = 0; i < order.size(); ++i) place[at(order[i])] = static_cast<int>(i);
+    const QModelIndexList before = persistentIndexList();
+    QModelIndexList after = before;
+    for (QModelIndex& moved : after) {
+        if (at(moved.row()) < place.size()) moved = index(place[at(moved.row())], moved.column());
+    }
+    changePersistentIndexList(before, after);
+    emit layoutChanged({}, VerticalSortHint);
+}
+
+void ListboxModel::ColumnCount(int count) {
+    count = std::max(count, 1);
+    const int old = rows_.ColumnCount();
+    if (count == old) return;
+    Announce();
+    const internal::NoYield noYield;
+    if (count > old) {
+        beginInsertColumns({}, old, count - 1);
+    } else {
+        beginRemoveColumns({}, count, old - 1);
+    }
+    rows_.ColumnCount(count);
+    headings_.resize(at(count));
+    if (count > old) {
+        endInsertColumns();
+    } else {
+        endRemoveColumns();
+    }
+}
+
+void ListboxModel::Cell(int row, int column, const String& text) {
+    rows_.Cell(row, column, text);
+    if (row >= announced_) return;
+    firstChanged_ = lastChanged_ < 0 ? row : std::min(firstChanged_, row);
+    lastChanged_ = std::max(lastChanged_, row);
+    announceLater();
+}
+
+String ListboxModel::Heading(int column) const {
+    if (column < 0 || column >= rows_.ColumnCount()) throw OutOfBoundsException();
+    return headings_[at(column)];
+}
+
+void ListboxModel::Heading(int column, const String& text) {
+    if (column < 0 || column >= rows_.ColumnCount()) throw OutOfBoundsException();
+    headings_[at(column)] = text;
+    emit headerDataChanged(Qt::Horizontal, column, column);
+}
+
+void ListboxModel::announceLater() {
+    if (!announcement_.isActive()) announcement_.start(0, this);
+}
+
+void ListboxModel::Announce() {
+    announcement_.stop();
+    const internal::NoYield noYield;
+    if (lastChanged_ >= 0) {
+        const int last = std::exchange(lastChanged_, -1);
+        emit dataChanged(index(firstChanged_, 0), index(last, rows_.ColumnCount() - 1), {Qt::DisplayRole});
+    }
+    if (announced_ < rows_.Count()) {
+        beginInsertRows({}, announced_, rows_.Count() - 1);
+        announced_ = rows_.Count();
+        endInsertRows();
+    }
+}
+
+void ListboxModel::timerEvent(QTimerEvent* event) {
+    if (event->timerId() == announcement_.timerId()) Announce();
+}
+
+QString ListboxModel::AsText(const std::vector<int>& rows) const {
+    QString text;
+    for (const int row : rows) {
+        if (!text.isEmpty()) text.append(QLatin1Char('\n'));
+        for (int column = 0; column < rows_.ColumnCount(); ++column) {
+            if (column > 0) text.append(QLatin1Char('\t'));
+            text.append(ShownText(rows_.Cell(row, column)));
+        }
+    }
+    return text;
+}
+
+QVariant ListboxModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || role != Qt::DisplayRole) return {};
+    return ShownText(rows_.Cell(index.row(), index.column()));
+}
+
+QVariant ListboxModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section >= rows_.ColumnCount()) return {};
+    return ShownText(headings_[at(section)]);
+}
+
+Qt::ItemFlags ListboxModel::flags(const QModelIndex& index) const {
+    constexpr Qt::ItemFlags kRow = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+    return index.isValid() ? kRow | Qt::ItemIsDragEnabled : Qt::ItemIsDropEnabled;
+}
+
+QStringList ListboxModel::mimeTypes() const {
+    return {QStringLiteral("text/plain")};
+}
+
+QMimeData* ListboxModel::mimeData(const QModelIndexList& indexes) const {
+    std::vector<int> rows;
+    for (const QModelIndex& index : indexes) rows.push_back(index.row());
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    // The toolkit takes it over.
+    auto data = std::make_unique<QMimeData>();
+    data->setText(AsText(rows));
+    return data.release();
+}
+
+}  // namespace framework

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QBasicTimer>
+#include <QStringList>
+
+#include "framework/ui/ListboxRows.h"
+
+namespace framework {
+
+/// A list's rows as the toolkit's view sees them. Rows that were added and cells that were changed are announced to
+/// the view together, at the next turn of the event loop: until then the view knows the first rows only.
+class ListboxModel : public QAbstractTableModel {
+  public:
+    const ListboxRows& Rows() const { return rows_; }
+
+    void Append(const Array<String>& texts);
+    void Remove(int row);
+    void Clear();
+    void Reorder(const std::vector<int>& order);
+    void ColumnCount(int count);
+    void Cell(int row, int column, const String& text);
+    void HelpTag(int row, int column, const String& text) { rows_.HelpTag(row, column, text); }
+    void Tag(int row, int column, const Variant& value) { rows_.Tag(row, column, value); }
+
+    String Heading(int column) const;
+    void Heading(int column, const String& text);
+
+    /// Tells the view now what has not been told yet.
+    void Announce();
+
+    /// The rows as lines of text with tabs between the cells.
+    QString AsText(const std::vector<int>& rows) const;
+
+    int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : announced_; }
+    int columnCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : rows_.ColumnCount();
+    }
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    Qt::DropActions supportedDropActions() const override { return Qt::CopyAction | Qt::MoveAction; }
+    QStringList mimeTypes() const override;
+    QMimeData* mimeData(const QModelIndexList& indexes) const override;
+
+  protected:
+    void timerEvent(QTimerEvent* event) override;
+
+  private:
+    void announceLater();
+
+    ListboxRows rows_;
+    std::vector<String> headings_ = std::vector<String>(1);
+    int announced_ = 0;
+    /// The rows whose cells have changed, none while the first is behind the last.
+    int firstChanged_ = 0;
+    int lastChanged_ = -1;
+    QBasicTimer announcement_;
+};
+
+/// A cell's text as it is shown: on one line, and no longer than anybody could read at a glance.
+QString ShownText(const String& text);
+
+}  // namespace framework
