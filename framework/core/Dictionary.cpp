@@ -22,7 +22,11 @@ void Dictionary::Value(const Variant& key, Variant value) {
     std::swap(place->second.value, value);
     if (!isNew) return;
     // Gaps at most double the memory of the order.
-    if (order_.size() >= 16 && order_.size() / 2 >= table_.size()) settle(table_.size() - 1);
+    if (order_.size() >= 16 && order_.size() / 2 >= table_.size()) {
+        settle(table_.size() - 1);
+        order_.resize(settled_);
+        unsettled_ = settled_;
+    }
     place->second.position = order_.size();
     order_.push_back(&*place);
 }
@@ -75,10 +79,6 @@ void Dictionary::settle(std::size_t count) const {
         Entry* entry = std::exchange(order_[unsettled_++], nullptr);
         entry->second.position = settled_;
         order_[settled_++] = entry;
-    }
-    if (settled_ == table_.size()) {
-        order_.resize(settled_);
-        unsettled_ = settled_;
     }
 }
 

@@ -13,7 +13,7 @@ namespace framework {
 
 /// Values by keys. Keys are equal as Variants are: texts without regard to case, and the spelling that came first
 /// stays. Keys stand in the order in which they first came in. All operations take constant time on average, also in a
-/// loop that removes as it goes.
+/// loop that goes through the keys and removes some on its way.
 class Dictionary : public Object {
   public:
     Dictionary() = default;

@@ -1,0 +1,69 @@
+#include "framework/core/Date.h"
+
+#include <gtest/gtest.h>
+
+#include <ctime>
+
+#include "framework/core/Clock.h"
+#include "framework/core/Ref.h"
+
+using namespace framework;
+
+namespace {
+
+/// What a date that held a certain moment says after `text` was given to it.
+std::string after(const String& text) {
+    const Ref<Date> date = New<Date>();
+    date->SQLDateTime("2001-02-03 04:05:06");
+    date->SQLDateTime(text);
+    return date->SQLDateTime().ToStd();
+}
+
+}  // namespace
+
+TEST(Date, isBornWithTheLocalTime) {
+    setenv("TZ", "XYZ-5:30", 1);
+    tzset();
+    const std::time_t before = std::time(nullptr);
+    const Ref<Date> date = New<Date>();
+    const std::time_t behind = std::time(nullptr);
+    std::tm fields{};
+    fields.tm_year = date->Year() - 1900;
+    fields.tm_mon = date->Month() - 1;
+    fields.tm_mday = date->Day();
+    fields.tm_hour = date->Hour();
+    fields.tm_min = date->Minute();
+    fields.tm_sec = date->Second();
+    const std::time_t moment = timegm(&fields) - (5 * 60 + 30) * 60;
+    EXPECT_GE(moment, before);
+    EXPECT_LE(moment, behind);
+}
+
+TEST(Date, readsAllForms) {
+    EXPECT_EQ(after("2024-02-29 23:59:59"), "2024-02-29 23:59:59");
+    EXPECT_EQ(after("2024-12-01T00:00:00Z"), "2024-12-01 00:00:00");
+    EXPECT_EQ(after("2024-12-01T01:02:03"), "2024-12-01 01:02:03");
+    EXPECT_EQ(after(" 0007-12-01\n"), "0007-12-01 00:00:00");
+    const Ref<Date> date = New<Date>();
+    date->SQLDateTime("2024-05-06 07:08:09");
+    EXPECT_EQ(date->Year() * 10000 + date->Month() * 100 + date->Day(), 20240506);
+    EXPECT_EQ(date->Hour() * 10000 + date->Minute() * 100 + date->Second(), 70809);
+}
+
+TEST(Date, staysAsItIsWhenTheTextMakesNoSense) {
+    for (const char* text : {"", "yesterday", "2023-02-29", "2024-13-01", "2024-00-10", "2024-01-00", "2024-01-32",
+                             "2024-01-01 24:00:00", "2024-01-01 12:60:00", "2024-01-01 12:00:61", "2024-01-01 12:00",
+                             "24-01-01", "2024-1-1", "2024-01-01 12:00:00ZZ", "2024-01-01x", "-024-01-01"}) {
+        EXPECT_EQ(after(text), "2001-02-03 04:05:06") << text;
+    }
+}
+
+TEST(Clock, goesForward) {
+    const int ticks = Ticks();
+    const double micros = Microseconds();
+    timespec pause{0, 50000000};
+    nanosleep(&pause, nullptr);
+    EXPECT_GE(Ticks() - ticks, 2);
+    EXPECT_GE(Microseconds() - micros, 50000);
+    EXPECT_LT(Ticks(), 60 * 60);
+}

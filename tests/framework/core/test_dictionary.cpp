@@ -1,0 +1,157 @@
+#include "framework/core/Dictionary.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "framework/core/Exceptions.h"
+#include "framework/core/Text.h"
+
+using namespace framework;
+using testing::ElementsAre;
+
+namespace {
+
+std::vector<std::string> keys(const Ref<Dictionary>& dictionary) {
+    std::vector<std::string> result;
+    for (int i = 0; i < dictionary->Count(); ++i) result.push_back(dictionary->Key(i).StringValue().ToStd());
+    return result;
+}
+
+Ref<Dictionary> numbered(int count) {
+    const Ref<Dictionary> dictionary = New<Dictionary>();
+    for (int i = 0; i < count; ++i) dictionary->Value(Str(i), i);
+    return dictionary;
+}
+
+/// Looks at the dictionary that holds it while it is destroyed.
+class Watcher : public Object {
+  public:
+    explicit Watcher(Dictionary* owner) : owner_(owner) {}
+    ~Watcher() override {
+        owner_->Value("seen", owner_->Count());
+        owner_->Remove("other");
+    }
+
+  private:
+    Dictionary* owner_;
+};
+
+}  // namespace
+
+TEST(Dictionary, findsKeysWithoutRegardToCase) {
+    const Ref<Dictionary> headers = New<Dictionary>();
+    headers->Value("Content-Length", 1);
+    headers->Value("content-length", 2);
+    headers->Value("É", 3);
+    EXPECT_EQ(headers->Count(), 2);
+    EXPECT_EQ(headers->Value("CONTENT-LENGTH").IntegerValue(), 2);
+    EXPECT_TRUE(headers->HasKey("é"));
+    EXPECT_THAT(keys(headers), ElementsAre("Content-Length", "É"));
+    headers->Remove("cONTENT-lENGTH");
+    headers->Value("content-length", 4);
+    EXPECT_THAT(keys(headers), ElementsAre("É", "content-length"));
+}
+
+TEST(Dictionary, answersForAbsentKeys) {
+    const Ref<Dictionary> dictionary = New<Dictionary>();
+    EXPECT_THROW(dictionary->Value("a"), KeyNotFoundException);
+    EXPECT_EQ(dictionary->Lookup("a", "stand-in").StringValue().ToStd(), "stand-in");
+    dictionary->Remove("a");
+    EXPECT_EQ(dictionary->Count(), 0);
+    dictionary->Value("a", Nil);
+    EXPECT_TRUE(dictionary->Lookup("a", 1).IsNil());
+    EXPECT_THROW(dictionary->Key(-1), OutOfBoundsException);
+    EXPECT_THROW(dictionary->Key(1), OutOfBoundsException);
+}
+
+TEST(Dictionary, takesKeysOfAllKinds) {
+    const Ref<Object> object = New<Dictionary>();
+    const Ref<Dictionary> dictionary = New<Dictionary>(std::initializer_list<std::pair<Variant, Variant>>{
+        {1, "number"}, {"1", "text"}, {object, "object"}, {Nil, "nothing"}});
+    EXPECT_EQ(dictionary->Value(1.0).StringValue().ToStd(), "number");
+    EXPECT_EQ(dictionary->Value("1").StringValue().ToStd(), "text");
+    EXPECT_EQ(dictionary->Value(object).StringValue().ToStd(), "object");
+    EXPECT_EQ(dictionary->Value(Nil).StringValue().ToStd(), "nothing");
+}
+
+// Whatever is done in whatever order, the dictionary must agree with a plain list of pairs.
+TEST(Dictionary, keepsOrderUnderRandomUse) {
+    std::mt19937 random(11);
+    const auto any = [&random](int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); };
+    for (int round = 0; round < 50; ++round) {
+        const Ref<Dictionary> dictionary = New<Dictionary>();
+        std::vector<std::pair<std::string, int>> expected;
+        for (int step = 0; step < 400; ++step) {
+            const std::string key = std::to_string(any(60));
+            const auto found =
+                std::find_if(expected.begin(), expected.end(), [&](const auto& pair) { return pair.first == key; });
+            const int action = any(10);
+            if (action < 4) {
+                dictionary->Value(String(key), step);
+                if (found == expected.end()) {
+                    expected.emplace_back(key, step);
+                } else {
+                    found->second = step;
+                }
+            } else if (action < 7) {
+                dictionary->Remove(String(key));
+                if (found != expected.end()) expected.erase(found);
+            } else if (!expected.empty()) {
+                const int index = any(static_cast<int>(expected.size()));
+                const auto& [name, value] = expected[static_cast<std::size_t>(index)];
+                ASSERT_EQ(dictionary->Key(index).StringValue().ToStd(), name);
+                ASSERT_EQ(dictionary->Value(String(name)).IntegerValue(), value);
+            }
+            ASSERT_EQ(dictionary->Count(), static_cast<int>(expected.size()));
+        }
+    }
+}
+
+// Each loop would take hours if a removal, or the key after it, cost more than a constant time.
+TEST(Dictionary, isQuickWithManyKeys) {
+    constexpr int kCount = 400000;
+    Ref<Dictionary> dictionary = numbered(kCount);
+    EXPECT_EQ(dictionary->Key(kCount / 2).IntegerValue(), kCount / 2);
+    for (int i = kCount - 1; i >= kCount / 2; --i) dictionary->Remove(dictionary->Key(i));
+    while (dictionary->Count() > kCount / 4) dictionary->Remove(dictionary->Key(0));
+    for (int i = 0; i < dictionary->Count();) {
+        if (dictionary->Value(dictionary->Key(i)).IntegerValue() % 2 == 0) {
+            dictionary->Remove(dictionary->Key(i));
+        } else {
+            ++i;
+        }
+    }
+    EXPECT_EQ(dictionary->Count(), kCount / 8);
+    EXPECT_EQ(dictionary->Key(0).IntegerValue(), kCount / 4 + 1);
+    EXPECT_EQ(dictionary->Key(kCount / 8 - 1).IntegerValue(), kCount / 2 - 1);
+    // A queue: something comes in behind for everything that leaves in front.
+    for (int i = 0; i < kCount; ++i) {
+        dictionary->Remove(dictionary->Key(0));
+        dictionary->Value(i + 0.5, i);
+    }
+    EXPECT_EQ(dictionary->Count(), kCount / 8);
+}
+
+TEST(Dictionary, survivesValuesThatUseItWhileTheyGo) {
+    const Ref<Dictionary> dictionary = New<Dictionary>();
+    const auto fill = [&] {
+        dictionary->Value("watcher", New<Watcher>(dictionary.Get()));
+        dictionary->Value("other", 1);
+    };
+    fill();
+    dictionary->Remove("watcher");
+    EXPECT_THAT(keys(dictionary), ElementsAre("seen"));
+    fill();
+    dictionary->Value("watcher", 5);
+    EXPECT_THAT(keys(dictionary), ElementsAre("seen", "watcher"));
+    fill();
+    dictionary->Clear();
+    EXPECT_THAT(keys(dictionary), ElementsAre("seen"));
+    EXPECT_EQ(dictionary->Value("seen").IntegerValue(), 0);
+    dictionary->Clear();
+}

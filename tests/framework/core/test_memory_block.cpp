@@ -1,0 +1,72 @@
+#include "framework/core/MemoryBlock.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "framework/core/Bitwise.h"
+#include "framework/core/Exceptions.h"
+#include "framework/core/Ref.h"
+
+using namespace framework;
+
+TEST(MemoryBlock, readsAndWritesNumbersAtAnyOffset) {
+    const Ref<MemoryBlock> block = New<MemoryBlock>(8);
+    block->Long(1, -2);
+    EXPECT_EQ(block->Long(1), -2);
+    EXPECT_EQ(block->Byte(0), 0);
+    EXPECT_EQ(block->Byte(5), 0);
+    EXPECT_EQ(block->UShort(3), 0xFFFF);
+    EXPECT_EQ(block->Short(3), -1);
+    block->UShort(0, 0x0102);
+    EXPECT_EQ(static_cast<unsigned char*>(block->Data())[0], 2);
+    block->Byte(7, 200);
+    EXPECT_EQ(block->Byte(7), 200);
+}
+
+TEST(MemoryBlock, refusesWhatReachesOutside) {
+    const Ref<MemoryBlock> block = New<MemoryBlock>(4);
+    block->Long(0, 1);
+    EXPECT_THROW(block->Long(1), OutOfBoundsException);
+    EXPECT_THROW(block->Byte(4), OutOfBoundsException);
+    EXPECT_THROW(block->Byte(-1, 0), OutOfBoundsException);
+    EXPECT_THROW(block->Short(std::numeric_limits<int>::max()), OutOfBoundsException);
+    EXPECT_THROW(block->CString(1, "abc"), OutOfBoundsException);
+    EXPECT_THROW(block->StringValue(3, 2), OutOfBoundsException);
+    EXPECT_THROW(block->StringValue(0, -1), OutOfBoundsException);
+    EXPECT_THROW(block->StringValue(0, 5, ""), OutOfBoundsException);
+    EXPECT_EQ(block->Long(0), 1);
+    EXPECT_THROW(New<MemoryBlock>(-1)->Byte(0), OutOfBoundsException);
+}
+
+TEST(MemoryBlock, holdsTexts) {
+    const Ref<MemoryBlock> block = New<MemoryBlock>(String(std::string_view("ab\0\xFF", 4)));
+    EXPECT_EQ(block->Size(), 4);
+    EXPECT_EQ(block->CString(0).ToStd(), "ab");
+    EXPECT_EQ(block->CString(3).ToStd(), "\xFF");
+    EXPECT_TRUE(block->CString(4).IsEmpty());
+    EXPECT_EQ(block->StringValue(1, 3).ToStd(), std::string("b\0\xFF", 3));
+    EXPECT_EQ(block->StringValue(1, 3).Encoding(), Encodings::Undefined);
+    block->StringValue(0, 3, "x");
+    EXPECT_EQ(block->StringValue(0, 4).ToStd(), std::string("x\0\0\xFF", 4));
+    block->StringValue(0, 2, "long");
+    EXPECT_EQ(block->CString(0).ToStd(), "lo");
+    block->CString(1, "yz");
+    EXPECT_EQ(block->CString(0).ToStd(), "lyz");
+}
+
+TEST(MemoryBlock, growsWithZeros) {
+    const Ref<MemoryBlock> block = New<MemoryBlock>(String("\xFF\xFF"));
+    block->Size(1);
+    block->Size(4);
+    EXPECT_EQ(block->Long(0), 255);
+    block->Size(0);
+    EXPECT_EQ(block->Size(), 0);
+    EXPECT_TRUE(block->StringValue(0, 0).IsEmpty());
+}
+
+TEST(Bitwise, worksOnAll64Bits) {
+    EXPECT_EQ(Bitwise::BitAnd(0xF00000000000000FULL, 0x800000000000000CULL), 0x800000000000000CULL);
+    EXPECT_EQ(Bitwise::BitOr(1ULL << 63, 1), 0x8000000000000001ULL);
+    EXPECT_EQ(Bitwise::OnesComplement(0xFF), 0xFFFFFFFFFFFFFF00ULL);
+}

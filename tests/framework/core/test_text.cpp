@@ -1,0 +1,192 @@
+#include "framework/core/Text.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+using namespace framework;
+using testing::ElementsAre;
+
+namespace {
+
+std::vector<std::string> pieces(const String& text, const String& separator) {
+    std::vector<std::string> result;
+    for (const String& piece : Split(text, separator)) result.push_back(piece.ToStd());
+    return result;
+}
+
+/// InStr by its definition: the first position at which each character equals that of the text looked for.
+int inStrByDefinition(int start, const String& text, const String& find) {
+    for (int position = std::max(start, 1); position <= Len(text) - Len(find) + 1; ++position) {
+        if (Mid(text, position, Len(find)) == find) return position;
+    }
+    return 0;
+}
+
+}  // namespace
+
+TEST(Mid, takesPartsInCharacters) {
+    const String text = "aé€𝄞z";
+    EXPECT_EQ(Mid(text, 2, 3).ToStd(), "é€𝄞");
+    EXPECT_EQ(Mid(text, 4).ToStd(), "𝄞z");
+    EXPECT_EQ(Mid(text, 0, 2).ToStd(), "aé");
+    EXPECT_EQ(Mid(text, -5).ToStd(), text.ToStd());
+    EXPECT_EQ(Mid(text, 5, 2147483647).ToStd(), "z");
+    EXPECT_TRUE(Mid(text, 6).IsEmpty());
+    EXPECT_TRUE(Mid(text, 2, 0).IsEmpty());
+    EXPECT_TRUE(Mid(text, 2, -1).IsEmpty());
+}
+
+TEST(LeftAndRight, takeWhatThereIs) {
+    EXPECT_EQ(Left("é€z", 2).ToStd(), "é€");
+    EXPECT_EQ(Right("é€z", 2).ToStd(), "€z");
+    EXPECT_EQ(Left("ab", 5).ToStd(), "ab");
+    EXPECT_EQ(Right("ab", 5).ToStd(), "ab");
+    EXPECT_TRUE(Left("ab", -1).IsEmpty());
+    EXPECT_TRUE(Right("ab", 0).IsEmpty());
+    EXPECT_EQ(LenB("é€"), 5);
+}
+
+TEST(InStr, countsInCharactersFromOne) {
+    EXPECT_EQ(InStr("é€ab", "AB"), 3);
+    EXPECT_EQ(InStr(0, "abab", "ab"), 1);
+    EXPECT_EQ(InStr(2, "abab", "ab"), 3);
+    EXPECT_EQ(InStr(4, "abab", "ab"), 0);
+    EXPECT_EQ(InStr(99, "abab", "ab"), 0);
+    EXPECT_EQ(InStr("abc", ""), 1);
+    EXPECT_EQ(InStr(3, "abc", ""), 3);
+    EXPECT_EQ(InStr("", ""), 0);
+    EXPECT_EQ(InStr(String(std::string_view("a\0b", 3)), Chr(0)), 2);
+    EXPECT_EQ(InStr("x\xE2\x82y\xE2\x82\xAC", "€"), 5);
+    EXPECT_EQ(InStrB(1, "éAb", "b"), 4);
+    EXPECT_EQ(InStrB(1, "AB", "b"), 0);
+}
+
+// Letters that fold into ASCII and ones of other lengths, stray bytes and repeated beginnings, in all encodings: the
+// quick ways of searching must find what the definition finds.
+TEST(InStr, findsWhatTheDefinitionFinds) {
+    const std::vector<String> alphabet = {"a", "A", "k", "K", "\u212A", "S",    "ſ",
+                                          "ß", "ẞ", "é", "É", ".",      "\xC3", "\xA9"};
+    const TextEncoding encodings[] = {Encodings::UTF8, Encodings::UTF16, Encodings::WindowsLatin1};
+    std::mt19937 random(7);
+    const auto any = [&random](std::size_t count) { return random() % count; };
+    const auto text = [&](std::size_t most, std::size_t letters) {
+        String result;
+        for (std::size_t left = any(most) + 1; left > 0; --left) result += alphabet[any(letters)];
+        return result.Converted(encodings[any(3)]);
+    };
+    for (int round = 0; round < 20000; ++round) {
+        // Every second time ASCII only.
+        const std::size_t letters = round % 2 == 0 ? 4 : alphabet.size();
+        const String where = text(12, letters);
+        const String what = text(3, round % 3 == 0 ? 4 : letters);
+        const int start = static_cast<int>(any(5));
+        ASSERT_EQ(InStr(start, where, what), inStrByDefinition(start, where, what))
+            << where.Bytes() << " | " << what.Bytes();
+    }
+}
+
+TEST(Replace, takesTheFirstOrAll) {
+    EXPECT_EQ(Replace("(NULL), (null)", "(null)", "").ToStd(), ", (null)");
+    EXPECT_EQ(ReplaceAll("aAaa", "aa", "b").ToStd(), "bb");
+    EXPECT_EQ(ReplaceAll("a  b   c", "  ", "").ToStd(), "ab c");
+    EXPECT_EQ(ReplaceAll("%", "%", "%25").ToStd(), "%25");
+    EXPECT_EQ(ReplaceAll("groẞ", "ß", "ss").ToStd(), "gross");
+    EXPECT_EQ(ReplaceAll("abc", "", "x").ToStd(), "abc");
+    EXPECT_EQ(ReplaceAll("abc", "abc", "").ByteCount(), 0U);
+    EXPECT_EQ(ReplaceAll("a\xFF"
+                         "b\xFF",
+                         "b", "")
+                  .ToStd(),
+              "a\xFF\xFF");
+    const String wide = ReplaceAll(String("a/b").Converted(Encodings::UTF16), "/", ":é");
+    EXPECT_EQ(wide.Encoding(), Encodings::UTF16);
+    EXPECT_EQ(wide.Converted(Encodings::UTF8).ToStd(), "a:éb");
+}
+
+TEST(Trim, takesUnicodeSpaceButNoNul) {
+    EXPECT_EQ(Trim(" \t\r\n a b\u00A0\u3000 ").ToStd(), "a b");
+    EXPECT_EQ(LTrim("  a ").ToStd(), "a ");
+    EXPECT_EQ(RTrim(" a  ").ToStd(), " a");
+    EXPECT_TRUE(Trim(" \n").IsEmpty());
+    EXPECT_EQ(LenB(Trim(" " + Chr(0) + " ")), 1);
+    // The last byte of the no-break space is no space by itself.
+    EXPECT_EQ(Trim("x\xA0 ").ToStd(), "x\xA0");
+    EXPECT_EQ(Trim(String("x\xA0", Encodings::Undefined)).ToStd(), "x\xA0");
+    EXPECT_EQ(Trim(String(" x ").Converted(Encodings::UTF16)), String("x"));
+}
+
+TEST(Lowercase, mapsCharacterByCharacter) {
+    EXPECT_EQ(Lowercase("ÄΣ İ Straße1").ToStd(), "äσ İ straße1");
+    EXPECT_EQ(Uppercase("äσς straße").ToStd(), "ÄΣΣ STRAßE");
+    EXPECT_EQ(Lowercase("A\xC9\xFF").ToStd(), "a\xC9\xFF");
+    EXPECT_EQ(Lowercase(String("A\xC9", Encodings::WindowsLatin1)).ToStd(), "a\xE9");
+    EXPECT_EQ(Lowercase(String("A\xC9", Encodings::Undefined)).ToStd(), "a\xC9");
+    // The capital of the micro sign is Greek, and has no place in this encoding.
+    EXPECT_EQ(Uppercase(String("\xB5\xFF?", Encodings::WindowsLatin1)).ToStd(), "\xB5\x9F?");
+}
+
+TEST(Split, givesThePieces) {
+    EXPECT_EQ(Split("", ",").Ubound(), -1);
+    EXPECT_EQ(Split("a" + Chr(0), Chr(0)).Ubound(), 1);
+    EXPECT_THAT(pieces(",a,,b,", ","), ElementsAre("", "a", "", "b", ""));
+    EXPECT_THAT(pieces("oneANDtwoandthree", "And"), ElementsAre("one", "two", "three"));
+    EXPECT_THAT(pieces("a\r\nb\r\n", "\r\n"), ElementsAre("a", "b", ""));
+    EXPECT_THAT(pieces("xxx", "xx"), ElementsAre("", "x"));
+    EXPECT_THAT(pieces("abc", ""), ElementsAre("abc"));
+    EXPECT_THAT(pieces("é\u212Aé\xFFké", "K"), ElementsAre("é", "é\xFF", "é"));
+    const Array<String> raw = Split(String(std::string_view("\xE9\0\xC3", 3), Encodings::Undefined), Chr(0));
+    ASSERT_EQ(raw.Ubound(), 1);
+    EXPECT_EQ(raw(1).ToStd(), "\xC3");
+    EXPECT_EQ(raw(1).Encoding(), Encodings::Undefined);
+}
+
+TEST(NthField, agreesWithSplitAndCountFields) {
+    for (const char* text : {"a", "/a/b", "a/b/", "//", "é/\xFF"}) {
+        const Array<String> fields = Split(text, "/");
+        EXPECT_EQ(CountFields(text, "/"), fields.Ubound() + 1);
+        for (int i = -1; i <= fields.Ubound() + 1; ++i) {
+            const std::string expected = i < 0 || i > fields.Ubound() ? "" : fields(i).ToStd();
+            EXPECT_EQ(NthField(text, "/", i + 1).ToStd(), expected) << text << " " << i;
+        }
+    }
+    EXPECT_EQ(CountFields("", "/"), 1);
+    EXPECT_TRUE(NthField("", "/", 1).IsEmpty());
+    EXPECT_EQ(NthField("a/b", "", 1).ToStd(), "a/b");
+    EXPECT_TRUE(NthField("a/b", "/", -2147483647 - 1).IsEmpty());
+}
+
+TEST(Asc, isTheReverseOfChr) {
+    for (const int code : {0, 10, 65, 127, 128, 255, 10003, 0x1D11E}) EXPECT_EQ(Asc(Chr(code)), code);
+    EXPECT_EQ(Asc(""), 0);
+    EXPECT_EQ(Asc("\xE9"), 0xE9);
+    EXPECT_EQ(Asc(String("\xE9", Encodings::Undefined)), 0xE9);
+    EXPECT_EQ(Chr(-1).ToStd(), "\uFFFD");
+}
+
+TEST(DefineEncoding, changesNothingButTheLabel) {
+    const String label = DefineEncoding("é", Encodings::WindowsLatin1);
+    EXPECT_EQ(label.ToStd(), "é");
+    EXPECT_EQ(Len(label), 2);
+    EXPECT_EQ(Len(ConvertEncoding(label, Encodings::UTF8)), 2);
+    EXPECT_EQ(LenB(ConvertEncoding(label, Encodings::UTF8)), 4);
+}
+
+// Half a million pieces, and a million characters looked at one by one: hopeless if any of it took quadratic time.
+TEST(Text, worksInLinearTime) {
+    String text;
+    for (int i = 0; i < 500000; ++i) text += "é" + Chr(0);
+    EXPECT_EQ(Split(text, Chr(0)).Ubound(), 500000);
+    EXPECT_EQ(LenB(ReplaceAll(text, Chr(0), "")), 1000000);
+    int count = 0;
+    for (int i = 1; i <= Len(text); ++i) {
+        if (Asc(Mid(text, i, 1)) == 0) ++count;
+    }
+    EXPECT_EQ(count, 500000);
+    count = 0;
+    for (int at = InStr(text, Chr(0)); at > 0; at = InStr(at + 1, text, Chr(0))) ++count;
+    EXPECT_EQ(count, 500000);
+}
