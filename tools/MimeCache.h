@@ -45,8 +45,8 @@ class MimeCache {
     /// Appends the types whose suffix (`*.jpg`) ends the name, letters taken likewise.
     void matchSuffixes(std::string_view name, bool exactCase, std::vector<NameMatch>& matches) const;
 
-    /// Appends the types of the remaining patterns that fit the name.
-    void matchGlobs(std::string_view name, std::vector<NameMatch>& matches) const;
+    /// Appends the types of the remaining patterns that fit the name, letters taken likewise.
+    void matchGlobs(std::string_view name, bool exactCase, std::vector<NameMatch>& matches) const;
 
     /// The best type for a content, told by its first bytes.
     std::optional<ContentMatch> matchContent(std::string_view bytes) const;
