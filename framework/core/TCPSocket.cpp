@@ -297,6 +297,10 @@ String TCPSocket::Lookahead(TextEncoding encoding) const {
     return String(connection_->Incoming().Bytes(), encoding);
 }
 
+std::string_view TCPSocket::LookaheadBytes() const {
+    return connection_->Incoming().Bytes();
+}
+
 void TCPSocket::Write(const String& bytes) {
     connection_->Write(bytes);
 }

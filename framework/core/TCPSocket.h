@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string_view>
 
 #include "framework/core/SocketCore.h"
 #include "framework/core/String.h"
@@ -32,6 +33,8 @@ class TCPSocket : public SocketCore {
     String ReadAll(TextEncoding encoding = Encodings::Undefined);
     /// What has come in, which stays to be read.
     String Lookahead(TextEncoding encoding = Encodings::Undefined) const;
+    /// The same bytes without a copy. Good until the next event or the next call that reads.
+    std::string_view LookaheadBytes() const;
     /// Sends the bytes, of any number, as fast as the other side takes them; while connecting, once that is done.
     void Write(const String& bytes);
 

@@ -66,6 +66,19 @@ bool WaitReadable(int descriptor, int milliseconds) {
     return isReadable(descriptor, 0);
 }
 
+void Pause(int milliseconds) {
+    Thread* const thread = Scheduler::Instance().Current();
+    if (!thread) {
+        poll(nullptr, 0, milliseconds);
+        return;
+    }
+    QTimer alarm;
+    alarm.setSingleShot(true);
+    alarm.callOnTimeout([thread] { Scheduler::Instance().Wake(*thread); });
+    alarm.start(milliseconds);
+    Scheduler::Instance().Park();
+}
+
 void RunOnMainStack(const std::function<void()>& work) {
     Thread* const thread = Scheduler::Instance().Current();
     if (!thread) {

@@ -14,6 +14,10 @@ void LoopYield();
 /// ever. A thread parks meanwhile; the main thread plainly blocks. False when the time ran out.
 bool WaitReadable(int descriptor, int milliseconds = -1);
 
+/// Rests for some time, as a loop that asks again and again does between two questions. A thread parks meanwhile; the
+/// main thread plainly sleeps.
+void Pause(int milliseconds);
+
 /// Runs `work` on the main thread's own stack and returns when it is done: for what needs much stack or runs a loop of
 /// events. On the main thread this is a plain call. An exception of `work` reaches the caller.
 void RunOnMainStack(const std::function<void()>& work);
