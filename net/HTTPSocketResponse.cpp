@@ -1,0 +1,146 @@
+// From the socket's events to those of the request: the head, the body and the end of an answer.
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <utility>
+
+#include "net/HTTPSocket.h"
+
+namespace marrowbeck {
+
+/// While one lives, no other reading of the answer begins. A request that began meanwhile has the mark for its own.
+class HTTPSocket::Protection {
+  public:
+    explicit Protection(HTTPSocket& socket) : socket_(&socket), request_(socket.request_) {
+        socket.threadProtection = true;
+    }
+    ~Protection() {
+        if (socket_->request_ == request_) socket_->threadProtection = false;
+    }
+    Protection(const Protection&) = delete;
+    Protection& operator=(const Protection&) = delete;
+
+  private:
+    Ref<HTTPSocket> socket_;
+    unsigned request_;
+};
+
+void HTTPSocket::Event_Connected() {
+    _connectionValid = true;
+    _ResetVariables();
+    const unsigned request = request_;
+    if (!synchronous) OnConnected.Raise();
+    if (request != request_) return;
+    if (_httpAction.IsEmpty()) _httpAction = "GET";
+    _SendRequest(_httpAction);
+}
+
+void HTTPSocket::_ResetVariables() {
+    _pageBuffer = "";
+    _pageHeaders = Nil;
+    _httpStatusCode = 0;
+    _totalLength = 0;
+    _currentLength = 0;
+    _pageComplete = false;
+    headSearch_.Reset();
+}
+
+void HTTPSocket::Event_DataAvailable() {
+    _HandleNewData();
+}
+
+void HTTPSocket::_HandleNewData() {
+    if (threadProtection) return;
+    const Protection protection(*this);
+    if (_pageHeaders) {
+        _ProcessData(ReadAll());
+    } else {
+        _ReadHead();
+    }
+}
+
+void HTTPSocket::_ReadHead() {
+    const auto found = headSearch_.Look(LookaheadBytes());
+    if (!found) return;
+    _ParseHeaders(Read(static_cast<int>(found->headSize)));
+
+    const unsigned request = request_;
+    const bool again = (_httpStatusCode == 401 && _SetAuthentication("WWW")) ||
+                       (_httpStatusCode == 407 && _SetAuthentication("Proxy"));
+    // Here and below: a handler that began a new request has abandoned this one.
+    if (request != request_) return;
+    if (again) {
+        _DoConnect(_processingURL, _httpAction, _downloadFile);
+        return;
+    }
+    if (!synchronous) OnHeadersReceived.Raise(_pageHeaders, _httpStatusCode);
+    if (request != request_) return;
+    Read(static_cast<int>(found->emptyLineSize));
+    _ProcessData(ReadAll());
+}
+
+void HTTPSocket::_ParseHeaders(const String& text) {
+    const String eol = LineEndOf(text);
+    _pageHeaders = New<InternetHeaders>();
+    _httpStatusCode = ToInteger(Val(NthField(NthField(text, eol, 1), " ", 2)));
+    _pageHeaders->_ParseHeaders(text);
+    if (_pageHeaders->NameCount("Content-length") > 0) {
+        _totalLength = ToInteger(Val(_pageHeaders->Value("Content-length")));
+    }
+}
+
+void HTTPSocket::_ProcessData(const String& data) {
+    if (_httpAction == "HEAD") return;
+    // A body of more than 2 GiB goes on arriving while its count stands at the end of the range.
+    const std::int64_t length = std::int64_t{_currentLength} + LenB(data);
+    _currentLength = static_cast<int>(std::min<std::int64_t>(length, std::numeric_limits<int>::max()));
+    if (_downloadStream) {
+        _downloadStream->Write(data);
+    } else {
+        _pageBuffer += data;
+    }
+    const unsigned request = request_;
+    if (!synchronous) OnReceiveProgress.Raise(_currentLength, _totalLength, data);
+    if (request != request_) return;
+    // A refused challenge whose connection ended while its handler was asking.
+    if ((_httpStatusCode == 401 || _httpStatusCode == 407) && !IsConnected()) _ProcessPage();
+}
+
+// The other side's closing comes in as an error as well, and no code is looked at: on a connection that once stood, the
+// answer is over.
+void HTTPSocket::Event_Error() {
+    if (!std::exchange(_connectionValid, false)) {
+        SetError(LastErrorCode());
+    } else if (LookaheadBytes().empty()) {
+        _ProcessPage();
+    } else {
+        _HandleNewData();
+    }
+}
+
+void HTTPSocket::_ProcessPage() {
+    if (_pageComplete) return;
+    _pageComplete = true;
+    const bool wasDownload = static_cast<bool>(_downloadStream);
+    const Ref<FolderItem> file = _downloadFile;
+    _KillDownloadStream();
+    if (synchronous || _httpAction == "HEAD") return;
+    if (wasDownload) {
+        OnDownloadComplete.Raise(_processingURL, _httpStatusCode, _pageHeaders, file);
+    } else {
+        OnPageReceived.Raise(_processingURL, _httpStatusCode, _pageHeaders, _pageBuffer);
+    }
+}
+
+Ref<InternetHeaders> HTTPSocket::PageHeaders() const {
+    if (_pageHeaders && _pageHeaders->Count() > 0) return _pageHeaders;
+    return Nil;
+}
+
+void HTTPSocket::SetError(int code) {
+    mErrorCode = code;
+    if (!synchronous) OnError.Raise(code);
+}
+
+}  // namespace marrowbeck
