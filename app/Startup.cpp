@@ -15,7 +15,7 @@ Ref<App> theApp;
 }  // namespace
 
 int _Main(int argc, char** argv) {
-    const int refused = RunFrameworkInitialization(argc, argv, Configuration::kIdentity, _Startup);
+    const int refused = RunFrameworkInitialization(argc, argv, {"Marrowbeck", Configuration::kIdentity}, _Startup);
     if (refused != 0) return refused;
     return RuntimeRun();
 }

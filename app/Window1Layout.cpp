@@ -1,5 +1,3 @@
-#include <array>
-
 #include "app/Colors.h"
 #include "app/Pictures.h"
 #include "app/Window1.h"
@@ -15,6 +13,7 @@ constexpr Locks kLeftTopRight{true, true, true, false};
 constexpr Locks kAll{true, true, true, true};
 
 constexpr int kPanelTextSize = 12;
+constexpr int kSeveralRows = 1;
 
 /// What the two text areas beside the preview have in common.
 void asPanel(const Ref<TextArea>& area) {
@@ -95,7 +94,7 @@ void Window1::_CreateControls0() {
     Listbox1->ColumnWidths("");
     Listbox1->HasHeading(true);
     Listbox1->HeadingIndex(0);
-    Listbox1->SelectionType(Listbox::SelectionMultiple);
+    Listbox1->SelectionType(kSeveralRows);
     Listbox1->GridLinesHorizontal(0);
     Listbox1->GridLinesVertical(2);
     Listbox1->DefaultRowHeight(-1);

@@ -26,6 +26,7 @@
 #include "framework/core/Shell.h"
 #include "framework/core/ShowURL.h"
 #include "framework/core/SpecialFolder.h"
+#include "framework/core/StackCheck.h"
 #include "framework/core/String.h"
 #include "framework/core/System.h"
 #include "framework/core/TCPSocket.h"

@@ -3,6 +3,7 @@
 #include <QFontMetrics>
 #include <QLabel>
 #include <QPainter>
+#include <algorithm>
 
 #include "framework/ui/Contrast.h"
 #include "framework/ui/Native.h"
@@ -11,6 +12,9 @@ namespace framework {
 namespace {
 
 constexpr int kPlateMargin = 6;
+constexpr int kLeastPlateMargin = 3;
+/// How far a line that is a little too long is condensed, in percent of its width, before it is cut short.
+constexpr int kCondensed = 85;
 constexpr qreal kPlateRadius = 4;
 
 /// Draws the text itself: Qt's label would neither cut it short nor lay a plate behind it.
@@ -28,19 +32,31 @@ class LabelWidget : public QLabel {
         const QColor ink = palette().color(foregroundRole());
         const auto plate =
             internal::PlateBehind(native::FromQt(ink), native::FromQt(palette().color(QPalette::Window)));
-        const QRect area = plate ? rect().adjusted(kPlateMargin, 0, -kPlateMargin, 0) : rect();
+        const bool oneLine = !wordWrap() && !text().contains(QLatin1Char('\n'));
+        const int spare = width() - (oneLine ? fontMetrics().horizontalAdvance(text()) : 0);
+        const int margin = plate ? std::clamp(spare / 2, kLeastPlateMargin, kPlateMargin) : 0;
+        const QRect area = rect().adjusted(margin, 0, -margin, 0);
 
-        const bool cut = !wordWrap() && !text().contains(QLatin1Char('\n'));
-        const QString shown = cut ? fontMetrics().elidedText(text(), Qt::ElideRight, area.width()) : text();
+        const QString shown = oneLine ? fitLine(painter, area.width()) : text();
         const int flags = static_cast<int>(alignment()) | Qt::TextExpandTabs | (wordWrap() ? Qt::TextWordWrap : 0);
-        if (plate) paintPlate(painter, native::ToQt(*plate), painter.boundingRect(area, flags, shown));
+        if (plate) paintPlate(painter, native::ToQt(*plate), painter.boundingRect(area, flags, shown), margin);
         painter.setPen(isEnabled() ? ink : palette().color(QPalette::Disabled, QPalette::WindowText));
         painter.drawText(area, flags, shown);
     }
 
   private:
-    void paintPlate(QPainter& painter, const QColor& color, const QRect& text) const {
-        const QRect plate = text.adjusted(-kPlateMargin, -1, kPlateMargin, 1) & rect();
+    /// The text as far as it goes into `room`, and the painter's font so that more of it does.
+    QString fitLine(QPainter& painter, int room) const {
+        const int needed = fontMetrics().horizontalAdvance(text());
+        if (needed <= room) return text();
+        QFont condensed = font();
+        condensed.setStretch(std::max(kCondensed, 100 * room / needed));
+        painter.setFont(condensed);
+        return painter.fontMetrics().elidedText(text(), Qt::ElideRight, room);
+    }
+
+    void paintPlate(QPainter& painter, const QColor& color, const QRect& text, int margin) const {
+        const QRect plate = text.adjusted(-margin, -1, margin, 1) & rect();
         painter.setRenderHint(QPainter::Antialiasing);
         QLinearGradient shine(plate.topLeft(), plate.bottomLeft());
         shine.setColorAt(0, color.lighter(106));

@@ -126,6 +126,12 @@ void ListboxView::keyPressEvent(QKeyEvent* event) {
     }
 }
 
+// Home and End mean the first and the last row, not the first and last cell of a row.
+QModelIndex ListboxView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    if (action == MoveHome || action == MoveEnd) modifiers |= Qt::ControlModifier;
+    return QTableView::moveCursor(action, modifiers);
+}
+
 // The toolkit's own search makes a value of every cell that it looks at.
 void ListboxView::keyboardSearch(const QString& text) {
     model_.Announce();

@@ -6,13 +6,18 @@
 #include <QWidget>
 #include <algorithm>
 
+#include "framework/ui/AccessibleRole.h"
+
 namespace framework {
 namespace {
 
 constexpr int kSpokes = 12;
 constexpr int kMillisecondsPerSpoke = 80;
 
-class WheelWidget : public QWidget {
+class WheelWidget : public QWidget, public native::AccessibleRole {
+  public:
+    QAccessible::Role Role() const override { return QAccessible::Animation; }
+
   protected:
     void showEvent(QShowEvent*) override { timer_.start(kMillisecondsPerSpoke, this); }
     void hideEvent(QHideEvent*) override { timer_.stop(); }

@@ -18,6 +18,7 @@
 #include "framework/ui/DragItem.h"
 #include "framework/ui/Global.h"
 #include "framework/ui/Native.h"
+#include "framework/ui/WindowStyle.h"
 
 namespace framework {
 namespace {
@@ -63,8 +64,7 @@ std::vector<std::string> documentsOf(int argc, char** argv) {
 
 int RunFrameworkInitialization(int argc, char** argv, const ProgramIdentity& identity,
                                const std::function<int()>& startup) {
-    // The one style that is drawn from the palette alone, and so can be dark in one window and light in another.
-    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setStyle(new native::WindowStyle);  // the toolkit takes it over
     process() = std::make_unique<Process>(argc, argv);
     process()->documents = documentsOf(process()->argumentCount, argv);
     QApplication::setApplicationName(native::ToQt(identity.Name));

@@ -1,13 +1,13 @@
 #include "framework/ui/SegmentedControl.h"
 
 #include <QAbstractButton>
-#include <QGroupBox>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
 
 #include "framework/core/Exceptions.h"
+#include "framework/ui/AccessibleRole.h"
 #include "framework/ui/Native.h"
 
 namespace framework {
@@ -75,8 +75,8 @@ class SegmentedControl::Segment : public QAbstractButton {
     }
 };
 
-/// The row on the screen. A group box without a frame: a screen reader is told of a group.
-class SegmentedControl::Row : public QGroupBox {
+/// The row on the screen; to a screen reader, a group of buttons.
+class SegmentedControl::Row : public QWidget, public native::AccessibleRole {
   public:
     explicit Row(SegmentedControl& owner) : owner_(owner) {}
 
@@ -116,10 +116,11 @@ class SegmentedControl::Row : public QGroupBox {
         }
     }
 
+    QAccessible::Role Role() const override { return QAccessible::Grouping; }
+
     std::vector<Segment*> Segments;
 
   protected:
-    void paintEvent(QPaintEvent*) override {}
     void resizeEvent(QResizeEvent*) override { Update(); }
 
     void keyPressEvent(QKeyEvent* event) override {

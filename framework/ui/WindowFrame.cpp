@@ -33,6 +33,7 @@ Ref<DragItem> itemOf(const QMimeData& data) {
 }  // namespace
 
 WindowFrame::WindowFrame(Window& window) : window_(&window), content_(new QWidget(this)) {
+    AnnounceRoles();
     content_->resize(600, 400);
     QObject::connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
         if (now && content_->isAncestorOf(now)) lastFocus_ = now;
@@ -150,6 +151,10 @@ EditTarget* WindowFrame::FocusedEditTarget() const {
         if (widget == focus || widget->isAncestorOf(focus)) return dynamic_cast<EditTarget*>(control.Get());
     }
     return nullptr;
+}
+
+QAccessible::Role WindowFrame::Role() const {
+    return windowType() == Qt::Dialog ? QAccessible::Dialog : QAccessible::Window;
 }
 
 bool WindowFrame::event(QEvent* event) {

@@ -4,6 +4,7 @@
 #include <QSize>
 #include <QWidget>
 
+#include "framework/ui/AccessibleRole.h"
 #include "framework/ui/EditTarget.h"
 #include "framework/ui/Window.h"
 
@@ -17,7 +18,7 @@ namespace framework::native {
 
 /// The toolkit's side of a Window: menu bar, toolbar and content one below the other, the content exactly as large as
 /// the program wants it, and the way from the toolkit's events to the window's.
-class WindowFrame : public QWidget {
+class WindowFrame : public QWidget, public AccessibleRole {
   public:
     explicit WindowFrame(Window& window);
 
@@ -40,6 +41,8 @@ class WindowFrame : public QWidget {
     /// The focused control as far as the Edit menu can do something with it, null when there is none. While a menu has
     /// the focus, the control that had it before counts.
     EditTarget* FocusedEditTarget() const;
+
+    QAccessible::Role Role() const override;
 
   protected:
     bool event(QEvent* event) override;
