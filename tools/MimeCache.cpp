@@ -32,6 +32,12 @@ char smallLetter(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + 32) : letter;
 }
 
+std::string inSmallLetters(std::string_view name) {
+    std::string small(name);
+    std::transform(small.begin(), small.end(), small.begin(), smallLetter);
+    return small;
+}
+
 }  // namespace
 
 MimeCache::MimeCache(const std::string& path) {
@@ -98,8 +104,7 @@ size_t MimeCache::findKey(size_t list, size_t entrySize, std::string_view key) c
 }
 
 std::optional<MimeCache::NameMatch> MimeCache::matchLiteral(std::string_view name, bool exactCase) const {
-    std::string key(name);
-    if (!exactCase) std::transform(key.begin(), key.end(), key.begin(), smallLetter);
+    const std::string key = exactCase ? std::string(name) : inSmallLetters(name);
     const size_t entry = findKey(word(literalList), 12, key);
     if (entry == 0 || (!exactCase && (word(entry + 8) & caseSensitive) != 0)) return std::nullopt;
     return NameMatch{text(word(entry + 4)), word(entry + 8) & weightMask, name.size()};
@@ -136,12 +141,13 @@ void MimeCache::matchSuffixes(std::string_view name, bool exactCase, std::vector
     }
 }
 
-void MimeCache::matchGlobs(std::string_view name, std::vector<NameMatch>& matches) const {
+void MimeCache::matchGlobs(std::string_view name, bool exactCase, std::vector<NameMatch>& matches) const {
     const size_t list = word(globList);
     const size_t count = std::min<size_t>(word(list), size_ / 12);
-    const std::string terminated(name);
+    const std::string terminated = exactCase ? std::string(name) : inSmallLetters(name);
     for (size_t entry = list + 4; entry < list + 4 + count * 12; entry += 12) {
         const std::string_view pattern = text(word(entry));
+        if (!exactCase && (word(entry + 8) & caseSensitive) != 0) continue;
         if (pattern.empty() || fnmatch(pattern.data(), terminated.c_str(), 0) != 0) continue;
         matches.push_back({text(word(entry + 4)), word(entry + 8) & weightMask, pattern.size()});
     }

@@ -15,7 +15,7 @@ namespace marrowbeck::tools {
 namespace {
 
 // The longest description of the database has some 10 kB.
-constexpr size_t maximumDescription = 64 * 1024;
+constexpr size_t maximumDescription = 65536;
 
 struct Search {
     const std::vector<std::string>& languages;

@@ -51,11 +51,12 @@ std::vector<std::string_view> MimeDatabase::namedTypes(std::string_view name) co
     }
     std::vector<MimeCache::NameMatch> matches;
     for (const bool exactCase : {true, false}) {
-        for (const MimeCache& cache : caches_) cache.matchSuffixes(name, exactCase, matches);
         if (!matches.empty()) break;
+        for (const MimeCache& cache : caches_) cache.matchSuffixes(name, exactCase, matches);
     }
-    if (matches.empty()) {
-        for (const MimeCache& cache : caches_) cache.matchGlobs(name, matches);
+    for (const bool exactCase : {true, false}) {
+        if (!matches.empty()) break;
+        for (const MimeCache& cache : caches_) cache.matchGlobs(name, exactCase, matches);
     }
 
     // Only the heaviest patterns count, and of these the longest; what is left may still be several types.
@@ -134,7 +135,7 @@ bool MimeDatabase::isImage(std::string_view type) const {
 
 std::string MimeDatabase::comment(std::string_view type) const {
     for (const std::string& folder : folders_) {
-        const std::string text = mimeComment(folder + "/" + std::string(type) + ".xml", userLanguages());
+        std::string text = mimeComment(folder + "/" + std::string(type) + ".xml", userLanguages());
         if (!text.empty()) return text;
     }
     return {};

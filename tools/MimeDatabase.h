@@ -18,7 +18,7 @@ namespace marrowbeck::tools {
 class MimeDatabase {
   public:
     /// How much of a file `typeByContent` can make use of.
-    static constexpr size_t contentBytes = 32 * 1024;
+    static constexpr size_t contentBytes = 32768;
 
     MimeDatabase();
 

@@ -47,7 +47,8 @@ bool isUtf8(std::string_view bytes) {
 
 std::string convertToUtf8(std::string_view bytes, const char* characterSet) {
     const iconv_t converter = iconv_open("UTF-8", characterSet);
-    if (converter == reinterpret_cast<iconv_t>(-1)) return std::string(bytes);
+    if (converter == reinterpret_cast<iconv_t>(-1))  // NOLINT(performance-no-int-to-ptr): how iconv says no
+        return std::string(bytes);
     std::string input(bytes);
     char* next = input.data();
     size_t left = input.size();

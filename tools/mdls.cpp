@@ -77,7 +77,7 @@ ToolResult mdls(const Arguments& arguments) {
         const auto found = values.find(name);
         const std::string& value = found == values.end() ? "(null)" : found->second;
         if (!request->raw) {
-            result.output += name + " = " + value + "\n";
+            result.output.append(name).append(" = ").append(value).append("\n");
             continue;
         }
         if (name != *request->names.begin()) result.output += '\0';

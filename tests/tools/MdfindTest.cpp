@@ -71,6 +71,7 @@ TEST(Mdfind, NamesAreBytes) {
     const std::vector<std::string> names{"\n.jpg", " .jpg", "$(x)'\".jpg", "%41#:.jpg", "-0.jpg", "latin \xe9.jpg"};
     for (const std::string& name : names) folder.write("-dash\n/" + name);
     std::vector<std::string> expected;
+    expected.reserve(names.size());
     for (const std::string& name : names) expected.push_back("-dash\n/" + name);
     EXPECT_EQ(find(folder.path(), allImages), expected);
     EXPECT_EQ(find(folder.path() + "/-dash\n", allImages), names);
@@ -125,7 +126,7 @@ TEST(Mdfind, DeepNestingEndsWhereNoPathReaches) {
     const TemporaryFolder folder;
     std::filesystem::current_path(folder.path());
     for (int depth = 0; depth < 3000; ++depth) {
-        std::ofstream("p.png");
+        std::ofstream("p.png") << "p";
         ASSERT_EQ(mkdir("d", 0700), 0);
         ASSERT_EQ(chdir("d"), 0);
     }

@@ -73,7 +73,7 @@ TEST(MimeDatabase, ImagesAreTheImageTypesAndTheirDescendants) {
 
 TEST(MimeDatabase, TheUsersOwnDatabaseGoesFirst) {
     // The description alone is enough for a kind; the folder is XDG_DATA_HOME of this test's private home.
-    const std::string folder = std::string(std::getenv("XDG_DATA_HOME")) + "/mime/image";
+    const std::string folder = qgetenv("XDG_DATA_HOME").toStdString() + "/mime/image";
     std::filesystem::create_directories(folder);
     std::ofstream(folder + "/jpeg.xml") << "<mime-type><comment>Photo &amp; graph</comment></mime-type>";
     EXPECT_EQ(MimeDatabase().comment("image/jpeg"), "Photo & graph");
@@ -120,7 +120,7 @@ TEST(MimeCache, DamagedCachesAreReadWithoutHarm) {
             std::vector<MimeCache::NameMatch> matches;
             cache.matchLiteral("makefile", true);
             cache.matchSuffixes("a.jpg", true, matches);
-            cache.matchGlobs("a.jpg", matches);
+            cache.matchGlobs("a.jpg", true, matches);
             cache.matchContent(sample);
             cache.parents("image/x-adobe-dng");
         }
