@@ -283,4 +283,10 @@ void internal::CloseAllWindows() {
     for (auto windows = openWindows(); !windows.empty(); windows.pop_back()) windows.back()->Close();
 }
 
+void internal::BringWindowsToFront() {
+    for (const Ref<Window>& window : openWindows()) {
+        if (window->Visible()) window->Native()->BringToFront();
+    }
+}
+
 }  // namespace framework

@@ -183,6 +183,8 @@ namespace internal {
 
 /// Closes every open window, the newest first; each gets its close event once.
 void CloseAllWindows();
+/// Brings the windows that are on show to the front, for a person who started the program once more.
+void BringWindowsToFront();
 
 }  // namespace internal
 }  // namespace framework

@@ -136,8 +136,12 @@ void WindowFrame::Present(bool modal) {
         winId();
         if (front && front != this) windowHandle()->setTransientParent(front->windowHandle());
     }
-    if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
+    BringToFront();
+}
+
+void WindowFrame::BringToFront() {
+    if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
     raise();
     activateWindow();
 }

@@ -37,6 +37,7 @@ class WindowFrame : public QWidget, public AccessibleRole {
 
     /// On show and to the front.
     void Present(bool modal);
+    void BringToFront();
 
     /// The focused control as far as the Edit menu can do something with it, null when there is none. While a menu has
     /// the focus, the control that had it before counts.

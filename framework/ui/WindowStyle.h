@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QProxyStyle>
+
+namespace framework::native {
+
+/// How controls are drawn: the one stock style that takes all its colours from the palette, and so can be dark in one
+/// window and light in the next. It draws outlines darker than the window; on a dark one, where nobody could see them,
+/// they are drawn lighter here.
+class WindowStyle : public QProxyStyle {
+  public:
+    WindowStyle();
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+};
+
+}  // namespace framework::native
