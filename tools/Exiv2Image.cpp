@@ -11,7 +11,7 @@ std::unique_ptr<Exiv2::Image> openExiv2Image(const std::string& absolutePath) {
         image.reset(Exiv2::ImageFactory::open(absolutePath, false).release());
         if (image->mimeType().starts_with("video/")) return nullptr;
         image->readMetadata();
-    } catch (const std::exception&) {
+    } catch (...) {
         // A damaged file keeps what was read of it.
     }
     return image;
