@@ -196,7 +196,7 @@ String FolderItem::Type() const {
         struct stat facts;
         if (::stat(path(), &facts) == 0 && !S_ISREG(facts.st_mode)) return {};
     }
-    const String byName = FileType::NameForFile(Paths::LastPart(path_.Bytes()));
+    String byName = FileType::NameForFile(Paths::LastPart(path_.Bytes()));
     if (!byName.IsEmpty()) return byName;
     const String code = MacType();
     return code.IsEmpty() ? String() : FileType::NameForCodes(code, MacCreator());

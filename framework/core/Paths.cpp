@@ -28,7 +28,7 @@ std::string currentFolder() {
 }
 
 /// The path with all links on its way resolved; the path as it is when nothing is there.
-std::string real(std::string path) {
+std::string real(const std::string& path) {
     const CText resolved(::realpath(path.c_str(), nullptr));
     return resolved ? resolved.get() : path;
 }
@@ -76,7 +76,7 @@ std::string Normalise(std::string_view path) {
 
 std::string FollowLink(std::string path) {
     constexpr int kMostLinks = 40;  // as many as the kernel follows
-    const std::string first = path;
+    std::string first = path;
     for (int links = 0; links <= kMostLinks; ++links) {
         const std::string target = linkTarget(path);
         if (target.empty()) return path;

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 
 #include "fileutil/GetFolderItemModule.h"
 #include "tests/support/TemporaryFolder.h"
@@ -20,7 +19,7 @@ Ref<FolderItem> itemAt(const std::string& path) {
 TEST(GetFolderItemFromShellPath, FindsEveryNameExactly) {
     const TemporaryFolder folder;
     for (const std::string name : {"plain.jpg", "a:b.jpg", "two\nlines", "\xE4\xFF", " %20 ", "-n", "Case", "case"}) {
-        std::ofstream(folder.Path(name)) << name;
+        folder.Put(name, name);
         const Ref<FolderItem> item = itemAt(folder.Path(name));
         ASSERT_TRUE(item) << name;
         EXPECT_EQ(item->OpenAsTextFile()->ReadAll().Bytes(), name);
@@ -31,7 +30,7 @@ TEST(GetFolderItemFromShellPath, FindsEveryNameExactly) {
 
 TEST(GetFolderItemFromShellPath, NeedsOnlyTheEnclosingFolder) {
     const TemporaryFolder folder;
-    std::ofstream(folder.Path("file"));
+    folder.Put("file");
     ASSERT_TRUE(itemAt(folder.Path("missing")));
     EXPECT_FALSE(itemAt(folder.Path("missing"))->Exists());
     EXPECT_FALSE(itemAt(folder.Path("missing/deeper")));
@@ -45,7 +44,7 @@ TEST(GetFolderItemFromShellPath, NeedsOnlyTheEnclosingFolder) {
 TEST(GetFolderItemFromShellPath, ALinkAtTheEndStaysALink) {
     const TemporaryFolder folder;
     std::filesystem::create_directory(folder.Path("real"));
-    std::ofstream(folder.Path("real/file"));
+    folder.Put("real/file");
     std::filesystem::create_directory_symlink("real", folder.Path("link"));
     EXPECT_FALSE(itemAt(folder.Path("link"))->Directory());
     EXPECT_EQ(itemAt(folder.Path("link"))->Name().Bytes(), "link");

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <string_view>
 
@@ -25,6 +26,11 @@ class TemporaryFolder {
 
     const std::string& Path() const { return path_; }
     std::string Path(std::string_view name) const { return path_ + "/" + std::string(name); }
+    /// Makes a file of that name and content.
+    void Put(std::string_view name, std::string_view content = {}) const {
+        std::ofstream file(Path(name), std::ios::binary);
+        file << content;
+    }
     framework::Ref<framework::FolderItem> Item() const {
         return framework::New<framework::FolderItem>(framework::String(path_));
     }

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <fstream>
-
 #include "tests/support/TemporaryFolder.h"
 
 using namespace framework;
@@ -46,8 +44,8 @@ TEST_F(FileTypeTest, NamesAnswerByTheirSuffix) {
 }
 
 TEST_F(FileTypeTest, CodesAnswerWhereTheSuffixSaysNothing) {
-    std::ofstream(folder_.Path("file"));
-    std::ofstream(folder_.Path("file.jpg"));
+    folder_.Put("file");
+    folder_.Put("file.jpg");
     const Ref<FolderItem> file = folder_.Item()->TrueChild("file");
     file->MacType("TIFF");
     if (file->MacType().IsEmpty()) GTEST_SKIP() << "no attributes on this file system";
@@ -68,7 +66,7 @@ TEST_F(FileTypeTest, CodesAnswerWhereTheSuffixSaysNothing) {
 TEST_F(FileTypeTest, OnlyFilesAreImages) {
     std::filesystem::create_directory(folder_.Path("folder.jpg"));
     std::filesystem::create_directory_symlink("folder.jpg", folder_.Path("to-folder.jpg"));
-    std::ofstream(folder_.Path("file.jpg"));
+    folder_.Put("file.jpg");
     std::filesystem::create_symlink("file.jpg", folder_.Path("to-file.tif"));
     ASSERT_EQ(::mkfifo(folder_.Path("pipe.jpg").c_str(), 0600), 0);
     const Ref<FolderItem> listed = folder_.Item();
@@ -96,7 +94,7 @@ TEST_F(FileTypeTest, RecordsCountAsLongAsTheyLive) {
 }
 
 TEST_F(FileTypeTest, TypingListedFilesDoesNotLookAtTheDisk) {
-    std::ofstream(folder_.Path("a.jpg"));
+    folder_.Put("a.jpg");
     const Ref<FolderItem> listed = folder_.Item();
     ASSERT_EQ(listed->Count(), 1);
     const Ref<FolderItem> child = listed->TrueItem(1);

@@ -7,7 +7,6 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
 
 #include "framework/core/BinaryStream.h"
 #include "framework/core/TextInputStream.h"
@@ -18,10 +17,6 @@ using namespace framework;
 using testing::ElementsAre;
 
 namespace {
-
-void put(const std::string& path, std::string_view content = "x") {
-    std::ofstream(path, std::ios::binary) << content;
-}
 
 std::string content(const Ref<FolderItem>& file) {
     return file->OpenAsTextFile()->ReadAll().ToStd();
@@ -111,10 +106,10 @@ TEST_F(FolderItemTest, RootIsItsOwnEnd) {
 }
 
 TEST_F(FolderItemTest, ChildrenAreASortedSnapshotUntilTheNextCount) {
-    for (const char* name : {"b", "a", ".hidden", "B", "c"}) put(temporary_.Path(name));
+    for (const char* name : {"b", "a", ".hidden", "B", "c"}) temporary_.Put(name);
     EXPECT_EQ(folder_->TrueItem(1)->Name().Bytes(), ".hidden") << "without Count the folder is read at first use";
     EXPECT_THAT(names(folder_), ElementsAre(".hidden", "B", "a", "b", "c"));
-    put(temporary_.Path("!"));
+    temporary_.Put("!");
     EXPECT_EQ(folder_->TrueItem(1)->Name().Bytes(), ".hidden");
     EXPECT_FALSE(folder_->TrueItem(6));
     EXPECT_EQ(folder_->Count(), 6);
@@ -125,7 +120,7 @@ TEST_F(FolderItemTest, ChildrenAreASortedSnapshotUntilTheNextCount) {
 }
 
 TEST_F(FolderItemTest, AFolderCanBeEmptiedFromItsEnd) {
-    for (int i = 0; i < 50; ++i) put(temporary_.Path(std::to_string(i)));
+    for (int i = 0; i < 50; ++i) temporary_.Put(std::to_string(i));
     for (int i = folder_->Count(); i >= 1; --i) EXPECT_TRUE(folder_->TrueItem(i)->Delete());
     EXPECT_EQ(folder_->Count(), 0);
     EXPECT_TRUE(folder_->Delete());
@@ -135,7 +130,7 @@ TEST_F(FolderItemTest, AFolderCanBeEmptiedFromItsEnd) {
 
 TEST_F(FolderItemTest, LinksStandForThemselvesUnlessChildFollowsThem) {
     std::filesystem::create_directories(temporary_.Path("target/inner"));
-    put(temporary_.Path("target/file"), "12345");
+    temporary_.Put("target/file", "12345");
     std::filesystem::create_symlink("target", temporary_.Path("folder-link"));
     std::filesystem::create_symlink("folder-link/file", temporary_.Path("chain"));
 
@@ -166,7 +161,7 @@ TEST_F(FolderItemTest, LinksToNothingAndCirclesAreItemsToo) {
 }
 
 TEST_F(FolderItemTest, FailuresAreAnswersNotExceptions) {
-    put(temporary_.Path("file"));
+    temporary_.Put("file");
     const Ref<FolderItem> file = folder_->Child("file");
     EXPECT_EQ(file->Count(), 0);
     EXPECT_FALSE(file->TrueItem(1));
@@ -186,7 +181,7 @@ TEST_F(FolderItemTest, FailuresAreAnswersNotExceptions) {
 TEST_F(FolderItemTest, AFolderThatMayNotBeReadHasNoChildren) {
     constexpr uid_t kNobody = 65534;
     std::filesystem::create_directory(temporary_.Path("closed"));
-    put(temporary_.Path("closed/file"));
+    temporary_.Put("closed/file");
     ::chmod(temporary_.Path().c_str(), 0755);
     ::chmod(temporary_.Path("closed").c_str(), 0);
     const Ref<FolderItem> closed = folder_->Child("closed");
@@ -215,7 +210,7 @@ TEST_F(FolderItemTest, NothingWaitsForAPipe) {
 TEST_F(FolderItemTest, CopiesKeepContentModeAndCodesAndOverwriteNothing) {
     std::string bytes(700'001, '\0');
     for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i * 31);
-    put(temporary_.Path("source"), bytes);
+    temporary_.Put("source", bytes);
     ::chmod(temporary_.Path("source").c_str(), 0640);
     const Ref<FolderItem> source = folder_->Child("source");
     source->MacType("TEXT");
@@ -226,7 +221,7 @@ TEST_F(FolderItemTest, CopiesKeepContentModeAndCodesAndOverwriteNothing) {
     EXPECT_EQ(std::filesystem::status(temporary_.Path("copy")).permissions(), std::filesystem::perms{0640});
     EXPECT_EQ(copy->MacType().Bytes(), attributes ? "TEXT" : "");
 
-    put(temporary_.Path("other"), "keep");
+    temporary_.Put("other", "keep");
     EXPECT_FALSE(source->CopyFileTo(folder_->Child("other")));
     EXPECT_FALSE(source->CopyFileTo(source));
     EXPECT_EQ(content(folder_->Child("other")), "keep");
@@ -240,7 +235,7 @@ TEST_F(FolderItemTest, CopiesKeepContentModeAndCodesAndOverwriteNothing) {
 }
 
 TEST_F(FolderItemTest, CodesArePartOfTheFile) {
-    put(temporary_.Path("file"));
+    temporary_.Put("file");
     const Ref<FolderItem> file = folder_->Child("file");
     EXPECT_TRUE(file->MacType().IsEmpty());
     file->MacType("jp2 ");
@@ -254,7 +249,7 @@ TEST_F(FolderItemTest, CodesArePartOfTheFile) {
 }
 
 TEST_F(FolderItemTest, ItemsOfOneVolumeHaveItsNumber) {
-    put(temporary_.Path("file"));
+    temporary_.Put("file");
     EXPECT_EQ(folder_->MacVRefNum(), folder_->Child("file")->MacVRefNum());
     EXPECT_NE(folder_->MacVRefNum(), GetFolderItem("/proc")->MacVRefNum());
     EXPECT_TRUE(folder_->Child("file")->Visible());

@@ -64,8 +64,8 @@ TEST_P(ShellPathTest, AShellReadsItAsTheOneWord) {
             const std::string name = random.Next();
             const std::string word = itemAt(name)->ShellPath().ToStd();
             // The last part by itself, behind a prefix, is escaped too.
-            line += word + " dir/12" + word.substr(word.rfind('/') + 1) + " ";
-            expected += "/none/" + name + '\0' + "dir/12" + name + '\0';
+            line.append(word).append(" dir/12").append(word, word.rfind('/') + 1).append(" ");
+            expected.append("/none/").append(name).append(1, '\0').append("dir/12").append(name).append(1, '\0');
         }
         ASSERT_EQ(wordsOf(GetParam(), folder, line), expected);
     }

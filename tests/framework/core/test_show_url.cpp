@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <fstream>
 #include <thread>
 
 #include "framework/core/TextInputStream.h"
@@ -14,13 +13,18 @@ using namespace framework;
 
 namespace {
 
+std::string commandPath() {
+    const char* path = std::getenv("PATH");
+    return path ? path : "";
+}
+
 /// Puts a desktop's opener first on the path that writes down how it was called.
 class RecordingOpener {
   public:
-    RecordingOpener() : path_(std::getenv("PATH")) {
-        std::ofstream(folder_.Path("xdg-open"))
-            << "#!/bin/sh\nprintf '%s\\n' \"$#\" \"$@\" >'" << folder_.Path("part") << "'\nmv '" << folder_.Path("part")
-            << "' '" << folder_.Path("call") << "'\n";
+    RecordingOpener() : path_(commandPath()) {
+        const std::string part = folder_.Path("part");
+        folder_.Put("xdg-open", "#!/bin/sh\nprintf '%s\\n' \"$#\" \"$@\" >" + part + "\nmv " + part + " " +
+                                    folder_.Path("call") + "\n");
         std::filesystem::permissions(folder_.Path("xdg-open"), std::filesystem::perms::owner_all);
         ::setenv("PATH", (folder_.Path() + ":" + path_).c_str(), 1);
     }
@@ -49,7 +53,7 @@ TEST(ShowURL, HandsTheUrlToTheDesktopAsOneWord) {
 
 TEST(ShowURL, LaunchesAnExistingFileByItsUrl) {
     RecordingOpener opener;
-    std::ofstream(opener.Folder().Path("-f\xFF #1.jpg"));
+    opener.Folder().Put("-f\xFF #1.jpg");
     EXPECT_FALSE(opener.Folder().Item()->Child("missing")->Launch(true));
     EXPECT_TRUE(opener.Folder().Item()->Child("-f\xFF #1.jpg")->Launch(true));
     EXPECT_EQ(opener.Call(), "1\nfile://" + opener.Folder().Path("-f%FF%20%231.jpg") + "\n");
@@ -59,7 +63,7 @@ TEST(ShowURL, IsFalseWhenNothingCanBeStarted) {
     EXPECT_FALSE(ShowURL(""));
     EXPECT_FALSE(ShowURL("--version"));
     const TemporaryFolder empty;
-    const std::string path = std::getenv("PATH");
+    const std::string path = commandPath();
     ::setenv("PATH", empty.Path().c_str(), 1);
     EXPECT_FALSE(ShowURL("http://host/"));
     ::setenv("PATH", path.c_str(), 1);

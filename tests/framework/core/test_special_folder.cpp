@@ -4,7 +4,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 
 #include "framework/core/ApplicationPaths.h"
 #include "framework/core/Volume.h"
@@ -64,11 +63,12 @@ TEST(SpecialFolder, UserFoldersAreTheDesktopsOwn) {
     EXPECT_EQ(path(SpecialFolder::Pictures()), folder.Path("Pictures"));
 
     std::filesystem::create_directory(folder.Path(".config"));
-    std::ofstream(folder.Path(".config/user-dirs.dirs")) << "# XDG_PICTURES_DIR=\"/commented\"\n"
-                                                         << "XDG_DESKTOP_DIR=\"$HOME/Schreib \\\"tisch\\\"\"\n"
-                                                         << "  XDG_PICTURES_DIR=\"/none/\xE4 pics\"\n"
-                                                         << "XDG_PICTURES_DIRECTORY=\"/other\"\n"
-                                                         << "XDG_PICTURES_DIR=\"relative\"\n";
+    folder.Put(".config/user-dirs.dirs",
+               "# XDG_PICTURES_DIR=\"/commented\"\n"
+               "XDG_DESKTOP_DIR=\"$HOME/Schreib \\\"tisch\\\"\"\n"
+               "  XDG_PICTURES_DIR=\"/none/\xE4 pics\"\n"
+               "XDG_PICTURES_DIRECTORY=\"/other\"\n"
+               "XDG_PICTURES_DIR=\"relative\"\n");
     EXPECT_EQ(path(SpecialFolder::Desktop()), folder.Path("Schreib \"tisch\""));
     EXPECT_EQ(path(SpecialFolder::Pictures()), "/none/\xE4 pics");
 }

@@ -65,7 +65,8 @@ class Server {
         sockaddr_in address{};
         address.sin_family = AF_INET;
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        ::bind(listener_.Number(), reinterpret_cast<sockaddr*>(&address), sizeof address);
+        const int bound = ::bind(listener_.Number(), reinterpret_cast<sockaddr*>(&address), sizeof address);
+        EXPECT_EQ(bound, 0);
         ::listen(listener_.Number(), 8);
         socklen_t size = sizeof address;
         ::getsockname(listener_.Number(), reinterpret_cast<sockaddr*>(&address), &size);
