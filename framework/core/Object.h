@@ -17,7 +17,7 @@ class Object {
     }
 
   private:
-    mutable int references_ = 0;
+    mutable int references_ = 1;
 };
 
 }  // namespace framework

@@ -65,7 +65,9 @@ class Ref {
 /// Makes a new object; the only way by which objects come into being.
 template <class T, class... Arguments>
 Ref<T> New(Arguments&&... arguments) {
-    return Ref<T>(new T(std::forward<Arguments>(arguments)...));
+    const Ref<T> made(new T(std::forward<Arguments>(arguments)...));
+    made->Release();
+    return made;
 }
 
 /// The object as one of class T, or Nil when it is of another class.
