@@ -28,7 +28,7 @@ class Array {
     /// Makes `ubound` the highest index: cuts the array, or fills it up with default values. -1 empties it.
     void Redim(int ubound) {
         if (ubound < -1) throw OutOfBoundsException();
-        elements_.resize(static_cast<std::size_t>(ubound + 1));
+        elements_.resize(static_cast<std::size_t>(ubound) + 1);
     }
 
     auto begin() const { return elements_.begin(); }

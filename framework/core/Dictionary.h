@@ -36,7 +36,7 @@ class Dictionary : public Object {
 
   private:
     struct KeyHash {
-        std::size_t operator()(const Variant& key) const noexcept { return key.KeyHash(); }
+        std::size_t operator()(const Variant& key) const { return key.KeyHash(); }
     };
     struct Item {
         Variant value;

@@ -259,10 +259,10 @@ std::weak_ordering compareAscii(std::string_view left, std::string_view right) n
 bool operator==(const String& left, const String& right) noexcept {
     if (left.rep_ == right.rep_) return true;
     if (left.IsAscii() && right.IsAscii()) {
-        return left.ByteCount() == right.ByteCount() && compareAscii(left.Bytes(), right.Bytes()) == 0;
+        return left.ByteCount() == right.ByteCount() && std::is_eq(compareAscii(left.Bytes(), right.Bytes()));
     }
     if (left.Encoding() == right.Encoding() && left.SameBytes(right)) return true;
-    return (left <=> right) == 0;
+    return std::is_eq(left <=> right);
 }
 
 std::weak_ordering operator<=>(const String& left, const String& right) noexcept {

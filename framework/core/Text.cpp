@@ -193,6 +193,7 @@ Array<String> Split(const String& text, const String& separator) {
 }
 
 String NthField(const String& text, const String& separator, int n) {
+    if (n < 1) return {};
     String field;
     forEachField(text, separator, [&](std::size_t begin, std::size_t size) {
         if (--n != 0) return true;

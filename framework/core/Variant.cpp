@@ -163,12 +163,12 @@ Ref<Object> Variant::ObjectValue() const {
     return std::get<Ref<Object>>(value_);
 }
 
-bool operator==(const Variant& left, const Variant& right) noexcept {
+bool operator==(const Variant& left, const Variant& right) {
     if (IsNumeric(left) && IsNumeric(right)) return equalNumbers(left, right);
     return left.GetKind() != Kind::Double && left.value_ == right.value_;
 }
 
-std::int32_t Variant::Hash() const noexcept {
+std::int32_t Variant::Hash() const {
     StableHash hash;
     if (GetKind() == Kind::String) {
         hash.Add(std::get<String>(value_).Bytes());
@@ -178,7 +178,7 @@ std::int32_t Variant::Hash() const noexcept {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(hash.Value() ^ hash.Value() >> 32));
 }
 
-std::size_t Variant::KeyHash() const noexcept {
+std::size_t Variant::KeyHash() const {
     StableHash hash;
     // Numbers of all kinds share a mark, since they can be equal.
     hash.Add(static_cast<std::uint64_t>(IsNumeric(*this) ? Kind::Integer : GetKind()));

@@ -57,13 +57,13 @@ class Variant {
     /// Texts are equal without regard to case, numbers by their value whatever their kind, objects when they are the
     /// same one. Values that are not both texts, numbers, Booleans, colours or objects are never equal. A Double that
     /// is not a number equals itself, so that it can be found again as a key.
-    friend bool operator==(const Variant& left, const Variant& right) noexcept;
+    friend bool operator==(const Variant& left, const Variant& right);
 
     /// A hash that stays the same between runs and versions, fit to be written down; that of a text is made from its
     /// exact bytes, so that texts which differ in case alone do not share it. Only an object's hash holds for one run.
-    std::int32_t Hash() const noexcept;
+    std::int32_t Hash() const;
     /// A hash that is the same for values that are equal, for use in tables.
-    std::size_t KeyHash() const noexcept;
+    std::size_t KeyHash() const;
 
   private:
     using Storage = std::variant<std::monostate, bool, std::int32_t, std::int64_t, double, Color, String, Ref<Object>>;
