@@ -25,8 +25,10 @@ using Flag = QItemSelectionModel::SelectionFlag;
 
 }  // namespace
 
-ListboxView::ListboxView(Listbox& list) : list_(&list) {
+ListboxView::ListboxView(Listbox& list) {
     setModel(&model_);
+    // Only now: the list is still being made, and taking a model over counts as a change of selection.
+    list_ = &list;
     setItemDelegate(new ListboxDelegate(*this));
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);

@@ -8,11 +8,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "framework/core/Alert.h"
 #include "framework/core/Application.h"
+#include "framework/core/DocumentService.h"
 #include "framework/core/FolderItem.h"
 #include "framework/ui/AlertBox.h"
 #include "framework/ui/DragItem.h"
@@ -78,19 +78,31 @@ int RunFrameworkInitialization(int argc, char** argv, const ProgramIdentity& ide
 }
 
 int RuntimeRun() {
-    // Inside the loop, so that a quit in the middle of the Open event ends it.
-    QTimer::singleShot(0, &process()->toolkit, [] {
-        internal::RaiseOpen();
-        for (const std::string& path : std::exchange(process()->documents, {})) {
-            internal::RaiseOpenDocument(New<FolderItem>(String(path)));
+    std::vector<Ref<FolderItem>> items;
+    for (const std::string& path : process()->documents) items.push_back(New<FolderItem>(String(path)));
+    int code = 0;
+    {
+        const String busName = native::FromQt(QApplication::desktopFileName());
+        const DocumentService service(busName, items, internal::BringWindowsToFront);
+        if (service.GetRole() != DocumentService::Role::HandedOver) {
+            // Inside the loop, so that a quit in the middle of the Open event ends it.
+            QTimer::singleShot(0, &process()->toolkit, [&items] {
+                internal::RaiseOpen();
+                for (const Ref<FolderItem>& item : items) internal::RaiseOpenDocument(item);
+            });
+            code = QApplication::exec();
         }
-    });
-    const int code = QApplication::exec();
-    internal::CloseAllWindows();
-    internal::ForgetGlobals();
+    }
+    internal::EndFramework();
+    return code;
+}
+
+void internal::EndFramework() {
+    CloseAllWindows();
+    if (const Ref<Application> application = Application::Current()) application->MenuBar(Nil);
+    ForgetGlobals();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     process().reset();
-    return code;
 }
 
 }  // namespace framework

@@ -21,7 +21,15 @@ int RunFrameworkInitialization(int argc, char** argv, const ProgramIdentity& ide
                                const std::function<int()>& startup);
 
 /// Raises the application's Open event, hands it the files and folders of the command line, and runs the event loop
-/// until the application quits. Returns the exit code; the toolkit is gone then.
+/// until the application quits. Returns the exit code; the toolkit is gone then. When another process of the program
+/// runs already, that one gets the files and folders, and this one returns 0 at once without any event.
 int RuntimeRun();
+
+namespace internal {
+
+/// Takes down all that RunFrameworkInitialization and the program built, while the toolkit is still there to do it.
+void EndFramework();
+
+}  // namespace internal
 
 }  // namespace framework

@@ -46,6 +46,8 @@ CatalogueTest::~CatalogueTest() {
     window->PicturescaleThread1->Kill();
     window->MyToolbar_Action(*window->MyToolbar, window->MyToolbar->StopTB);
     window->Listbox1->DeleteAllRows();
+    window->PreviewTimer->Mode(Timer::ModeOff);
+    window->selectRowTimer->Mode(Timer::ModeOff);
     window->gD = Nil;
     window->gDropFolderpath = Nil;
     App::Current()->gFolder = "";

@@ -7,5 +7,7 @@
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     const int refused = framework::RunFrameworkInitialization(argc, argv, {"Marrowbeck", "test"}, marrowbeck::_Startup);
-    return refused != 0 ? refused : RUN_ALL_TESTS();
+    const int status = refused != 0 ? refused : RUN_ALL_TESTS();
+    framework::internal::EndFramework();
+    return status;
 }

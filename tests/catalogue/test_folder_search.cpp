@@ -11,6 +11,8 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
+constexpr const char* kSlowTool = "for last; do :; done\nsleep 0.2\nexec cat \"$last.image\"\n";
+
 class FolderSearch : public CatalogueTest {
   protected:
     FolderSearch() {
@@ -51,7 +53,7 @@ TEST_F(FolderSearch, WalksDirectChildrenOfTheChosenTypes) {
     }
 }
 
-TEST_F(FolderSearch, AskesTheIndexWithTheExactCommandOfEachFilter) {
+TEST_F(FolderSearch, AsksTheIndexWithTheExactCommandOfEachFilter) {
     window->Subfoldercheckbox->Value(true);
     const std::string odd = root + "/it's a \"$(touch x)\" folder";
     std::filesystem::create_directory(odd);
@@ -115,7 +117,7 @@ TEST_F(FolderSearch, WithoutAFolderARunOnlyEmptiesTheTotal) {
 
 TEST_F(FolderSearch, AnOpenedFolderWaitsWhileASearchRunsAndAFileIsRefused) {
     addImage("a.jpg");
-    replaceTool("mdls", "sleep 0.2; exec cat \"$(for last; do :; done; echo \"$last\")\".image\n");
+    replaceTool("mdls", kSlowTool);
     const std::string other = root + "/other";
     std::filesystem::create_directory(other);
     App::Current()->Event_OpenDocument(New<FolderItem>(String(pictures)));
@@ -137,6 +139,7 @@ TEST_F(FolderSearch, AnOpenedFolderWaitsWhileASearchRunsAndAFileIsRefused) {
 
 TEST_F(FolderSearch, AFolderChangedUnderAWalkEndsItAtTheFirstMissingChild) {
     for (const char* name : {"a.jpg", "b.jpg", "c.jpg"}) addImage(name);
+    replaceTool("mdls", kSlowTool);
     const std::string other = root + "/other";
     std::filesystem::create_directory(other);
     App::Current()->Event_OpenDocument(New<FolderItem>(String(pictures)));
@@ -162,7 +165,7 @@ TEST_F(FolderSearch, TheWindowLivesWhileAToolWorks) {
 TEST_F(FolderSearch, NoNameIsReadByAShellAndEachImageIsListed) {
     useRealTools();
     window->Subfoldercheckbox->Value(true);
-    const Texts odd = {"a b.jpg",       "it's.jpg",  "\"q\".jpg",       "$(touch run).jpg", "`touch run`.jpg",
+    const Texts odd = {"a b.jpg",       "it's.jpg",  "\"q\".jpg",       "$(touch ran).jpg", "`touch ran`.jpg",
                        "line\nend.jpg", "-raw.jpg",  "#1.jpg",          "50%.jpg",          "a:b.jpg",
                        "a;b&c|d.jpg",   "*?[a].jpg", "caf\xC3\xA9.jpg", "raw\xFF\xFE.jpg",  "back\\slash.jpg",
                        "~.jpg",         "a=b.jpg",   " blank .jpg"};
@@ -177,8 +180,8 @@ TEST_F(FolderSearch, NoNameIsReadByAShellAndEachImageIsListed) {
         EXPECT_EQ(listed, expected);
         EXPECT_TRUE(messages.empty());
     }
-    EXPECT_FALSE(std::filesystem::exists(pictures + "/run"));
-    EXPECT_FALSE(std::filesystem::exists("run"));
+    EXPECT_FALSE(std::filesystem::exists(pictures + "/ran"));
+    EXPECT_FALSE(std::filesystem::exists("ran"));
 }
 
 TEST_F(FolderSearch, RealToolsGiveRealRowsOfTheSamples) {

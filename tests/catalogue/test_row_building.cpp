@@ -120,8 +120,8 @@ TEST(ImageFacts, ReckonsSizesInThirtyTwoBits) {
     EXPECT_EQ(shown(4000, 3000, false), "34.33");
     EXPECT_EQ(shown(4000, 3000, true), "68.66");
     EXPECT_EQ(shown(0, 0, false), ".00");
-    EXPECT_EQ(shown(40000, 40000, false), "481.65") << "4,800,000,000 bytes wrap around to 505,032,704";
-    EXPECT_EQ(shown(30000, 30000, false), "-1521.11");
+    EXPECT_EQ(shown(40000, 40000, false), "481.64") << "4,800,000,000 bytes wrap around to 505,032,704";
+    EXPECT_EQ(shown(30000, 30000, false), "-1521.08");
 }
 
 TEST(ImageFacts, WritesCameraDataAsPhotographersDo) {
