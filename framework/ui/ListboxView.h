@@ -113,7 +113,7 @@ class ListboxView : public QTableView {
     void updateDragging();
     int findByStart(const QString& start, int from) const;
 
-    Listbox* list_;
+    Listbox* list_ = nullptr;
     ListboxModel model_;
     std::unique_ptr<ListboxColumns> columns_;
 
