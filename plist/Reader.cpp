@@ -1,0 +1,107 @@
+#include <algorithm>
+
+#include "framework/core/StackCheck.h"
+#include "plist/EntryReader.h"
+#include "plist/plist.h"
+
+namespace marrowbeck {
+
+plist::plist(const Ref<FolderItem>& file, const Ref<FolderItem>& defaultFile) {
+    plist::Load(file, defaultFile);
+}
+
+plist::plist(const Ref<FolderItem>& file) {
+    plist::Load(file, Nil);
+}
+
+plist::~plist() = default;
+
+void plist::Load(const Ref<FolderItem>& file, const Ref<FolderItem>& defaultFile) {
+    root = New<plistDict>();
+    savePath = file;
+    Ref<FolderItem> source = file;
+    if (!file->Exists() && defaultFile) source = defaultFile;
+    if (!source->Exists()) {
+        error = true;
+        errorMessage = source->AbsolutePath() + " does not exist";
+        beginDocument();
+        return;
+    }
+    Ref<TextInputStream> stream = source->OpenAsTextFile();
+    const String firstLine = stream->ReadLine();
+    stream->Close();
+    if (Left(firstLine, 6) == "bplist") {
+        source = convertToText(source);
+        savePath = source;
+    }
+    stream = source->OpenAsTextFile();
+    loadText(stream, firstLine);
+    stream->Close();
+}
+
+/// An XML copy beside the file. Where the conversion fails, the copy is as binary as the file.
+Ref<FolderItem> plist::convertToText(const Ref<FolderItem>& source) {
+    isBinary = true;
+    // A link of that name is not what is meant, and what it leads to is not ours to delete.
+    const Ref<FolderItem> copy = source->Parent()->TrueChild(source->Name() + " temp");
+    if (copy->Exists()) copy->Delete();
+    source->CopyFileTo(copy);
+    New<Shell>()->Execute("plutil -convert xml1 " + copy->ShellPath());
+    org = source;
+    return copy;
+}
+
+void plist::loadText(const Ref<TextInputStream>& stream, String line) {
+    const String start = "<dict>";
+    while (!stream->EndOfFile() && line != start) {
+        line = stream->ReadLine();
+        headers.Append(line);
+        LoopYield();
+    }
+    if (line == start) {
+        root->Load(stream, "root", false, Nil, this, true);
+        return;
+    }
+    error = true;
+    errorMessage = "Not a plist file";
+}
+
+void plist::beginDocument() {
+    headers.Append(R"(<?xml version="1.0" encoding="UTF-8"?>)");
+    // The identifiers that version 1.0 of the format is published under; readers of other makers look for them.
+    headers.Append(
+        R"(<!DOCTYPE plist PUBLIC "-//Apple Computer//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">)");
+    headers.Append(R"(<plist version="1.0">)");
+    headers.Append("<dict>");
+    root->Load(Nil, "root", false, Nil, this, false);
+}
+
+void plistDict::Load(const Ref<TextInputStream>& stream, const String& nodeName, bool asArray,
+                     const BackReference<plistDict>& parentNode, const BackReference<plist>& document, bool read) {
+    CheckStack();
+    values = New<Dictionary>();
+    types = New<Dictionary>();
+    name = nodeName;
+    parent = parentNode;
+    rootClass = document;
+    isArray = asArray;
+    indexOf = -1;
+    if (read) EntryReader(*this, stream).Read();
+}
+
+String plistDict::LStripNonPrintingChars(const String& text) {
+    const std::string_view bytes = text.Bytes();
+    const auto* const first =
+        std::find_if(bytes.begin(), bytes.end(), [](char byte) { return static_cast<unsigned char>(byte) >= 32; });
+    return text.Slice(static_cast<std::size_t>(first - bytes.begin()));
+}
+
+String plistDict::BracketsToCode(const String& text) {
+    return ReplaceAll(ReplaceAll(text, "<", "&lt;"), ">", "&gt;");
+}
+
+String plistDict::CodeToBrackets(const String& text) {
+    return ReplaceAll(ReplaceAll(text, "&lt;", "<"), "&gt;", ">");
+}
+
+}  // namespace marrowbeck

@@ -1,0 +1,127 @@
+#include <gtest/gtest.h>
+
+#include "tests/plist/Documents.h"
+
+using namespace marrowbeck;
+using namespace marrowbeck::test;
+
+TEST(Tree, AskingForAChildMakesIt) {
+    const Documents documents;
+    const auto root = documents.Open()->root;
+    EXPECT_EQ(root->name, "root");
+    const auto x = root->child("x");
+    EXPECT_TRUE(root->Exists("X"));
+    EXPECT_EQ(root->GetType("x"), "dict");
+    EXPECT_EQ(root->child("X"), x);
+    EXPECT_EQ(root->index(0), Nil);
+    EXPECT_EQ(root->child("0"), root->index(0));
+    EXPECT_FALSE(root->index(0)->isArray);
+    root->SetString("a", "");
+    EXPECT_EQ(root->count(), 3);
+    EXPECT_THROW(root->GetType("missing"), KeyNotFoundException);
+}
+
+TEST(Tree, ErrorsTellTheDocumentAndTheNextSuccessClearsThem) {
+    const Documents documents;
+    const auto document = documents.Open();
+    const auto root = document->root;
+    EXPECT_TRUE(root->AddArray("a"));
+    EXPECT_FALSE(root->AddArray("a"));
+    EXPECT_TRUE(document->error);
+    EXPECT_EQ(document->errorMessage, "Array exists: a already exists");
+    root->AddChild("a");
+    EXPECT_EQ(document->errorMessage, "Child exists: a already exists");
+    EXPECT_TRUE(root->child("a")->CheckArray());
+    EXPECT_FALSE(document->error);
+    EXPECT_FALSE(root->CheckArray());
+    EXPECT_EQ(document->errorMessage, "root is not an array");
+    EXPECT_EQ(root->GetValue("a"), "");
+    EXPECT_EQ(document->errorMessage, "Key a does not exist");
+
+    const auto alone = New<plistDict>();
+    alone->SetError(true, "nobody hears");
+    alone->AppendString("x");
+    EXPECT_EQ(alone->count(), 0);
+}
+
+TEST(Tree, AKeyThatHoldsALeafIsNoChild) {
+    const Documents documents;
+    const auto document = documents.Open();
+    document->root->SetString("leaf", "x");
+    EXPECT_THROW(document->root->child("leaf"), StackOverflowException);
+    EXPECT_EQ(document->errorMessage, "Child exists: leaf already exists");
+    EXPECT_EQ(document->root->GetString("leaf"), "x");
+}
+
+TEST(Tree, TheCursorWalksInTheOrderOfArrival) {
+    const auto node = New<plistDict>();
+    node->MoveFirst();
+    EXPECT_FALSE(node->eof);
+    EXPECT_EQ(node->CurrentKey(), "");
+    EXPECT_TRUE(node->eof);
+
+    for (const char* key : {"b", "a", "c"}) node->SetString(key, key);
+    std::string walked;
+    for (node->MoveFirst(); !node->eof; node->MoveNext()) walked += node->CurrentKey().ToStd();
+    EXPECT_EQ(walked, "bac");
+    EXPECT_EQ(node->currentIndex, 0);
+    node->MoveLast();
+    EXPECT_TRUE(node->eof);
+    EXPECT_EQ(node->CurrentKey(), "c");
+}
+
+TEST(Tree, PathsGoUpToTheFirstNodeCalledRoot) {
+    const Documents documents;
+    const auto root = documents.Open()->root;
+    EXPECT_EQ(root->child("a")->child("b")->child("c")->AbsolutePath(), ":root:a:b:c");
+    EXPECT_THROW(root->AbsolutePath(), NilObjectException);
+    root->AddArray("list");
+    root->child("list")->AppendDict();
+    root->child("list")->AppendArray();
+    EXPECT_EQ(root->child("list")->index(0)->AbsolutePath(), ":root:list:");
+    EXPECT_EQ(root->child("list")->index(1)->AbsolutePath(), ":root:list:1");
+    EXPECT_EQ(root->child("a")->child("root")->child("d")->AbsolutePath(), ":root:d");
+}
+
+TEST(Tree, ReferencesUpwardDoNotKeepAndDoNotDangle) {
+    const Documents documents;
+    auto document = documents.Open();
+    const auto inner = document->root->child("a")->child("b");
+    const auto middle = Ref<plistDict>(inner->parent);
+    document->root->Remove("a");
+    EXPECT_EQ(inner->AbsolutePath(), ":root:a:b");
+    document = Nil;
+    EXPECT_EQ(middle->parent, Nil);
+    EXPECT_EQ(inner->parent, middle);
+    inner->SetError(true, "the document is gone");
+    EXPECT_THROW(inner->AbsolutePath(), NilObjectException);
+}
+
+TEST(Tree, DepthBeyondTheStackEndsInAnException) {
+    constexpr int kDepth = 100'000;
+    const Documents documents;
+    const auto document = documents.Open();
+    Ref<plistDict> node = document->root;
+    for (int i = 0; i < kDepth; ++i) node = node->child("n");
+    EXPECT_EQ(node->AbsolutePath().ByteCount(), std::size_t{5} + 2 * kDepth);
+    node->SetString("leaf", "x");
+    EXPECT_THROW(document->Save(), StackOverflowException);
+    EXPECT_THROW(document->Find("x"), StackOverflowException);
+    EXPECT_THROW(document->root->Copy("n", New<plistDict>()), StackOverflowException);
+    node = Nil;
+    document->root = Nil;
+
+    std::string nested;
+    for (int i = 0; i < kDepth; ++i) nested += "<key>n</key>\n<dict>\n";
+    EXPECT_THROW(documents.Of(nested), StackOverflowException);
+}
+
+TEST(Tree, ManyChildrenAreFoundWithoutRegardToCase) {
+    const auto node = New<plistDict>();
+    for (int i = 0; i < 1000; ++i) node->child("Key " + Str(i))->SetInteger("n", i);
+    EXPECT_EQ(node->child("KEY 700")->GetInteger("n"), 700);
+    node->Remove("key 3");
+    EXPECT_EQ(node->child("key 999")->GetInteger("n"), 999);
+    EXPECT_FALSE(node->child("key 3")->Exists("n"));
+    EXPECT_EQ(node->count(), 1000);
+}
