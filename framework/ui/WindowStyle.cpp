@@ -24,7 +24,13 @@ void WindowStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(QPen(line, 1));
     painter->setBrush(Qt::NoBrush);
-    const QRectF box = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+    QRectF box = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+    // The frame of a group begins below its title, where the style itself has drawn it.
+    if (element == PE_FrameGroupBox) {
+        constexpr int kGapBelowTitle = 3;
+        box.setTop(box.top() + qMax(pixelMetric(PM_IndicatorHeight, option, widget), option->fontMetrics.height()) +
+                   kGapBelowTitle);
+    }
     if (element == PE_IndicatorRadioButton) {
         painter->drawEllipse(box);
     } else {

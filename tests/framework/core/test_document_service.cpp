@@ -1,0 +1,84 @@
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <QProcess>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "framework/core/Application.h"
+#include "framework/core/DocumentService.h"
+#include "tests/support/EventLoop.h"
+
+namespace framework {
+namespace {
+
+using marrowbeck::test::RunUntil;
+
+constexpr const char* kName = "com.example.document-service";
+
+/// A message bus of the test's own, which this process and its children then take for the session's.
+class PrivateBus {
+  public:
+    PrivateBus() {
+        daemon_.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
+        if (!daemon_.waitForReadyRead(5000)) return;
+        const QByteArray address = daemon_.readLine().trimmed();
+        setenv("DBUS_SESSION_BUS_ADDRESS", address.constData(), 1);
+        running_ = !address.isEmpty();
+    }
+    ~PrivateBus() {
+        daemon_.kill();
+        daemon_.waitForFinished();
+    }
+
+    bool IsRunning() const { return running_; }
+
+  private:
+    QProcess daemon_;
+    bool running_ = false;
+};
+
+class OpeningApplication : public Application {
+  public:
+    void Event_OpenDocument(Ref<FolderItem> item) override { opened.push_back(item->AbsolutePath().ToStd()); }
+
+    std::vector<std::string> opened;
+};
+
+/// Starts a second process of the program with `arguments` and gives what it says of its role.
+std::string secondStart(const QStringList& arguments) {
+    QProcess second;
+    second.start(SECOND_START, QStringList(kName) + arguments);
+    RunUntil([&second] { return second.state() == QProcess::NotRunning; });
+    return second.readAllStandardOutput().toStdString();
+}
+
+TEST(DocumentService, TheFirstProcessOpensWhatLaterOnesWereGiven) {
+    const PrivateBus bus;
+    ASSERT_TRUE(bus.IsRunning());
+    const auto application = New<OpeningApplication>();
+    int activations = 0;
+    const DocumentService service(kName, {}, [&activations] { ++activations; });
+    ASSERT_EQ(service.GetRole(), DocumentService::Role::First);
+
+    const std::string folder = std::string(std::getenv("HOME")) + "/a #1 50% caf\xC3\xA9:";
+    std::filesystem::create_directory(folder);
+    EXPECT_EQ(secondStart({QString::fromStdString(folder)}), "handed over");
+    EXPECT_TRUE(application->opened.empty()) << "before the application is open, documents wait";
+    internal::RaiseOpen();
+    EXPECT_EQ(application->opened, std::vector<std::string>{folder});
+    EXPECT_EQ(secondStart({}), "handed over");
+    EXPECT_EQ(activations, 2);
+    EXPECT_EQ(application->opened.size(), 1U);
+}
+
+TEST(DocumentService, WithoutABusTheProcessWorksAlone) {
+    unsetenv("DBUS_SESSION_BUS_ADDRESS");
+    EXPECT_EQ(secondStart({"/tmp"}), "alone");
+}
+
+}  // namespace
+}  // namespace framework

@@ -1,0 +1,23 @@
+// What a program does with its arguments when it starts: second-start NAME [PATH...] takes part on the message bus and
+// prints its role.
+
+#include <QCoreApplication>
+#include <cstdio>
+
+#include "framework/core/DocumentService.h"
+
+int main(int argc, char** argv) {
+    using framework::DocumentService;
+    const QCoreApplication application(argc, argv);
+    std::vector<framework::Ref<framework::FolderItem>> items;
+    for (int i = 2; i < argc; ++i) items.push_back(framework::New<framework::FolderItem>(framework::String(argv[i])));
+    const DocumentService service(argv[1], items, {});
+    switch (service.GetRole()) {
+        case DocumentService::Role::Alone:
+            return std::fputs("alone", stdout) < 0;
+        case DocumentService::Role::First:
+            return std::fputs("first", stdout) < 0;
+        case DocumentService::Role::HandedOver:
+            return std::fputs("handed over", stdout) < 0;
+    }
+}
