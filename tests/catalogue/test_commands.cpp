@@ -1,0 +1,164 @@
+#include <filesystem>
+
+#include "app/Preferences.h"
+#include "tests/catalogue/CatalogueTest.h"
+
+namespace marrowbeck::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+/// An answer of mdls that takes its time.
+constexpr const char* kSlowTool = "for last; do :; done\nsleep 0.1\nexec cat \"$last.image\"\n";
+/// A tool that never answers.
+constexpr const char* kHangingTool = "sleep 100\n";
+
+class Commands : public CatalogueTest {
+  protected:
+    Commands() {
+        window->Subfoldercheckbox->Value(false);
+        window->SegmentedControl1->Items(Window1::kAllItem)->Selected(true);
+        std::filesystem::create_directories(thumbnails);
+    }
+
+    void addImages(int count) {
+        for (int i = 0; i < count; ++i) answer(addFile("image" + std::to_string(i) + ".jpg"), plainFields());
+    }
+    void press(const Ref<ToolButton>& tool) { window->MyToolbar_Action(*window->MyToolbar, tool); }
+    void drop(const std::string& path) { window->Event_DropObject(New<DragItem>("file://" + path + "\r\n"), 0); }
+    bool running() const { return window->SizeThread1->State() != Thread::NotRunning; }
+    void expectAtRest() const {
+        EXPECT_FALSE(running());
+        EXPECT_FALSE(window->ProgressWheel1->Visible());
+        EXPECT_FALSE(window->MyToolbar->StopTB->Enabled());
+        EXPECT_TRUE(window->SegmentedControl1->Enabled());
+    }
+    void fillCache() const { std::filesystem::create_directories(thumbnails + "/old/entry.png"); }
+    bool cacheIsEmpty() const { return std::filesystem::is_empty(thumbnails); }
+
+    std::string thumbnails = Preferences::ThumbnailsFolder()->AbsolutePath().ToStd();
+};
+
+TEST_F(Commands, EveryStarterButTheFilterEmptiesTheThumbnails) {
+    addImages(1);
+    fillCache();
+    drop(pictures);
+    runToEnd();
+    EXPECT_TRUE(cacheIsEmpty());
+    EXPECT_EQ(names().size(), 1U);
+
+    fillCache();
+    press(window->MyToolbar->RefreshTB);
+    EXPECT_EQ(window->totalnumber->Text(), String(""));
+    runToEnd();
+    EXPECT_TRUE(cacheIsEmpty());
+
+    fillCache();
+    window->SegmentedControl1->Items(Window1::kPngItem)->Selected(true);
+    window->SegmentedControl1_Action(*window->SegmentedControl1, Window1::kPngItem);
+    runToEnd();
+    EXPECT_FALSE(cacheIsEmpty());
+    EXPECT_TRUE(names().empty());
+
+    // A folder that waits spares the dialog.
+    window->SegmentedControl1->Items(Window1::kAllItem)->Selected(true);
+    window->gDropFolderpath = New<FolderItem>(String(pictures));
+    window->ChooseBtn_Action(*window->ChooseBtn);
+    runToEnd();
+    EXPECT_TRUE(cacheIsEmpty());
+    EXPECT_EQ(names().size(), 1U);
+}
+
+TEST_F(Commands, WhileASearchRunsNothingStartsAnother) {
+    addImages(3);
+    replaceTool("mdls", kSlowTool);
+    drop(pictures);
+    ASSERT_TRUE(RunUntil([this] { return window->Listbox1->ListCount() == 1; }));
+    const std::string other = root + "/other";
+    std::filesystem::create_directory(other);
+    drop(other);
+    press(window->MyToolbar->RefreshTB);
+    window->SegmentedControl1_Action(*window->SegmentedControl1, 0);
+    drop(pictures + "/image0.jpg");
+    EXPECT_EQ(messages, Texts{"Please drop a folder of photos, not individual files onto Marrowbeck"});
+    runToEnd();
+    EXPECT_EQ(names().size(), 3U);
+    EXPECT_EQ(window->gD->Name(), String("pictures"));
+    press(window->MyToolbar->RefreshTB);
+    runToEnd();
+    EXPECT_EQ(window->gD->Name(), String("other"));
+}
+
+TEST_F(Commands, StopBetweenRowsKeepsWholeRowsAndAReloadStartsNormally) {
+    addImages(5);
+    replaceTool("mdls", kSlowTool);
+    drop(pictures);
+    ASSERT_TRUE(RunUntil([this] { return window->Listbox1->ListCount() == 2; }));
+    EXPECT_TRUE(window->ProgressWheel1->Visible());
+    EXPECT_TRUE(window->MyToolbar->StopTB->Enabled());
+    EXPECT_FALSE(window->SegmentedControl1->Enabled());
+    press(window->MyToolbar->StopTB);
+    expectAtRest();
+    for (int row = 0; row < window->Listbox1->ListCount(); ++row) EXPECT_EQ(cell(row, 3), "4000 x 3000");
+    EXPECT_LT(names().size(), 5U);
+    press(window->MyToolbar->RefreshTB);
+    runToEnd();
+    EXPECT_EQ(names().size(), 5U);
+    expectAtRest();
+}
+
+TEST_F(Commands, StopEndsAHangingToolAtOnceAndLeavesNoHalfRow) {
+    addImages(2);
+    replaceTool("mdls", kHangingTool);
+    drop(pictures);
+    ASSERT_TRUE(RunUntil([this] { return window->Listbox1->ListCount() == 1; }));
+    press(window->MyToolbar->StopTB);
+    expectAtRest();
+    EXPECT_TRUE(names().empty());
+
+    replaceTool("mdfind", kHangingTool);
+    window->Subfoldercheckbox->Value(true);
+    drop(pictures);
+    ASSERT_TRUE(RunUntil([this] { return window->SizeThread1->State() == Thread::Waiting; }));
+    press(window->MyToolbar->StopTB);
+    expectAtRest();
+}
+
+TEST_F(Commands, StopWhileAMessageIsOpenEndsTheSearch) {
+    addFile("broken.jpg");
+    framework::internal::SetAlertPresenter([](const String&) {
+        Completion never;
+        never.Wait();
+    });
+    drop(pictures);
+    ASSERT_TRUE(RunUntil(
+        [this] { return window->SizeThread1->State() == Thread::Waiting && window->Listbox1->ListCount() == 1; }));
+    RunFor(100);
+    press(window->MyToolbar->StopTB);
+    expectAtRest();
+}
+
+TEST_F(Commands, DraggingShowsTheClosedHandUntilTheDrop) {
+    const auto item = New<DragItem>("file://" + pictures + "\r\n");
+    EXPECT_TRUE(window->Event_DragEnter(item, 0));
+    EXPECT_TRUE(window->MouseCursor() == System::Cursors::HandClosed);
+    window->Event_MouseExit();
+    EXPECT_TRUE(window->MouseCursor() == System::Cursors::StandardPointer);
+    window->Event_DragEnter(item, 0);
+    drop(pictures);
+    EXPECT_TRUE(window->MouseCursor() == System::Cursors::StandardPointer);
+}
+
+TEST_F(Commands, EmptyingAFolderTakesItsFoldersAndLinksAndKeepsItself) {
+    const std::string folder = root + "/full";
+    std::filesystem::create_directories(folder + "/a/b/c");
+    std::filesystem::create_directory_symlink(pictures, folder + "/link");
+    addImages(1);
+    Preferences::deleteFilesFromFolder(New<FolderItem>(String(folder)));
+    EXPECT_TRUE(std::filesystem::is_empty(folder));
+    EXPECT_TRUE(std::filesystem::exists(pictures + "/image0.jpg")) << "a link is removed, not followed";
+    EXPECT_THROW(Preferences::deleteFilesFromFolder(Nil), NilObjectException);
+}
+
+}  // namespace
+}  // namespace marrowbeck::test
