@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <signal.h>
 
 #include <QProcess>
 #include <cstdlib>
@@ -11,35 +10,15 @@
 #include "framework/core/Application.h"
 #include "framework/core/DocumentService.h"
 #include "tests/support/EventLoop.h"
+#include "tests/support/PrivateBus.h"
 
 namespace framework {
 namespace {
 
+using marrowbeck::test::PrivateBus;
 using marrowbeck::test::RunUntil;
 
 constexpr const char* kName = "com.example.document-service";
-
-/// A message bus of the test's own, which this process and its children then take for the session's.
-class PrivateBus {
-  public:
-    PrivateBus() {
-        daemon_.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
-        if (!daemon_.waitForReadyRead(5000)) return;
-        const QByteArray address = daemon_.readLine().trimmed();
-        setenv("DBUS_SESSION_BUS_ADDRESS", address.constData(), 1);
-        running_ = !address.isEmpty();
-    }
-    ~PrivateBus() {
-        daemon_.kill();
-        daemon_.waitForFinished();
-    }
-
-    bool IsRunning() const { return running_; }
-
-  private:
-    QProcess daemon_;
-    bool running_ = false;
-};
 
 class OpeningApplication : public Application {
   public:
