@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+#include "tools/InputFile.h"
+
+namespace marrowbeck::tools {
+
+/// A PNG of `file` with at most `side` pixels on its longer side, never enlarged, as
+/// the program `vipsthumbnail` makes it, which reads many a format. Empty when it is not
+/// installed (it is looked for on the path), does not know the format, or takes too long.
+std::string vipsThumbnail(const InputFile& file, int side);
+
+}  // namespace marrowbeck::tools
