@@ -64,7 +64,7 @@ void Window1::checksize(const Ref<FolderItem>& item) {
     const bool hasExif = !(fields(kExifVersionField) == "(null)");
     const String alpha = fields(kHasAlphaField) == "1" ? "+ Alpha" : "";
     const String keywords = ImageFacts::CleanKeywords(fields(kKeywordsField));
-    const String kind = fields(kKindField);
+    const String& kind = fields(kKindField);
     const std::int32_t height = toInteger(fields(kPixelHeightField));
     const std::int32_t width = toInteger(fields(kPixelWidthField));
 
