@@ -5,7 +5,7 @@ namespace {
 
 Ref<Picture> loadedOnce(Ref<Picture>& kept, const char* name) {
     if (!kept) {
-        if (const Ref<FolderItem> resources = ApplicationResources()) {
+        if (const Ref<FolderItem> resources = _GetApplicationBundleResources()) {
             kept = OpenAsPicture(resources->Child(name));
         }
     }

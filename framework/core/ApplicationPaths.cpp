@@ -30,7 +30,7 @@ Ref<FolderItem> ifPresent(const Ref<FolderItem>& folder) {
 
 }  // namespace
 
-Ref<FolderItem> ApplicationResources() {
+Ref<FolderItem> _GetApplicationBundleResources() {
     return ifPresent(applicationFolder("share")->Child("resources"));
 }
 

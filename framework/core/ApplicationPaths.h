@@ -6,7 +6,7 @@ namespace framework {
 
 /// The folder of the application's own resource files: `share/NAME/resources` beside the folder in which its executable
 /// lies, in the build tree as in the installed one. Nil when there is none.
-Ref<FolderItem> ApplicationResources();
+Ref<FolderItem> _GetApplicationBundleResources();
 /// The folder of the application's own commands: `libexec/NAME`, likewise.
 Ref<FolderItem> ApplicationToolsFolder();
 

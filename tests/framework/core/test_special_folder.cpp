@@ -84,11 +84,11 @@ TEST(ApplicationPaths, FoldersLieBelowThePrefixUnderTheProgramsName) {
     const TemporaryFolder folder;
     ApplicationPaths::SetName("program");
     ApplicationPaths::SetPrefix(folder.Item());
-    EXPECT_FALSE(ApplicationResources());
+    EXPECT_FALSE(_GetApplicationBundleResources());
     EXPECT_FALSE(ApplicationToolsFolder());
     std::filesystem::create_directories(folder.Path("share/program/resources"));
     std::filesystem::create_directories(folder.Path("libexec/program"));
-    EXPECT_EQ(path(ApplicationResources()), folder.Path("share/program/resources"));
+    EXPECT_EQ(path(_GetApplicationBundleResources()), folder.Path("share/program/resources"));
     EXPECT_EQ(path(ApplicationToolsFolder()), folder.Path("libexec/program"));
     ApplicationPaths::SetName("");
     EXPECT_FALSE(ApplicationToolsFolder());
