@@ -25,7 +25,7 @@ void App::Event_Open() {
     Global<Window1>()->Show();
 }
 
-void App::Event_OpenDocument(Ref<FolderItem> item) {
+void App::Event_OpenDocument(const Ref<FolderItem>& item) {
     if (!item->Directory()) {
         MsgBox(Window1::kNotAFolder);
         return;

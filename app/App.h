@@ -15,7 +15,7 @@ class App : public Application {
 
     void Event_Open() override;
     /// Opens a folder: in the main window, as soon as no search runs. A file gets a message.
-    void Event_OpenDocument(Ref<FolderItem> item) override;
+    void Event_OpenDocument(const Ref<FolderItem>& item) override;
     bool Event_UnhandledException(RuntimeException& error) override;
 
     bool _HelpAboutMarrowbeck_Action();

@@ -41,7 +41,7 @@ Ref<Application> Application::Current() {
     return Ref<Application>(theApplication);
 }
 
-void Application::Event_OpenDocument(Ref<FolderItem>) {}
+void Application::Event_OpenDocument(const Ref<FolderItem>&) {}
 
 bool Application::Event_UnhandledException(RuntimeException&) {
     return false;
@@ -127,7 +127,7 @@ void RaiseOpen() {
     Application::Current()->open();
 }
 
-void RaiseOpenDocument(Ref<FolderItem> item) {
+void RaiseOpenDocument(const Ref<FolderItem>& item) {
     Application::Current()->openDocument(item);
 }
 

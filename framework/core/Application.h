@@ -21,7 +21,7 @@ void SetQuitPreparation(std::function<void()> closeWindows);
 /// Raises the application's Open event through the door.
 void RaiseOpen();
 /// Hands an item to the application's OpenDocument event; until RaiseOpen is over the item waits.
-void RaiseOpenDocument(Ref<FolderItem> item);
+void RaiseOpenDocument(const Ref<FolderItem>& item);
 
 }  // namespace internal
 
@@ -39,7 +39,7 @@ class Application : public Object {
     /// At quit, once, after the windows have closed.
     virtual void Event_Close() {}
     /// For each file or folder that the desktop, or a second start of the program, asks this one to open.
-    virtual void Event_OpenDocument(Ref<FolderItem> item);
+    virtual void Event_OpenDocument(const Ref<FolderItem>& item);
     /// For an exception that nothing caught. True keeps the process alive; the handler or thread in which it rose is
     /// over in any case.
     virtual bool Event_UnhandledException(RuntimeException& error);
@@ -69,7 +69,7 @@ class Application : public Object {
   private:
     friend void Quit(int code);
     friend void internal::RaiseOpen();
-    friend void internal::RaiseOpenDocument(Ref<FolderItem> item);
+    friend void internal::RaiseOpenDocument(const Ref<FolderItem>& item);
 
     void open();
     void openDocument(const Ref<FolderItem>& item);

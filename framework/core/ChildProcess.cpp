@@ -59,6 +59,7 @@ struct ChildPlan {
 }
 
 /// Starts the child without copying this process, however large that is. -1 with errno when the program did not start.
+/// The usual other way, posix_spawn, can neither have the child die with us nor choose its folder.
 [[gnu::noinline]] pid_t startChild(const ChildPlan& plan) {
     volatile int error = 0;
     const pid_t process = vfork();
@@ -122,12 +123,10 @@ std::string ChildProcess::ReadOutput() {
         const ssize_t count = read(output_, buffer.data(), buffer.size());
         if (count > 0) {
             output.append(buffer.data(), static_cast<std::size_t>(count));
-        } else if (count == 0) {
+        } else if (count == 0 || (errno != EAGAIN && errno != EINTR)) {
             return output;
-        } else if (errno == EAGAIN) {
+        } else {
             WaitReadable(output_);
-        } else if (errno != EINTR) {
-            return output;
         }
     }
 }

@@ -13,7 +13,7 @@ namespace framework::internal {
 namespace {
 
 /// Enough for the toolkit's deepest calls from a handler; address space only, until it is touched.
-constexpr std::size_t kStackSize = 1024 * 1024;
+constexpr std::size_t kStackSize = 1024UL * 1024;
 
 }  // namespace
 

@@ -14,8 +14,6 @@
 #include "framework/core/CommandLine.h"
 #include "framework/core/Exceptions.h"
 
-extern char** environ;
-
 namespace framework {
 
 using internal::ChildProcess;

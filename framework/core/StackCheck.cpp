@@ -12,11 +12,11 @@ namespace framework {
 namespace {
 
 /// Left for raising the exception and for the destructors and handlers that then run.
-constexpr std::size_t kReserve = 192 * 1024;
+constexpr std::size_t kReserve = 192UL * 1024;
 
 /// Without a limit set for it the main stack may be as large as the address space; no recursion that means to end needs
 /// more than this.
-constexpr std::size_t kMostOfMainStack = 64 * 1024 * 1024;
+constexpr std::size_t kMostOfMainStack = 64UL * 1024 * 1024;
 
 internal::StackBounds mainBounds() {
     internal::StackBounds bounds;

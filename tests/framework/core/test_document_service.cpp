@@ -22,7 +22,7 @@ constexpr const char* kName = "com.example.document-service";
 
 class OpeningApplication : public Application {
   public:
-    void Event_OpenDocument(Ref<FolderItem> item) override { opened.push_back(item->AbsolutePath().ToStd()); }
+    void Event_OpenDocument(const Ref<FolderItem>& item) override { opened.push_back(item->AbsolutePath().ToStd()); }
 
     std::vector<std::string> opened;
 };
