@@ -44,7 +44,7 @@ TEST_F(StreamTest, LineEndsMayStraddleTheBuffer) {
     for (std::size_t length = 65'530; length <= 65'540; ++length) {
         const std::string longLine(length, 'x');
         EXPECT_EQ(linesOf(longLine + "\r\nnext\r\n"), (Lines{longLine, "next"})) << length;
-        EXPECT_EQ(linesOf(longLine + "\r" + longLine), (Lines{longLine, longLine})) << length;
+        EXPECT_EQ(linesOf(std::string(longLine).append("\r").append(longLine)), (Lines{longLine, longLine})) << length;
         EXPECT_EQ(linesOf(longLine + "\r"), Lines{longLine}) << length;
     }
 }
