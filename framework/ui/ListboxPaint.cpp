@@ -21,6 +21,12 @@ void ListboxView::paintEvent(QPaintEvent* event) {
     }
 }
 
+// Scrolling moves what is painted already; the frame of the focus does not belong to it.
+void ListboxView::scrollContentsBy(int dx, int dy) {
+    QTableView::scrollContentsBy(dx, dy);
+    if (useFocusRing_ && hasFocus()) viewport()->update();
+}
+
 /// Goes on with stripes and lines to the bottom edge, as if there were more rows.
 void ListboxView::paintBelowRows(QPainter& painter) {
     const int height = verticalHeader()->defaultSectionSize();
