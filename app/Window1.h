@@ -25,10 +25,10 @@ class Window1 : public Window {
     void Layout() override;
     void CreateControls() override;
 
-    void Event_DropObject(Ref<DragItem> obj, int action) override;
+    void Event_DropObject(const Ref<DragItem>& obj, int action) override;
     void Event_Open() override;
     void Event_Close() override;
-    bool Event_DragEnter(Ref<DragItem> obj, int action) override;
+    bool Event_DragEnter(const Ref<DragItem>& obj, int action) override;
     void Event_MouseExit() override;
 
     // The controls, in the order of their making.

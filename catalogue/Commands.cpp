@@ -65,7 +65,7 @@ void Window1::SegmentedControl1_Action(SegmentedControl&, int) {
 }
 
 // Of several things dropped at once the first counts.
-void Window1::Event_DropObject(Ref<DragItem> obj, int) {
+void Window1::Event_DropObject(const Ref<DragItem>& obj, int) {
     if (obj->FolderItemAvailable()) {
         if (obj->FolderItem()->Directory()) {
             gDropFolderpath = obj->FolderItem();
@@ -77,7 +77,7 @@ void Window1::Event_DropObject(Ref<DragItem> obj, int) {
     MouseCursor(System::Cursors::StandardPointer);
 }
 
-bool Window1::Event_DragEnter(Ref<DragItem>, int) {
+bool Window1::Event_DragEnter(const Ref<DragItem>&, int) {
     MouseCursor(System::Cursors::HandClosed);
     return true;
 }

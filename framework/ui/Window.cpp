@@ -39,9 +39,9 @@ Window::~Window() {
     frame_->deleteLater();
 }
 
-void Window::Event_DropObject(Ref<DragItem>, int) {}
+void Window::Event_DropObject(const Ref<DragItem>&, int) {}
 
-bool Window::Event_DragEnter(Ref<DragItem>, int) {
+bool Window::Event_DragEnter(const Ref<DragItem>&, int) {
     return false;
 }
 

@@ -40,10 +40,10 @@ class Window : public Object {
     virtual void Event_Close() {}
     /// Something was dropped on the window. The action is 0. Comes after the drag itself is over, so that the handler
     /// may take its time.
-    virtual void Event_DropObject(Ref<DragItem> obj, int action);
+    virtual void Event_DropObject(const Ref<DragItem>& obj, int action);
     /// Something that may be dropped came over the window. The answer does not matter: what the window accepts at all
     /// may be dropped.
-    virtual bool Event_DragEnter(Ref<DragItem> obj, int action);
+    virtual bool Event_DragEnter(const Ref<DragItem>& obj, int action);
     /// The pointer, or something that is dragged, left the window.
     virtual void Event_MouseExit() {}
 
