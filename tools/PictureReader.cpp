@@ -117,10 +117,11 @@ QImage readPicture(QIODevice& device, const char* decoder, int longestSide, int 
     QImage image = reader.read();
     if (image.isNull()) return {};
 
+    const bool alpha = image.hasAlphaChannel();  // smoothing adds one
     const QColorSpace colours = image.colorSpace();
     const QSize size = fitted(natural.isValid() ? natural : image.size(), longestSide);
     image = shrunk(std::move(image), size);
-    image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+    image.convertTo(alpha ? QImage::Format_ARGB32 : QImage::Format_RGB32);
     image.setColorSpace(colours);
     if (colours.isValid() && colours != QColorSpace(QColorSpace::SRgb))
         image.convertToColorSpace(QColorSpace(QColorSpace::SRgb));
