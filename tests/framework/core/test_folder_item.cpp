@@ -256,8 +256,8 @@ TEST_F(FolderItemTest, ItemsOfOneVolumeHaveItsNumber) {
     EXPECT_FALSE(folder_->Child(".file")->Visible());
 }
 
-TEST_F(FolderItemTest, AHundredThousandChildrenAreListedOnce) {
-    constexpr int kFiles = 100'000;
+TEST_F(FolderItemTest, ManyChildrenAreListedOnce) {
+    constexpr int kFiles = 20'000;
     for (int i = 0; i < kFiles; ++i) {
         const int file = ::open(temporary_.Path(std::to_string(kFiles + i) + ".jpg").c_str(), O_CREAT | O_WRONLY, 0600);
         ASSERT_GE(file, 0);
