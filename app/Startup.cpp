@@ -21,6 +21,7 @@ int _Main(int argc, char** argv) {
 }
 
 int _Startup() {
+    ApplicationPaths::SetName("marrowbeck");
     if (const Ref<FolderItem> tools = ApplicationToolsFolder()) Shell::SetToolsFolder(tools->AbsolutePath());
     _InitFileTypes();
     _NewAppInstance();
