@@ -57,7 +57,7 @@ inline std::string outline(const Ref<plistDict>& node) {
             const bool array = word == "array";
             text += (array ? "[" : "{") + outline(node->child(key)) + (array ? "]" : "}");
         } else {
-            text += word.ToStd() + ":" + node->values->Value(key).StringValue().ToStd();
+            text += word.ToStd() + ":" + node->values->Lookup(key, "(none)").StringValue().ToStd();
         }
     }
     return text;

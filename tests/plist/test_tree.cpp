@@ -14,7 +14,8 @@ TEST(Tree, AskingForAChildMakesIt) {
     EXPECT_EQ(root->GetType("x"), "dict");
     EXPECT_EQ(root->child("X"), x);
     EXPECT_EQ(root->index(0), Nil);
-    EXPECT_EQ(root->child("0"), root->index(0));
+    const auto zero = root->child("0");
+    EXPECT_EQ(root->index(0), zero);
     EXPECT_FALSE(root->index(0)->isArray);
     root->SetString("a", "");
     EXPECT_EQ(root->count(), 3);

@@ -1,0 +1,172 @@
+#include <gtest/gtest.h>
+
+#include "fileutil/FileReplace.h"
+#include "tests/plist/Documents.h"
+
+using namespace marrowbeck;
+using namespace marrowbeck::test;
+
+namespace {
+
+class Writer : public testing::Test {
+  protected:
+    Writer() { Shell::SetToolsFolder(MARROWBECK_TOOLS); }
+
+    /// The root's text, saved and read again.
+    std::string again() {
+        document->Save();
+        return outline(documents.Open()->root);
+    }
+
+    Documents documents;
+    Ref<plist> document = documents.Open();
+    Ref<plistDict> root = document->root;
+};
+
+}  // namespace
+
+TEST_F(Writer, PrintsEachTypeInItsForm) {
+    EXPECT_EQ(again(), "");
+    EXPECT_EQ(documents.Entries(), "");
+    root->SetString("s<", "a<b>&c");
+    root->SetData("d", "YQ==");
+    root->SetBoolean("b", false);
+    root->AddChild("c");
+    root->child("c")->AddArray("empty");
+    root->AddArray("a");
+    root->child("a")->AppendBoolean(true);
+    root->child("a")->AppendDouble(0.25);
+    root->child("a")->AppendDict();
+    root->child("a")->AppendArray();
+    root->child("a")->index(3)->AppendString("x");
+    document->Save();
+    EXPECT_EQ(documents.Entries(),
+              "\t<key>s<</key>\n\t<string>a&lt;b&gt;&c</string>\n"
+              "\t<key>d</key>\n\t<data>\n\tYQ==\n\t</data>\n"
+              "\t<key>b</key>\n\t<false/>\n"
+              "\t<key>c</key>\n\t<dict>\n\t\t<key>empty</key>\n\t\t<array/>\n\t</dict>\n"
+              "\t<key>a</key>\n\t<array>\n\t\t<true/>\n\t\t<double>0.25</double>\n\t\t<dict/>\n"
+              "\t\t<array>\n\t\t\t<string>x</string>\n\t\t</array>\n\t</array>\n");
+    EXPECT_EQ(outline(documents.Open()->root),
+              "s<=string:a<b>&c d=data:YQ== b=boolean:false c={empty=[]} a=[0=boolean:true 1=double:0.25 2={} "
+              "3=[0=string:x]]");
+}
+
+TEST_F(Writer, ReaderAndWriterDisagreeWhereTheyMust) {
+    root->SetString("entity", "&lt;");
+    root->SetString("lines", "one\ntwo\r\n\tthree");
+    root->SetDate("date", New<Date>());
+    root->types->Value("odd", "boolean");
+    root->values->Value("odd", "yes");
+    const std::string date = root->values->Value("date").StringValue().ToStd();
+    const std::string tree = "entity=string:< lines=string:one\rtwo\rthree\r date=date:" + date + " odd=boolean:false";
+    EXPECT_EQ(again(), tree);
+    // A text that ends in a line end has its closing tag on a line of its own, and then stays as it is.
+    document = documents.Open();
+    EXPECT_EQ(again(), tree);
+    document = documents.Open("other");
+    document->root->SetString("x><y", "cut");
+    document->Save();
+    EXPECT_EQ(outline(documents.Open("other")->root), "x>=y</key:(none)");
+}
+
+TEST_F(Writer, ElementsAreNumberedAnewAndKeysInArraysDoNotReachTheFile) {
+    root->AddArray("a");
+    const auto array = root->child("a");
+    array->SetString("7", "seven");
+    array->SetString("name", "x");
+    EXPECT_EQ(again(), "a=[0=string:seven 1=string:x]");
+}
+
+TEST_F(Writer, AKeyGivenTwiceHasItsNodesPrintedUnderOneKey) {
+    document = documents.Of(
+        "\t<key>k</key>\n\t<dict>\n\t\t<key>a</key>\n\t\t<true/>\n\t</dict>\n"
+        "\t<key>K</key>\n\t<dict/>\n");
+    document->Save();
+    EXPECT_EQ(documents.Entries(), "\t<key>k</key>\n\t<dict>\n\t\t<key>a</key>\n\t\t<true/>\n\t</dict>\n\t<dict/>\n");
+}
+
+TEST_F(Writer, ATypeWithoutAValueCannotBePrinted) {
+    document = documents.Of("\t<key>a</key>\n\t<string/>\n");
+    const std::string before = documents.Text();
+    EXPECT_THROW(document->Save(), KeyNotFoundException);
+    EXPECT_EQ(documents.Text(), before);
+}
+
+TEST_F(Writer, AFileThatCannotBeStagedIsLeftAlone) {
+    document = documents.Of("\t<key>a</key>\n\t<true/>\n");
+    const std::string before = documents.Text();
+    plist::StagingFile(documents.Item("nowhere")->Child("staging"));
+    try {
+        document->Save();
+        ADD_FAILURE();
+    } catch (const FileReplaceException& failure) {
+        EXPECT_EQ(failure.Message(), "Source does not exist.");
+    }
+    EXPECT_EQ(document->errorMessage, "Could not open file for saving");
+    EXPECT_EQ(documents.Text(), before);
+    // The message stays over a save that works.
+    plist::StagingFile(documents.Item("staging"));
+    document->Save(true);
+    EXPECT_TRUE(document->error);
+    plist::StagingFile(Nil);
+    EXPECT_THROW(document->Save(), NilObjectException);
+}
+
+TEST_F(Writer, InvisibleSavesGoStraightToTheFile) {
+    plist::StagingFile(Nil);
+    root->SetString("a", "b");
+    document->SaveAsInvisible(documents.Item("other"));
+    EXPECT_EQ(outline(documents.Open()->root), "a=string:b");
+    EXPECT_FALSE(documents.Item("other")->Exists());
+    document->savePath = documents.Item("nowhere")->Child("file");
+    document->SaveAsInvisible(Nil, true);
+    EXPECT_EQ(document->errorMessage, "Could not open file for saving");
+}
+
+TEST_F(Writer, BinaryDocumentsAreConvertedAndConvertedBack) {
+    root->SetString("text", "a<b");
+    root->SetInteger("n", 42);
+    document->Save();
+    New<Shell>()->Execute("plutil -convert binary1 " + documents.Item()->ShellPath());
+    ASSERT_TRUE(documents.Text().starts_with("bplist00"));
+
+    document = documents.Open();
+    EXPECT_TRUE(document->isBinary);
+    EXPECT_EQ(document->org->Name(), "doc.plist");
+    EXPECT_EQ(document->savePath->Name(), "doc.plist temp");
+    EXPECT_EQ(outline(document->root), "text=string:a<b n=integer:42");
+    document->root->SetInteger("n", 43);
+    document->Save();
+    EXPECT_TRUE(document->savePath->Exists());
+    document->root->SetInteger("n", 44);
+    document->Save(true);
+    EXPECT_FALSE(document->savePath->Exists());
+    EXPECT_TRUE(documents.Text().starts_with("bplist00"));
+    EXPECT_EQ(documents.Open()->root->GetInteger("n"), 44);
+
+    // Once more behind a Cleanup, and in place.
+    document->root->SetInteger("n", 45);
+    document->SaveAsInvisible(Nil, true);
+    EXPECT_EQ(documents.Open()->root->GetInteger("n"), 45);
+}
+
+TEST_F(Writer, DocumentsOfOtherMakersComeThroughARound) {
+    constexpr const char* kTree =
+        "array=[0=integer:1 1=string:two 2=[] 3={} 4=[0=[0=boolean:true]] 5={deep=[0=string:x]}] "
+        "blob=data:AAECAwQFBgcICQoLDA0ODxAREhMUFRYXGBkaGxwdHh8gISIjJCUmJygpKissLS4vMDEyMz"
+        "Q1Njc4OTo7PD0+P0BBQkNERUZHSElKS0xNTk9QUVJTVFVWV1hZWltcXV5fYGFiYw== "
+        "date=date:2024-02-29T23:59:58Z empty=string: false=boolean:false integer=integer:-1099511627776 "
+        "key &amp; &lt;key&gt;=string:a < b &amp; c > d nested={empty={} list=[]} real=real:2.25 true=boolean:true "
+        "words=string:häßî日本😀";
+    for (const std::string name :
+         {"python-xml.plist", "python-binary.plist", "libplist-xml.plist", "libplist-binary.plist"}) {
+        writeFile(documents.Path(name), readFile(std::string(MARROWBECK_TEST_DOCUMENTS) + "/" + name));
+        const auto first = documents.Open(name);
+        ASSERT_FALSE(first->error) << name;
+        const std::string tree = outline(first->root);
+        EXPECT_EQ(tree, kTree) << name;
+        first->Save(true);
+        EXPECT_EQ(outline(documents.Open(name)->root), tree) << name;
+    }
+}

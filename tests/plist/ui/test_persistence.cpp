@@ -1,0 +1,169 @@
+#include <gtest/gtest.h>
+
+#include "framework/ui/CheckBox.h"
+#include "framework/ui/Clipboard.h"
+#include "framework/ui/EditField.h"
+#include "framework/ui/Label.h"
+#include "framework/ui/Listbox.h"
+#include "framework/ui/PopupMenu.h"
+#include "framework/ui/RadioButton.h"
+#include "framework/ui/Window.h"
+#include "tests/plist/Documents.h"
+
+using namespace marrowbeck;
+using namespace marrowbeck::test;
+
+namespace {
+
+class Persistence : public testing::Test {
+  protected:
+    template <class Control>
+    static Ref<Control> named(const char* name) {
+        const auto control = New<Control>();
+        control->Name(name);
+        return control;
+    }
+    static Ref<Listbox> listOf(int columns, std::initializer_list<const char*> texts) {
+        const auto list = named<Listbox>("list");
+        list->Index(3);
+        list->ColumnCount(columns);
+        for (const char* text : texts) list->AddRow(Array<String>{text, "second"});
+        return list;
+    }
+
+    Documents documents;
+    Ref<plist> document = documents.Open();
+    Ref<plistDict> root = document->root;
+};
+
+}  // namespace
+
+TEST_F(Persistence, OneColumnComesBackWithItsSelection) {
+    const auto list = listOf(1, {"a", "b", "c"});
+    list->ListIndex(1);
+    root->SetListbox(list);
+    root->SetListbox(list);
+    EXPECT_EQ(outline(root), "list.3={default=string:b elements=[0=string:a 1=string:b 2=string:c]}");
+    const auto other = listOf(1, {});
+    root->GetListbox(other, true);
+    EXPECT_EQ(other->ListCount(), 3);
+    EXPECT_EQ(other->ListIndex(), 1);
+    const auto unselected = listOf(1, {});
+    root->GetListbox(unselected, false);
+    EXPECT_EQ(unselected->ListIndex(), -1);
+}
+
+TEST_F(Persistence, SeveralColumnsAreCutToTheControl) {
+    const auto list = listOf(2, {"a", "b"});
+    root->SetListbox(list);
+    EXPECT_EQ(outline(root),
+              "list.3={default=string: elements=[0=[0=string:a 1=string:second] "
+              "1=[0=string:b 1=string:second]]}");
+    document->Save();
+    const auto again = documents.Open();
+    const auto wide = listOf(3, {});
+    again->root->GetListbox(wide, true);
+    EXPECT_EQ(wide->Cell(1, 0), "b");
+    EXPECT_EQ(wide->Cell(1, 1), "second");
+    EXPECT_EQ(wide->ListIndex(), 1) << "without a selected text every row in turn is selected";
+}
+
+TEST_F(Persistence, ARestoreWithoutAnEntryDoublesTheRows) {
+    const auto list = listOf(1, {"a", "b"});
+    root->GetListbox(list, false);
+    EXPECT_EQ(list->ListCount(), 4);
+    const auto popup = named<PopupMenu>("popup");
+    popup->AddRow("x");
+    popup->AddRow("y");
+    popup->ListIndex(0);
+    root->GetPopup(popup, true);
+    EXPECT_EQ(popup->ListCount(), 4);
+    EXPECT_EQ(popup->Text(), "x");
+    EXPECT_EQ(root->child("popup.-2147483648")->GetString("default"), "x");
+}
+
+TEST_F(Persistence, ListsInAnArrayLoseTheirKeyInTheFile) {
+    root->AppendListbox(listOf(1, {}));
+    EXPECT_EQ(document->errorMessage, "root is not an array");
+    root->AddArray("array");
+    root->child("array")->AppendListbox(listOf(1, {}));
+    EXPECT_EQ(outline(root->child("array")), "list.3={default=string: elements=[]}");
+    document->Save();
+    EXPECT_EQ(outline(documents.Open()->root->child("array")), "0={default=string: elements=[]}");
+}
+
+TEST_F(Persistence, SimpleControlsKeepOneValue) {
+    const auto field = named<TextField>("field");
+    field->Text("present");
+    root->GetTextField(field);
+    EXPECT_EQ(root->GetString("field"), "present");
+    root->SetString("field", "stored");
+    root->GetTextField(field);
+    EXPECT_EQ(field->Text(), "stored");
+    const auto edit = named<EditField>("edit");
+    edit->Text("e");
+    root->SetEditField(edit);
+    const auto label = named<Label>("label");
+    label->Text("l");
+    root->SetStaticText(label);
+    const auto box = named<CheckBox>("box");
+    root->GetCheckbox(box);
+    EXPECT_FALSE(box->Value());
+    root->SetBoolean("box", true);
+    root->GetCheckbox(box);
+    EXPECT_TRUE(box->Value());
+    const auto radio = named<RadioButton>("radio");
+    radio->Value(true);
+    root->SetRadio(radio);
+    EXPECT_EQ(outline(root), "field=string:stored edit=string:e label=string:l box=boolean:true radio=boolean:true");
+    edit->Text("");
+    root->GetEditField(edit);
+    EXPECT_EQ(edit->Text(), "e");
+    label->Text("");
+    root->GetStaticText(label);
+    EXPECT_EQ(label->Caption(), "l");
+    const auto unset = named<RadioButton>("radio");
+    root->GetRadio(unset);
+    EXPECT_TRUE(unset->Value());
+}
+
+TEST_F(Persistence, WindowsKeepTitleAndBounds) {
+    const auto window = New<Window>();
+    window->Title("first");
+    window->Width(640);
+    window->Height(480);
+    root->GetWindow("Window Main", window);
+    EXPECT_EQ(root->child("window main")->GetString("windowName"), "first");
+    window->Title("second");
+    window->Width(700);
+    root->SetWindow("Window Main", window);
+    EXPECT_EQ(root->child("Window Main")->count(), 2);
+    const auto position = root->child("Window Main")->child("WindowPos");
+    EXPECT_EQ(position->GetInteger("width"), 700);
+    position->SetInteger("height", 333);
+    const auto other = New<Window>();
+    root->GetWindow("Window Main", other);
+    EXPECT_EQ(other->Title(), "second");
+    EXPECT_EQ(other->Width(), 700);
+    EXPECT_EQ(other->Height(), 333);
+
+    root->AddArray("windows");
+    root->child("windows")->AppendWindow(window);
+    EXPECT_EQ(root->child("windows")->index(0)->child("WindowPos")->GetInteger("height"), 480);
+    root->AppendWindow(window);
+    EXPECT_EQ(document->errorMessage, "root is not an array");
+}
+
+TEST_F(Persistence, DumpShowsWhatASearchMayKnow) {
+    document = documents.Of("\t<key>read</key>\n\t<true/>\n\t<key>node</key>\n\t<dict>\n\t</dict>\n");
+    document->root->child("node")->SetString("stored", "<");
+    document->Dump();
+    String text = New<Clipboard>()->Text();
+    text = ReplaceAll(text, "\r", "\n");
+    const std::string headers = head();
+    EXPECT_EQ(text.ToStd(), headers +
+                                "\t\t<key>stored</key>\n\t\t<search/>\n\t\t<string>&lt;</string>\n"
+                                "\t<key>read</key>\n\t<nosearch/>\n\t<true/>\n"
+                                "\t<key>node</key>\n\t<nosearch/>\n\t<dict>\n\t</dict>\n" +
+                                headers + "</dict>\n</plist>\n");
+}
