@@ -43,7 +43,7 @@ Entry parseEntry(std::string_view text) {
 }
 
 int bounded(double width) {
-    return static_cast<int>(std::lround(std::clamp<double>(width, kNarrowest, kWidest)));
+    return static_cast<int>(std::clamp<double>(width, kNarrowest, kWidest));
 }
 
 }  // namespace

@@ -31,16 +31,18 @@ void ListboxDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
     if (!done) {
         QStyleOptionViewItem cell = option;
         initStyleOption(&cell, index);
-        // The row as a whole is what a person moves in; a frame around one of its cells says nothing.
+        // A person moves in whole rows; a frame around one of the cells would say nothing.
         cell.state.setFlag(QStyle::State_HasFocus, false);
-        const QModelIndex current = view_.currentIndex();
-        if (current.row() == index.row() && view_.hasFocus() && !cell.state.testFlag(QStyle::State_Selected)) {
-            cell.font.setUnderline(true);
-        }
         if (covered) cell.palette.setColor(QPalette::Text, internal::IsDark(*covered) ? Qt::white : Qt::black);
         view_.style()->drawControl(QStyle::CE_ItemViewItem, &cell, painter, &view_);
     }
     view_.PaintGridLines(*painter, option.rect);
+    const bool selected = option.state.testFlag(QStyle::State_Selected);
+    if (!selected && view_.hasFocus() && view_.currentIndex().row() == index.row()) {
+        painter->setPen(option.palette.color(QPalette::Highlight));
+        painter->drawLine(option.rect.topLeft(), option.rect.topRight());
+        painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
+    }
 }
 
 bool ListboxDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,

@@ -120,6 +120,10 @@ void ListboxView::keyPressEvent(QKeyEvent* event) {
         openContextualMenuAtRow();
     } else if (event->matches(QKeySequence::Copy)) {
         if (list_) list_->Edit(EditTarget::Command::Copy);
+    } else if ((event->matches(QKeySequence::MoveToNextLine) || event->matches(QKeySequence::MoveToPreviousLine)) &&
+               currentIndex().isValid() && SelectedCount() == 0) {
+        // The first arrow key in a fresh list selects the row that the keyboard is at, not the one behind it.
+        SelectOnly(currentIndex().row());
     } else {
         const ChangeScope scope(*this);
         QTableView::keyPressEvent(event);

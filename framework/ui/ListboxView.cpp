@@ -240,7 +240,8 @@ void ListboxView::selectRows(const std::vector<int>& rows) {
 
 void ListboxView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
     QTableView::selectionChanged(selected, deselected);
-    if (!quiet_) raiseChange();
+    // Both are empty where selected rows have merely moved because rows above them went.
+    if (!quiet_ && !(selected.isEmpty() && deselected.isEmpty())) raiseChange();
 }
 
 /// Raises the list's event, at the end of what is going on: a click or key may change the selection in several steps,
@@ -257,7 +258,7 @@ void ListboxView::raiseChange() {
 QItemSelectionModel::SelectionFlags ListboxView::selectionCommand(const QModelIndex& index, const QEvent* event) const {
     const auto command = QTableView::selectionCommand(index, event);
     if (!requiresSelection_ || SelectedCount() == 0) return command;
-    const bool clears = command.testFlag(Flag::Clear) && !command.testFlag(Flag::Select);
+    const bool clears = command.testFlag(Flag::Clear) && !(command.testFlag(Flag::Select) && index.isValid());
     const bool togglesOff =
         command.testFlag(Flag::Toggle) && SelectedCount() == 1 && index.isValid() && index.row() == FirstSelected();
     return clears || togglesOff ? QItemSelectionModel::SelectionFlags(Flag::NoUpdate) : command;

@@ -1,0 +1,177 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+#include <fstream>
+#include <string>
+
+#include "framework/core/Exceptions.h"
+#include "framework/core/FolderItem.h"
+#include "framework/ui/Canvas.h"
+#include "framework/ui/Graphics.h"
+#include "framework/ui/NativePicture.h"
+#include "framework/ui/Picture.h"
+
+namespace framework::testing {
+namespace {
+
+class PictureTest : public ::testing::Test {
+  protected:
+    std::string Path(const std::string& name) { return folder.path().toStdString() + "/" + name; }
+    void Save(const std::string& name, const char* format, int width, int height, QColor color = Qt::red) {
+        QImage image(width, height, QImage::Format_RGB32);
+        image.fill(color);
+        const std::string plain = Path("plain");
+        ASSERT_TRUE(image.save(QString::fromStdString(plain), format));
+        ASSERT_EQ(std::rename(plain.c_str(), Path(name).c_str()), 0);
+    }
+    Ref<Picture> Open(const std::string& name) { return Picture::Open(New<FolderItem>(String(Path(name)))); }
+
+    QTemporaryDir folder;
+};
+
+QColor colorAt(const Ref<Picture>& picture, int x, int y) {
+    return native::ToQImage(picture).pixelColor(x, y);
+}
+
+TEST_F(PictureTest, OpensItsOwnFormatsWhateverTheNameSays) {
+    Save("really-png.jpg", "png", 30, 20);
+    Save("no-ending", "tiff", 10, 40);
+    Save("caf\xE9 \xFF", "png", 5, 6);
+    const Ref<Picture> png = Open("really-png.jpg");
+    ASSERT_TRUE(png);
+    EXPECT_EQ(png->Width(), 30);
+    EXPECT_EQ(png->Height(), 20);
+    ASSERT_TRUE(Open("no-ending"));
+    EXPECT_EQ(Open("no-ending")->Height(), 40);
+    EXPECT_TRUE(Open("caf\xE9 \xFF")) << "a name that is no valid text";
+    // The folder does not know how to remove it.
+    std::remove(Path("caf\xE9 \xFF").c_str());
+}
+
+TEST_F(PictureTest, AnythingElseIsNil) {
+    EXPECT_FALSE(Open("missing.png"));
+    EXPECT_FALSE(Picture::Open(New<FolderItem>(String(folder.path().toStdString()))));
+    Save("foreign.png", "jpg", 30, 20);
+    EXPECT_FALSE(Open("foreign.png"));
+    std::ofstream(Path("text.png")) << "no picture";
+    EXPECT_FALSE(Open("text.png"));
+    std::ofstream(Path("empty.png")).close();
+    EXPECT_FALSE(Open("empty.png"));
+    Save("whole.png", "png", 300, 200);
+    QFile file(QString::fromStdString(Path("whole.png")));
+    ASSERT_TRUE(file.resize(40));
+    EXPECT_FALSE(Open("whole.png"));
+    EXPECT_THROW(Picture::Open(Nil), NilObjectException);
+}
+
+TEST_F(PictureTest, DrawsOnPictures) {
+    Save("red.png", "png", 10, 10);
+    const Ref<Picture> picture = NewPicture(20, 30, 32);
+    EXPECT_EQ(colorAt(picture, 0, 0), QColor(Qt::white));
+    framework::Graphics graphics = picture->Graphics();
+    EXPECT_EQ(graphics.Height(), 30);
+    graphics.DrawPicture(Open("red.png"), 5, 5);
+    EXPECT_EQ(colorAt(picture, 4, 5), QColor(Qt::white));
+    EXPECT_EQ(colorAt(picture, 14, 14), QColor(Qt::red));
+    graphics.ForeColor(RGB(0, 0, 255));
+    graphics.FillRect(0, 0, 10, 10);
+    EXPECT_EQ(colorAt(picture, 9, 9), QColor(Qt::blue));
+
+    // The blue lower right corner of the filled square, twice as large.
+    const Ref<Picture> part = NewPicture(10, 10, 32);
+    part->Graphics().DrawPicture(picture, 0, 0, 10, 10, 7, 7, 5, 5);
+    EXPECT_EQ(colorAt(part, 1, 1), QColor(Qt::blue));
+    EXPECT_EQ(colorAt(part, 8, 8), QColor(Qt::red));
+    part->Graphics().ClearRect(0, 0, 5, 5);
+    EXPECT_EQ(colorAt(part, 1, 1), QColor(Qt::white));
+    EXPECT_EQ(colorAt(part, 8, 8), QColor(Qt::red));
+
+    EXPECT_THROW(graphics.DrawPicture(Nil, 0, 0), NilObjectException);
+    EXPECT_FALSE(NewPicture(0, 10, 32));
+}
+
+TEST_F(PictureTest, ACanvasShowsItsBackdropThenWhatIsPainted) {
+    const auto canvas = New<Canvas>();
+    canvas->Place(0, 0, 50, 50);
+    Ref<Picture> picture = NewPicture(20, 20, 32);
+    canvas->Backdrop(picture);
+    bool withPicture = true;
+    canvas->OnPaint = [&](framework::Graphics& g) {
+        g.ForeColor(RGB(255, 0, 0));
+        if (withPicture) g.FillRect(10, 10, 20, 20);
+    };
+    const QPalette palette(Qt::gray);
+    canvas->Native()->setPalette(palette);
+    const auto shown = [&](int x, int y) { return canvas->Native()->grab().toImage().pixelColor(x, y); };
+    EXPECT_EQ(shown(5, 5), QColor(Qt::white));
+    EXPECT_EQ(shown(15, 15), QColor(Qt::red));
+    const QColor background = shown(40, 40);
+
+    int paints = 0;
+    canvas->Native()->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(canvas->Native()));
+    withPicture = false;
+    canvas->Backdrop(Nil);
+    QCoreApplication::processEvents();
+    canvas->OnPaint = [&paints](framework::Graphics&) { ++paints; };
+    canvas->Graphics().ClearRect(0, 0, 800, 600);
+    EXPECT_TRUE(QTest::qWaitFor([&paints] { return paints == 1; }));
+    EXPECT_EQ(shown(15, 15), background);
+}
+
+TEST_F(PictureTest, ACanvasIsClickedTwice) {
+    const auto canvas = New<Canvas>();
+    canvas->Place(0, 0, 50, 50);
+    int x = -1;
+    int y = -1;
+    canvas->OnDoubleClick = [&](int atX, int atY) {
+        x = atX;
+        y = atY;
+    };
+    canvas->Native()->show();
+    QTest::mouseDClick(canvas->Native(), Qt::RightButton, {}, QPoint(12, 34));
+    EXPECT_EQ(x, -1);
+    QTest::mouseDClick(canvas->Native(), Qt::LeftButton, {}, QPoint(12, 34));
+    EXPECT_EQ(x, 12);
+    EXPECT_EQ(y, 34);
+    EXPECT_FALSE(canvas->TabStop());
+    EXPECT_FALSE(canvas->AcceptFocus());
+}
+
+/// Run by the next test, in a process with a screen of high resolution.
+TEST_F(PictureTest, DISABLED_OnAScreenOfHighResolution) {
+    ASSERT_EQ(qApp->devicePixelRatio(), 2.0);
+    Save("icon.png", "png", 16, 16);
+    Save("icon@2x.png", "png", 32, 32, Qt::blue);
+    const Ref<Picture> icon = Open("icon.png");
+    EXPECT_EQ(icon->Width(), 16);
+    EXPECT_EQ(colorAt(icon, 31, 31), QColor(Qt::blue));
+    Save("single.png", "png", 16, 16);
+    EXPECT_EQ(Open("single.png")->Width(), 16);
+}
+
+TEST_F(PictureTest, TakesTheFinerFileOnAScreenOfHighResolution) {
+    Save("icon.png", "png", 16, 16);
+    Save("icon@2x.png", "png", 32, 32, Qt::blue);
+    EXPECT_EQ(colorAt(Open("icon.png"), 15, 15), QColor(Qt::red)) << "but not on another";
+
+    QProcess other;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_SCALE_FACTOR", "2");
+    other.setProcessEnvironment(environment);
+    other.setProcessChannelMode(QProcess::MergedChannels);
+    other.start(QCoreApplication::applicationFilePath(),
+                {"--gtest_also_run_disabled_tests", "--gtest_filter=PictureTest.DISABLED_OnAScreenOfHighResolution"});
+    ASSERT_TRUE(other.waitForFinished());
+    const std::string output = other.readAll().toStdString();
+    EXPECT_EQ(other.exitCode(), 0) << output;
+    EXPECT_NE(output.find("1 test from"), std::string::npos) << output;
+}
+
+}  // namespace
+}  // namespace framework::testing
