@@ -28,9 +28,14 @@ void CheckBox::State(int state) {
     const Qt::CheckState wanted = state == Checked         ? Qt::Checked
                                   : state == Indeterminate ? Qt::PartiallyChecked
                                                            : Qt::Unchecked;
+    boxOf(*this).setTristate(state == Indeterminate);
     boxOf(*this).setCheckState(wanted);
+}
+
+void CheckBox::Pressed() {
     // Only the program can leave a box undecided; a person's clicks go between the two other states.
     boxOf(*this).setTristate(false);
+    OnAction.Raise(*this);
 }
 
 }  // namespace framework

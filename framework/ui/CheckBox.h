@@ -22,7 +22,7 @@ class CheckBox : public ButtonControl {
     void State(int state);
 
   protected:
-    void Pressed() override { OnAction.Raise(*this); }
+    void Pressed() override;
 };
 
 }  // namespace framework

@@ -1,9 +1,9 @@
 #include "framework/ui/Runtime.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QIcon>
 #include <QTimer>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -51,10 +51,8 @@ std::vector<std::string> documentsOf(int argc, char** argv) {
         if (argument.empty()) continue;
         if (argument.starts_with("file:")) {
             if (auto path = internal::PathFromUri(argument)) paths.push_back(*std::move(path));
-        } else if (argument.starts_with('/')) {
-            paths.emplace_back(argument);
         } else {
-            paths.push_back(QDir::currentPath().toStdString() + "/" + std::string(argument));
+            paths.push_back(std::filesystem::absolute(argument).string());
         }
     }
     return paths;

@@ -16,6 +16,14 @@ namespace {
 constexpr int kTitleMargin = 7;
 constexpr qreal kRadius = 5;
 
+bool isForwards(int key) {
+    return key == Qt::Key_Right || key == Qt::Key_Down;
+}
+
+bool isBackwards(int key) {
+    return key == Qt::Key_Left || key == Qt::Key_Up;
+}
+
 }  // namespace
 
 /// One segment on the screen, a button that can be checked.
@@ -34,6 +42,14 @@ class SegmentedControl::Segment : public QAbstractButton {
   protected:
     // What is selected is for the control to say.
     void nextCheckState() override {}
+
+    void keyPressEvent(QKeyEvent* event) override {
+        if (isForwards(event->key()) || isBackwards(event->key())) {
+            event->ignore();  // the row's
+        } else {
+            QAbstractButton::keyPressEvent(event);
+        }
+    }
 
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
@@ -124,11 +140,10 @@ class SegmentedControl::Row : public QWidget, public native::AccessibleRole {
     void resizeEvent(QResizeEvent*) override { Update(); }
 
     void keyPressEvent(QKeyEvent* event) override {
-        const bool forwards = event->key() == Qt::Key_Right || event->key() == Qt::Key_Down;
-        const bool backwards = event->key() == Qt::Key_Left || event->key() == Qt::Key_Up;
+        const bool forwards = isForwards(event->key());
         const auto focused =
             std::find_if(Segments.begin(), Segments.end(), [](const Segment* segment) { return segment->hasFocus(); });
-        if ((!forwards && !backwards) || focused == Segments.end()) {
+        if ((!forwards && !isBackwards(event->key())) || focused == Segments.end()) {
             event->ignore();
             return;
         }

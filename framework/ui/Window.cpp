@@ -254,9 +254,10 @@ void Window::Add(const Ref<RectControl>& control) {
         return;
     }
     const bool hidden = widget->testAttribute(Qt::WA_WState_ExplicitShowHide) && widget->isHidden();
+    const QRect place = widget->geometry();
     widget->setParent(&frame_->Content());
     // Its place counts in the content as large as it is now.
-    control->Place(control->Left(), control->Top(), control->Width(), control->Height());
+    control->Place(place.x(), place.y(), place.width(), place.height());
     if (!hidden) widget->show();
     if (realized_) orderTabs();
 }

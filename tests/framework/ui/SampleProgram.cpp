@@ -1,0 +1,64 @@
+#include "tests/framework/ui/SampleProgram.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <cstdio>
+
+#include "framework/core/Application.h"
+#include "framework/core/FolderItem.h"
+#include "framework/ui/Global.h"
+#include "framework/ui/Runtime.h"
+
+namespace framework::testing {
+namespace {
+
+void say(const std::string& line) {
+    std::printf("%s\n", line.c_str());
+    std::fflush(stdout);
+}
+
+class SampleWindow : public Window {
+  public:
+    void Event_Close() override {
+        say("window closes");
+        Quit(7);
+    }
+};
+
+class SampleApplication : public Application {
+  public:
+    void Event_Open() override {
+        say("open");
+        Global<SampleWindow>()->Show();
+    }
+    void Event_OpenDocument(const Ref<FolderItem>& item) override {
+        say("document " + item->AbsolutePath().ToStd());
+        if (item->Name() == "last") Global<SampleWindow>()->Close();
+    }
+    void Event_Close() override { say("close"); }
+};
+
+}  // namespace
+
+int RunSampleProgram(int argc, char** argv) {
+    Ref<Application> application;
+    const int started = RunFrameworkInitialization(argc, argv, {"Sample", "org.example.sample"}, [&] {
+        application = New<SampleApplication>();
+        say("startup");
+        return 0;
+    });
+    return started != 0 ? started : RuntimeRun();
+}
+
+SampleRun StartSampleProgram(const std::vector<std::string>& arguments) {
+    // Through a shell, which hands on bytes that are no valid text where the toolkit would not.
+    std::string command = "exec /proc/" + std::to_string(QCoreApplication::applicationPid()) + "/exe ";
+    command += kSampleProgramFlag;
+    for (const std::string& argument : arguments) command += " " + argument;
+    QProcess process;
+    process.start(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), QString::fromStdString(command)});
+    process.waitForFinished(30000);
+    return {process.readAllStandardOutput().toStdString(), process.exitCode()};
+}
+
+}  // namespace framework::testing

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace framework::testing {
+
+/// Has the test program run as a small program of its own, which writes a line for each thing that happens to it.
+inline constexpr const char* kSampleProgramFlag = "--sample-program";
+
+int RunSampleProgram(int argc, char** argv);
+
+/// What a started sample program wrote, and its exit code.
+struct SampleRun {
+    std::string Output;
+    int ExitCode = -1;
+};
+SampleRun StartSampleProgram(const std::vector<std::string>& arguments);
+
+}  // namespace framework::testing

@@ -1,0 +1,244 @@
+#include <gtest/gtest.h>
+
+#include <QMenuBar>
+#include <QPointer>
+#include <QTest>
+#include <QTimer>
+#include <string>
+
+#include "framework/core/Application.h"
+#include "framework/core/Thread.h"
+#include "framework/ui/Global.h"
+#include "framework/ui/Label.h"
+#include "framework/ui/TextField.h"
+#include "framework/ui/Toolbar.h"
+#include "framework/ui/WindowFrame.h"
+
+namespace framework::testing {
+namespace {
+
+/// A window that writes down what happens to it.
+class Diary : public Window {
+  public:
+    void Layout() override {
+        Width(400);
+        Height(300);
+        Log += "layout ";
+    }
+    void CreateControls() override { Log += "controls "; }
+    void Event_Open() override {
+        Log += "open ";
+        if (WhileOpening) WhileOpening();
+    }
+    void Event_Close() override { Log += Visible() ? "close " : "close-hidden "; }
+
+    std::string Log;
+    std::function<void()> WhileOpening;
+};
+
+class GlobalDiary : public Diary {
+  public:
+    void Event_Open() override {
+        Diary::Event_Open();
+        SameInside = Global<GlobalDiary>().Get() == this;
+    }
+    bool SameInside = false;
+};
+
+TEST(WindowLife, TheGlobalInstanceIsMadeOnceAndComesBackAfterItWasClosed) {
+    const Ref<GlobalDiary> window = Global<GlobalDiary>();
+    EXPECT_EQ(window->Log, "layout controls open ");
+    EXPECT_TRUE(window->SameInside);
+    EXPECT_FALSE(window->Visible());
+
+    window->Show();
+    EXPECT_TRUE(window->Visible());
+    window->Native()->close();  // the close box
+    window->Close();
+    EXPECT_FALSE(window->Visible());
+    EXPECT_EQ(window->Log, "layout controls open close ");
+
+    Global<GlobalDiary>()->Show();
+    EXPECT_TRUE(window->Visible());
+    EXPECT_EQ(window->Log, "layout controls open close ");
+}
+
+TEST(WindowLife, LivesUntilItIsClosed) {
+    Ref<Diary> window = New<Diary>();
+    window->Show();
+    const QPointer<QWidget> frame = window->Native();
+    Diary* const bare = window.Get();
+    window = Nil;
+    QTest::qWait(1);
+    ASSERT_TRUE(frame);
+    bare->Close();
+    QTest::qWait(1);
+    EXPECT_FALSE(frame);
+}
+
+TEST(WindowLife, ShowModalReturnsWhenTheWindowWasClosedAndNotIfItsOpenEventDidThat) {
+    const Ref<Diary> window = New<Diary>();
+    QTimer::singleShot(0, [&] {
+        EXPECT_TRUE(window->Native()->isModal());
+        window->Native()->close();
+    });
+    window->ShowModal();
+    EXPECT_EQ(window->Log, "layout controls open close ");
+    EXPECT_FALSE(window->Native()->isModal());
+
+    const Ref<Diary> shy = New<Diary>();
+    shy->WhileOpening = [&] { shy->Close(); };
+    shy->ShowModal();
+    EXPECT_EQ(shy->Log, "layout controls open close-hidden ");
+}
+
+TEST(WindowLife, AThreadThatWaitsForAModalWindowTakesItDownWhenKilled) {
+    const Ref<Diary> window = New<Diary>();
+    const Ref<Thread> thread = New<Thread>();
+    thread->OnRun = [&] { window->ShowModal(); };
+    thread->Run();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->Visible(); }));
+    thread->Kill();
+    EXPECT_FALSE(window->Visible());
+    EXPECT_EQ(window->Log, "layout controls open close ");
+}
+
+TEST(WindowLife, QuitClosesEveryOpenWindowOnce) {
+    const Ref<Application> application = New<Application>();
+    const Ref<Diary> shown = New<Diary>();
+    const Ref<Diary> closed = New<Diary>();
+    shown->Show();
+    closed->Show();
+    closed->Close();
+    Quit(0);
+    Quit(0);
+    EXPECT_EQ(shown->Log, "layout controls open close ");
+    EXPECT_EQ(closed->Log, "layout controls open close ");
+}
+
+/// One control for each way of following the edges.
+class Locked : public Window {
+  public:
+    void Layout() override {
+        Width(806);
+        Height(492);
+        MinWidth(640);
+        MinHeight(400);
+    }
+    void CreateControls() override {
+        All = Add<Label>("All", 0, 280, 806, 170, {true, true, true, true});
+        Corner = Add<Label>("Corner", 673, 458, 113, 20, {false, false, true, true});
+        Wide = Add<Label>("Wide", 229, 7, 349, 20, {true, true, true, false});
+        Fixed = Add<Label>("Fixed", 164, 7, 250, 264);
+        Tools = Add<Toolbar>("Tools", 0, 520, 600, 59);
+        const Ref<ToolButton> button = New<ToolButton>();
+        button->Caption("Go");
+        Tools->Append(button);
+    }
+    Ref<Label> All, Corner, Wide, Fixed;
+    Ref<Toolbar> Tools;
+};
+
+std::string placeOf(const RectControl& control) {
+    return std::to_string(control.Left()) + "," + std::to_string(control.Top()) + " " +
+           std::to_string(control.Width()) + "x" + std::to_string(control.Height());
+}
+
+TEST(WindowLayout, ControlsFollowTheEdgesTheyAreLockedToWithoutDrift) {
+    const Ref<Locked> window = New<Locked>();
+    window->Realize();
+    window->Width(1000);  // before it is on show
+    EXPECT_EQ(placeOf(*window->Corner), "867,458 113x20");
+
+    window->Show();
+    for (int pass = 0; pass < 20; ++pass) {
+        window->Native()->resize(641 + 37 * pass, 531 + 13 * pass);
+        window->Native()->resize(1301 - 7 * pass, 901 - 11 * pass);
+    }
+    window->Width(777);
+    window->Height(555);
+    EXPECT_EQ(placeOf(*window->All), "0,280 777x233");
+    EXPECT_EQ(placeOf(*window->Corner), "644,521 113x20");
+    EXPECT_EQ(placeOf(*window->Wide), "229,7 320x20");
+    EXPECT_EQ(placeOf(*window->Fixed), "164,7 250x264");
+
+    // A place that the program gives holds for the size that the window has then.
+    window->Corner->Left(600);
+    window->Width(787);
+    EXPECT_EQ(placeOf(*window->Corner), "610,521 113x20");
+}
+
+TEST(WindowLayout, BarsStandOutsideAContentOfExactlyTheGivenSize) {
+    const Ref<Locked> window = New<Locked>();
+    window->Show();
+    const QWidget& frame = *window->Native();
+    EXPECT_EQ(window->Width(), 806);
+    EXPECT_EQ(window->Height(), 492);
+    EXPECT_EQ(frame.height(), 492 + window->Tools->Height());
+    EXPECT_GT(window->Tools->Height(), 20);
+
+    window->Native()->resize(10, 10);
+    EXPECT_EQ(window->Width(), 640);
+    EXPECT_EQ(window->Height(), 400);
+    window->Width(5);
+    EXPECT_EQ(window->Width(), 640);
+
+    window->Resizeable(false);
+    window->Native()->resize(900, 900);
+    EXPECT_EQ(window->Height(), 400);
+    window->Height(450);
+    EXPECT_EQ(window->Height(), 450);
+}
+
+TEST(WindowLayout, APlaceThatWasReadAndWrittenBackIsTheSamePlace) {
+    const Ref<Locked> first = New<Locked>();
+    first->Show();
+    first->Left(123);
+    first->Top(45);
+    const Ref<Locked> second = New<Locked>();
+    second->Realize();
+    second->Left(first->Left());
+    second->Top(first->Top());
+    second->Show();
+    EXPECT_EQ(second->Native()->frameGeometry().topLeft(), QPoint(123, 45));
+}
+
+TEST(WindowLayout, TheTabKeyVisitsControlsByTheirIndex) {
+    const Ref<Window> window = New<Window>();
+    const auto add = [&](const char* name, int tabIndex) {
+        const Ref<TextField> field = window->Add<TextField>(name, 0, 0, 50, 20);
+        field->TabIndex(tabIndex);
+        return field;
+    };
+    const Ref<TextField> third = add("third", 3);
+    const Ref<TextField> first = add("first", 1);
+    const Ref<TextField> second = add("second", 2);
+    window->Show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window->Native()));
+    first->Native()->setFocus();
+    QTest::keyClick(window->Native()->focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(window->Native()->focusWidget(), second->Native());
+    QTest::keyClick(window->Native()->focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(window->Native()->focusWidget(), third->Native());
+}
+
+TEST(WindowLook, TitleIsShownAsItIs) {
+    const Ref<Window> window = New<Window>();
+    window->Title("Marrowbeck: a[*]b");
+    window->Show();
+    EXPECT_EQ(window->Title(), "Marrowbeck: a[*]b");
+    EXPECT_EQ(window->Native()->windowHandle()->title().toStdString(), "Marrowbeck: a[*]b");
+}
+
+TEST(WindowLook, ADarkWindowGivesItsControlsLightTexts) {
+    const Ref<Window> window = New<Window>();
+    const Ref<Label> label = window->Add<Label>("label", 0, 0, 50, 20);
+    EXPECT_LT(label->TextColor().Green, 100);
+    window->Frame(Window::FrameMetal);
+    EXPECT_GT(label->TextColor().Green, 200);
+    window->BackColor(RGB(255, 255, 200));
+    EXPECT_LT(label->TextColor().Green, 100);
+}
+
+}  // namespace
+}  // namespace framework::testing
