@@ -32,7 +32,9 @@ TEST(DragItem, IsTheFirstFileOfAListByteByByte) {
 
 class Target : public Window {
   public:
-    void Event_DropObject(const Ref<DragItem>& obj, int) override { Log += "drop:" + obj->FolderItem()->Name().ToStd() + " "; }
+    void Event_DropObject(const Ref<DragItem>& obj, int) override {
+        Log += "drop:" + obj->FolderItem()->Name().ToStd() + " ";
+    }
     bool Event_DragEnter(const Ref<DragItem>&, int) override {
         Log += "enter ";
         return Answer;
