@@ -20,7 +20,7 @@ bool HTTPSocket::_SetAuthentication(const String& kind) {
     String password;
     const bool isProxy = kind == "Proxy";
     const auto& event = isProxy ? OnProxyAuthenticationRequired : OnAuthenticationRequired;
-    if (!event.Raise(params->Lookup("realm", "").StringValue(), _pageHeaders, name, password)) return false;
+    if (!event.Raise(*this, params->Lookup("realm", "").StringValue(), _pageHeaders, name, password)) return false;
     const String data = _CreateAuthenticationData(scheme, name, password, params);
     if (data.IsEmpty()) return false;
     (isProxy ? _proxyAuthenticationKey : _authenticationKey) = data;

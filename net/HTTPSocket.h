@@ -1,8 +1,8 @@
 #pragma once
 
 #include "framework/core/core.h"
+#include "net/HTTPHead.h"
 #include "net/InternetHeaders.h"
-#include "net/LineEnd.h"
 #include "net/SOAPSocket.h"
 
 namespace marrowbeck {
@@ -42,23 +42,27 @@ class HTTPSocket : public TCPSocket, public _SOAPSocket {
     /// Whether the waiting forms serve the program's events meanwhile.
     bool Yield = false;
 
-    /// On a challenge, in all forms: (realm, headers, name, password). True sends the request again with the name and
-    /// the password that were filled in; there is no limit to this.
-    Event<bool(String, Ref<InternetHeaders>, String&, String&)> OnAuthenticationRequired;
+    /// On a challenge, in all forms. True sends the request again with the name and the password that were filled in;
+    /// there is no limit to this.
+    Event<bool(HTTPSocket& sender, String realm, Ref<InternetHeaders> headers, String& name, String& password)>
+        OnAuthenticationRequired;
     /// Before the request is written. Post content may still be set.
-    Event<void()> OnConnected;
-    /// The end of a download: (url, httpStatus, headers, file).
-    Event<void(String, int, Ref<InternetHeaders>, Ref<FolderItem>)> OnDownloadComplete;
-    /// The request failed: (code).
-    Event<void(int)> OnError;
-    /// The head of the answer: (headers, httpStatus).
-    Event<void(Ref<InternetHeaders>, int)> OnHeadersReceived;
-    /// The end of a page: (url, httpStatus, headers, content). Without an answer the status is 0 and the headers Nil.
-    Event<void(String, int, Ref<InternetHeaders>, String)> OnPageReceived;
-    /// A piece of the body: (bytesReceived, totalBytes, newData). The total is 0 where the answer does not name it.
-    Event<void(int, int, String)> OnReceiveProgress;
+    Event<void(HTTPSocket& sender)> OnConnected;
+    /// The end of a download.
+    Event<void(HTTPSocket& sender, String url, int httpStatus, Ref<InternetHeaders> headers, Ref<FolderItem> file)>
+        OnDownloadComplete;
+    /// The request failed; see ErrorCode.
+    Event<void(HTTPSocket& sender, int code)> OnError;
+    /// The head of the answer is there.
+    Event<void(HTTPSocket& sender, Ref<InternetHeaders> headers, int httpStatus)> OnHeadersReceived;
+    /// The end of a page. Without an answer the status is 0 and the headers are Nil.
+    Event<void(HTTPSocket& sender, String url, int httpStatus, Ref<InternetHeaders> headers, String content)>
+        OnPageReceived;
+    /// A piece of the body. The total is 0 where the answer does not name it.
+    Event<void(HTTPSocket& sender, int bytesReceived, int totalBytes, String newData)> OnReceiveProgress;
     /// As OnAuthenticationRequired, for the proxy's challenge.
-    Event<bool(String, Ref<InternetHeaders>, String&, String&)> OnProxyAuthenticationRequired;
+    Event<bool(HTTPSocket& sender, String realm, Ref<InternetHeaders> headers, String& name, String& password)>
+        OnProxyAuthenticationRequired;
 
     void Event_Connected() override;
     void Event_DataAvailable() override;

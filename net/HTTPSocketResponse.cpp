@@ -30,7 +30,7 @@ void HTTPSocket::Event_Connected() {
     _connectionValid = true;
     _ResetVariables();
     const unsigned request = request_;
-    if (!synchronous) OnConnected.Raise();
+    if (!synchronous) OnConnected.Raise(*this);
     if (request != request_) return;
     if (_httpAction.IsEmpty()) _httpAction = "GET";
     _SendRequest(_httpAction);
@@ -74,20 +74,17 @@ void HTTPSocket::_ReadHead() {
         _DoConnect(_processingURL, _httpAction, _downloadFile);
         return;
     }
-    if (!synchronous) OnHeadersReceived.Raise(_pageHeaders, _httpStatusCode);
+    if (!synchronous) OnHeadersReceived.Raise(*this, _pageHeaders, _httpStatusCode);
     if (request != request_) return;
     Read(static_cast<int>(found->emptyLineSize));
     _ProcessData(ReadAll());
 }
 
 void HTTPSocket::_ParseHeaders(const String& text) {
-    const String eol = LineEndOf(text);
-    _pageHeaders = New<InternetHeaders>();
-    _httpStatusCode = ToInteger(Val(NthField(NthField(text, eol, 1), " ", 2)));
-    _pageHeaders->_ParseHeaders(text);
-    if (_pageHeaders->NameCount("Content-length") > 0) {
-        _totalLength = ToInteger(Val(_pageHeaders->Value("Content-length")));
-    }
+    const HTTPHead head = ReadHTTPHead(text);
+    _httpStatusCode = head.httpStatusCode;
+    _totalLength = head.totalLength;
+    _pageHeaders = head.headers;
 }
 
 void HTTPSocket::_ProcessData(const String& data) {
@@ -101,7 +98,7 @@ void HTTPSocket::_ProcessData(const String& data) {
         _pageBuffer += data;
     }
     const unsigned request = request_;
-    if (!synchronous) OnReceiveProgress.Raise(_currentLength, _totalLength, data);
+    if (!synchronous) OnReceiveProgress.Raise(*this, _currentLength, _totalLength, data);
     if (request != request_) return;
     // A refused challenge whose connection ended while its handler was asking.
     if ((_httpStatusCode == 401 || _httpStatusCode == 407) && !IsConnected()) _ProcessPage();
@@ -127,9 +124,9 @@ void HTTPSocket::_ProcessPage() {
     _KillDownloadStream();
     if (synchronous || _httpAction == "HEAD") return;
     if (wasDownload) {
-        OnDownloadComplete.Raise(_processingURL, _httpStatusCode, _pageHeaders, file);
+        OnDownloadComplete.Raise(*this, _processingURL, _httpStatusCode, _pageHeaders, file);
     } else {
-        OnPageReceived.Raise(_processingURL, _httpStatusCode, _pageHeaders, _pageBuffer);
+        OnPageReceived.Raise(*this, _processingURL, _httpStatusCode, _pageHeaders, _pageBuffer);
     }
 }
 
@@ -140,7 +137,7 @@ Ref<InternetHeaders> HTTPSocket::PageHeaders() const {
 
 void HTTPSocket::SetError(int code) {
     mErrorCode = code;
-    if (!synchronous) OnError.Raise(code);
+    if (!synchronous) OnError.Raise(*this, code);
 }
 
 }  // namespace marrowbeck

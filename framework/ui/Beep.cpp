@@ -4,6 +4,8 @@
 
 namespace framework {
 
-void Beep() { QApplication::beep(); }
+void Beep() {
+    QApplication::beep();
+}
 
 }  // namespace framework

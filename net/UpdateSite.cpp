@@ -1,0 +1,23 @@
+#include "net/UpdateSite.h"
+
+#include "net/Configuration.h"
+
+namespace marrowbeck {
+
+UpdateSite UpdateSite::Configured() {
+    return {Configuration::kUpdateHost, Configuration::kShortLinkHost};
+}
+
+String UpdateSite::FeedUrl() const {
+    return "http://" + Host + "/photography/marrowbeck/updates/marrowbeck.xml";
+}
+
+String UpdateSite::ProductUrl() const {
+    return "http://" + Host + "/photography/marrowbeck/marrowbeck.html";
+}
+
+bool UpdateSite::IsShortLink(const String& url) const {
+    return !ShortLinkHost.IsEmpty() && InStr(url, ShortLinkHost + "/") > 0;
+}
+
+}  // namespace marrowbeck

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "framework/core/core.h"
+
+namespace marrowbeck {
+
+/// Where the update check looks.
+struct UpdateSite {
+    /// Host, with its port if it has one, of the feed and the product page.
+    String Host;
+    /// Host of the short links that may stand in for URLs of downloads; empty for none.
+    String ShortLinkHost;
+
+    /// The hosts that the program was built for.
+    static UpdateSite Configured();
+
+    String FeedUrl() const;
+    String ProductUrl() const;
+    /// Whether the URL holds the name of the short-link host as a host stands in it.
+    bool IsShortLink(const String& url) const;
+};
+
+}  // namespace marrowbeck

@@ -1,0 +1,193 @@
+#include "net/updateWindow.h"
+
+#include <utility>
+
+namespace marrowbeck {
+
+updateWindow::updateWindow(UpdateSite site) : site_(std::move(site)) {}
+
+void updateWindow::Layout() {
+    Title("Update");
+    Width(300);
+    Height(120);
+    MinWidth(64);
+    MinHeight(64);
+    MaxWidth(32000);
+    MaxHeight(32000);
+    Frame(FrameMovableModal);
+    CloseButton(true);
+    Resizeable(true);
+    MaximizeButton(true);
+    MinimizeButton(true);
+}
+
+void updateWindow::CreateControls() {
+    StaticText1 = Add<Label>("StaticText1", 20, 19, 266, 20);
+    StaticText1->Text("Checking for updates...");
+    StaticText1->TextFont("System");
+    StaticText1->Multiline(false);
+
+    ProgressBar1 = Add<ProgressBar>("ProgressBar1", 20, 46, 260, 12);
+    ProgressBar1->Maximum(100);
+    ProgressBar1->Value(0);
+
+    hp = New<HTTPSocket>();
+    hp->Yield = false;
+    hp->OnPageReceived = [this](HTTPSocket& sender, const String& url, int, const Ref<InternetHeaders>&,
+                                const String& content) { hp_PageReceived(sender, url, content); };
+    hp->OnError = [this](HTTPSocket&, int code) { hp_Error(code); };
+    hp->OnReceiveProgress = [this](HTTPSocket&, int bytesReceived, int totalBytes, const String&) {
+        hp_ReceiveProgress(bytesReceived, totalBytes);
+    };
+    hp->OnDownloadComplete = [this](HTTPSocket&, const String& url, int, const Ref<InternetHeaders>&,
+                                    const Ref<FolderItem>& file) { hp_DownloadComplete(url, file); };
+
+    PushButton1 = Add<PushButton>("PushButton1", 208, 80, 72, 20);
+    PushButton1->Caption("Cancel");
+    PushButton1->Cancel(true);
+    PushButton1->Default(true);
+    PushButton1->OnAction = [this](PushButton&) { PushButton1_Action(); };
+}
+
+void updateWindow::Event_Open() {
+    ProgressBar1->Maximum(0);
+    hp->Get(site_.FeedUrl());
+}
+
+void updateWindow::Event_Close() {
+    hp->Close();
+}
+
+// Neither the status nor the headers are looked at: a page that is no feed says so by itself.
+void updateWindow::hp_PageReceived(HTTPSocket& sender, const String& url, const String& content) {
+    const Ref<updateWindow> keep(this);
+    if (site_.IsShortLink(url)) {
+        if (isDownloadingFile) {
+            download(extractURL(content));
+        } else {
+            sender.Get(extractURL(content));
+        }
+        return;
+    }
+    if (InStr(content, "standalone") == 0) {
+        fail("There was a problem with the website content. Please try again later.");
+        return;
+    }
+    const String version = returnValue(content, "CurrentVersion");
+    const String description = returnValue(content, "Description");
+    const bool isFree = returnValue(content, "Free") == "Yes";
+    const String downloadUrl = returnValue(content, "DownloadURLOSX");
+    ProgressBar1->Visible(false);
+    if (!isCurrent(version)) {
+        askUpgrade(version, description, downloadUrl, isFree);
+        return;
+    }
+    StaticText1->Text("This version is current.");
+    StaticText1->Refresh();
+    if (!automaticCheck) MsgBox("You are using the current version. No update is available.");
+    Close();
+}
+
+/// Whether the version is the running one, field by field. A lower one is as different as a higher one.
+bool updateWindow::isCurrent(const String& version) const {
+    const Ref<Application> app = Application::Current();
+    return Val(NthField(version, ".", 1)) == app->MajorVersion() &&
+           Val(NthField(version, ".", 2)) == app->MinorVersion() && Val(NthField(version, ".", 3)) == app->BugVersion();
+}
+
+void updateWindow::fail(const String& message) {
+    Beep();
+    MsgBox(message);
+    Close();
+}
+
+void updateWindow::hp_Error(int code) {
+    const Ref<updateWindow> keep(this);
+    fail("There was a communication error with the website. Please try again later. (Code: " + Str(code) + ")");
+}
+
+void updateWindow::hp_ReceiveProgress(int bytesReceived, int totalBytes) {
+    const int kb = bytesReceived / 1024;
+    StaticText1->Text("Downloading: " + Format(kb, "###,###") + "KB downloaded...");
+    ProgressBar1->Visible(true);
+    if (totalBytes > 0) ProgressBar1->Maximum(totalBytes / 1024);
+    ProgressBar1->Value(kb);
+}
+
+void updateWindow::hp_DownloadComplete(const String& url, const Ref<FolderItem>& file) {
+    const Ref<updateWindow> keep(this);
+    const Ref<MessageDialog> question = New<MessageDialog>();
+    question->Title("Download Complete!");
+    question->Message("The file '" + getFilename(url) + "' is on your Desktop. Would you like to open it now?");
+    question->ActionButton()->Caption("Yes");
+    question->CancelButton()->Caption("No");
+    question->CancelButton()->Visible(true);
+    if (question->ShowModal() == question->ActionButton()) file->Launch(true);
+    Close();
+}
+
+void updateWindow::PushButton1_Action() {
+    hp->Close();
+    Close();
+}
+
+String updateWindow::startTag(const String& name) {
+    return "<" + name + ">";
+}
+
+String updateWindow::endTag(const String& name) {
+    return "</" + name + ">";
+}
+
+void updateWindow::askUpgrade(const String& version, const String& description, const String& url, bool isFree) {
+    const Ref<MessageDialog> offer = New<MessageDialog>();
+    offer->Title("New version available!");
+    offer->Message("Version " + version + " is now available. (You are using version " +
+                   Application::Current()->ShortVersion() + ".) " +
+                   (isFree ? "This is a free upgrade. Would you like to automatically download this update?"
+                           : "This is a paid upgrade. Would you like to automatically download the trial version?"));
+    offer->Explanation(description);
+    offer->ActionButton()->Caption("Download");
+    offer->CancelButton()->Visible(true);
+    offer->AlternateActionButton()->Caption("Go to Website");
+    offer->AlternateActionButton()->Visible(true);
+    offer->Icon(MessageDialog::IconQuestion);
+    const Ref<MessageDialogButton> answer = offer->ShowModal();
+    if (answer == offer->CancelButton()) {
+        Close();
+    } else if (answer == offer->ActionButton()) {
+        download(url);
+    } else {
+        // The window stays, for the person to close.
+        ShowURL(site_.ProductUrl());
+    }
+}
+
+String updateWindow::returnValue(const String& content, const String& tag) {
+    const int start = InStr(content, startTag(tag)) + Len(startTag(tag));
+    const int end = InStr(start, content, endTag(tag));
+    return Mid(content, start, end - start);
+}
+
+void updateWindow::download(const String& url) {
+    if (site_.IsShortLink(url)) {
+        isDownloadingFile = true;
+        hp->Get(url);
+    } else {
+        hp->Get(url, SpecialFolder::Desktop()->Child(getFilename(url)));
+    }
+}
+
+String updateWindow::getFilename(const String& url) {
+    return NthField(url, "/", CountFields(url, "/"));
+}
+
+/// The target that the page of a short link names: what stands between the quotes behind the first "href=".
+String updateWindow::extractURL(const String& page) {
+    const int attribute = InStr(page, "href=");
+    const int start = attribute + 6;
+    const int end = InStr(attribute + 7, page, Chr(34));
+    return Mid(page, start, end - start);
+}
+
+}  // namespace marrowbeck

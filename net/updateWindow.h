@@ -1,0 +1,58 @@
+#pragma once
+
+#include "framework/framework.h"
+#include "net/HTTPSocket.h"
+#include "net/UpdateSite.h"
+
+namespace marrowbeck {
+
+/// A small modal window that asks a server which version of the program is current, offers a newer one, fetches it to
+/// the Desktop and offers to open it. The check begins as soon as the window is whole, without a time-out, and the
+/// window closes when it is over; nothing is said when the running version is the current one and the check was
+/// automatic. One instance, Global<updateWindow>(); to be shown with ShowModal. Main thread.
+///
+/// The feed is a text that holds the word "standalone" and four values, each between a start and an end tag:
+/// CurrentVersion, Description, Free, DownloadURLOSX. Every version but the running one counts as an update.
+class updateWindow : public Window {
+  public:
+    explicit updateWindow(UpdateSite site = UpdateSite::Configured());
+
+    /// True when the program began the check, not a person.
+    bool automaticCheck = false;
+    /// A short link to the file is being resolved: the page that comes is no feed.
+    bool isDownloadingFile = false;
+
+    void Layout() override;
+    void CreateControls() override;
+
+    Ref<Label> StaticText1;
+    Ref<ProgressBar> ProgressBar1;
+    Ref<HTTPSocket> hp;
+    Ref<PushButton> PushButton1;
+
+    void Event_Open() override;
+    /// Whatever closes the window ends the check as well, so that nothing comes of it later.
+    void Event_Close() override;
+
+  private:
+    void hp_PageReceived(HTTPSocket& sender, const String& url, const String& content);
+    void hp_Error(int code);
+    void hp_ReceiveProgress(int bytesReceived, int totalBytes);
+    void hp_DownloadComplete(const String& url, const Ref<FolderItem>& file);
+    void PushButton1_Action();
+
+    bool isCurrent(const String& version) const;
+    void fail(const String& message);
+
+    static String startTag(const String& name);
+    static String endTag(const String& name);
+    void askUpgrade(const String& version, const String& description, const String& url, bool isFree);
+    static String returnValue(const String& content, const String& tag);
+    void download(const String& url);
+    static String getFilename(const String& url);
+    static String extractURL(const String& page);
+
+    UpdateSite site_;
+};
+
+}  // namespace marrowbeck

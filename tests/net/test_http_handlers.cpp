@@ -1,0 +1,125 @@
+// Handlers that turn upon the socket that calls them.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/net/Client.h"
+#include "tests/net/ScriptedServer.h"
+
+using namespace marrowbeck;
+using namespace marrowbeck::test;
+using testing::ElementsAre;
+
+namespace {
+
+const auto kFirst = ScriptedServer::Answering("HTTP/1.0 401 First\r\n\r\nfirst");
+const auto kSecond = ScriptedServer::Answering("HTTP/1.0 200 Second\r\n\r\nsecond");
+
+}  // namespace
+
+TEST(HTTPHandlers, MayBeginANewRequestFromAnyEvent) {
+    using Bind = std::function<void(Client&, std::function<void()>)>;
+    const std::vector<Bind> events{
+        [](Client& client, const std::function<void()>& act) { client->OnConnected = [act](HTTPSocket&) { act(); }; },
+        [](Client& client, const std::function<void()>& act) {
+            client->OnHeadersReceived = [act](HTTPSocket&, const Ref<InternetHeaders>&, int) { act(); };
+        },
+        [](Client& client, const std::function<void()>& act) {
+            client->OnReceiveProgress = [act](HTTPSocket&, int, int, const String&) { act(); };
+        },
+        [](Client& client, const std::function<void()>& act) {
+            client->OnAuthenticationRequired = [act](HTTPSocket&, const String&, const Ref<InternetHeaders>&, String&,
+                                                     String&) {
+                act();
+                return true;
+            };
+        },
+    };
+    for (const Bind& bind : events) {
+        for (const bool nested : {false, true}) {
+            const ScriptedServer server({kFirst, kSecond});
+            Client client;
+            bool begun = false;
+            bind(client, [&] {
+                if (std::exchange(begun, true)) return;
+                client->Get(server.Url("/second"));
+                // A dialog in the handler: the new answer comes while the old event is still being handled.
+                const bool served = !nested || RunUntil([&] { return client.Ends == 1; });
+                EXPECT_TRUE(served);
+            });
+            client->Get(server.Url("/first"));
+            ASSERT_TRUE(RunUntil([&] { return client.Ends == 1; }));
+            RunFor(20);
+            EXPECT_EQ(client.Ends, 1);
+            EXPECT_EQ(client.Content, "second");
+            EXPECT_EQ(client.Log.back(), "page 200 " + server.Url("/second").ToStd());
+        }
+    }
+}
+
+TEST(HTTPHandlers, MayWaitForAnotherAnswerOnTheSameSocket) {
+    const ScriptedServer server({kFirst, kSecond, kFirst});
+    Client client;
+    std::string waited;
+    client->OnHeadersReceived = [&](HTTPSocket&, const Ref<InternetHeaders>&, int) {
+        waited = client->Get(server.Url(), 5).ToStd();
+    };
+    client->Get(server.Url());
+    ASSERT_TRUE(RunUntil([&] { return !waited.empty(); }));
+    EXPECT_EQ(waited, "second");
+    client->OnHeadersReceived = nullptr;
+    client->Get(server.Url());
+    ASSERT_TRUE(client.Await());
+    EXPECT_EQ(client.Content, "first");
+}
+
+TEST(HTTPHandlers, ThatRunTheEventLoopAreNotEnteredAgain) {
+    const ScriptedServer server({[](ScriptedServer::Peer& peer) {
+        peer.ReadRequest();
+        peer.SendInBytes("HTTP/1.0 200 OK\r\n\r\nabcdef", std::chrono::milliseconds(2));
+    }});
+    Client client;
+    int depth = 0;
+    int deepest = 0;
+    std::string pieces;
+    client->OnReceiveProgress = [&](HTTPSocket&, int, int, const String& data) {
+        deepest = std::max(deepest, ++depth);
+        pieces += data.ToStd();
+        RunFor(10);
+        --depth;
+    };
+    client->Get(server.Url());
+    ASSERT_TRUE(client.Await());
+    EXPECT_EQ(deepest, 1);
+    EXPECT_EQ(pieces, "abcdef");
+    EXPECT_EQ(client.Content, "abcdef");
+}
+
+TEST(HTTPHandlers, MayDropTheSocket) {
+    const ScriptedServer server({kFirst, kSecond});
+    Ref<HTTPSocket> socket = New<HTTPSocket>();
+    bool dropped = false;
+    socket->OnHeadersReceived = [&](HTTPSocket&, const Ref<InternetHeaders>&, int) {
+        socket = Nil;
+        dropped = true;
+    };
+    socket->Get(server.Url());
+    EXPECT_TRUE(RunUntil([&] { return dropped; }));
+    socket = New<HTTPSocket>();
+    socket->OnError = [&](HTTPSocket&, int) { socket = Nil; };
+    socket->Get(server.Url(), New<FolderItem>("/"));
+    EXPECT_FALSE(socket);
+}
+
+TEST(HTTPHandlers, AnExceptionEndsTheHandlerAlone) {
+    class Calm : public Application {
+        bool Event_UnhandledException(RuntimeException&) override { return true; }
+    };
+    const Ref<Application> application = New<Calm>();
+    const ScriptedServer server({kSecond});
+    Client client;
+    client->OnHeadersReceived = [](HTTPSocket&, const Ref<InternetHeaders>&, int) { throw NilObjectException(); };
+    client->OnReceiveProgress = [](HTTPSocket&, int, int, const String&) { throw OutOfBoundsException(); };
+    client->Get(server.Url());
+    ASSERT_TRUE(client.Await());
+    EXPECT_EQ(client.Content, "second");
+}

@@ -1,0 +1,246 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "net/HTTPHead.h"
+#include "tests/net/Client.h"
+#include "tests/net/ScriptedServer.h"
+#include "tests/support/TemporaryFolder.h"
+
+using namespace marrowbeck;
+using namespace marrowbeck::test;
+using testing::ElementsAre;
+
+namespace {
+
+std::string contentOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+Ref<FolderItem> item(const std::string& path) {
+    return New<FolderItem>(String(path));
+}
+
+}  // namespace
+
+TEST(HeadSearch, FindsTheSameEndHoweverTheBytesCome) {
+    for (const std::string eol : {"\r\n", "\n", "\r"}) {
+        const std::string head = "HTTP/1.0 200 OK" + eol + "A: b";
+        const std::string text = head + eol + eol + "body" + eol + eol;
+        for (std::size_t cut = 0; cut < head.size() + 2 * eol.size(); ++cut) {
+            HeadSearch search;
+            EXPECT_FALSE(search.Look(text.substr(0, cut)));
+            const auto found = search.Look(text);
+            ASSERT_TRUE(found);
+            EXPECT_EQ(found->headSize, head.size());
+            EXPECT_EQ(found->emptyLineSize, 2 * eol.size());
+        }
+    }
+    // Two line ends of different kinds are none; the better kind wins.
+    EXPECT_FALSE(HeadSearch().Look("a\r\nb\n\rc"));
+    EXPECT_EQ(HeadSearch().Look("a\r\rb\n\nc\r\n\r\n")->headSize, 7U);
+    EXPECT_EQ(HeadSearch().Look("\r\n\r\n")->headSize, 0U);
+}
+
+TEST(HTTPResponse, IsReadWithLineEndsOfEveryKindAndByteByByte) {
+    for (const std::string eol : {"\r\n", "\n", "\r"}) {
+        const std::string text = "HTTP/1.1 200 OK" + eol + "Content-Length: 5" + eol + "X: y" + eol + eol + "hello";
+        const ScriptedServer server({[&](ScriptedServer::Peer& peer) {
+            peer.ReadRequest();
+            peer.SendInBytes(text);
+        }});
+        Client client;
+        client->Get(server.Url("/a"));
+        ASSERT_TRUE(client.Await());
+        EXPECT_THAT(client.Log, ElementsAre("connected", "headers 200", "page 200 " + server.Url("/a").ToStd()));
+        EXPECT_EQ(client.Content, "hello");
+        EXPECT_EQ(client.Pieces, "hello");
+        EXPECT_EQ(client.Received, 5);
+        EXPECT_EQ(client.Total, 5);
+        EXPECT_EQ(client->PageHeaders()->Value("x").Bytes(), "y");
+        EXPECT_EQ(client->HTTPStatusCode(), 200);
+    }
+}
+
+TEST(HTTPResponse, EndsWithTheConnectionWhateverItsLengthSays) {
+    const std::string chunked = "5\r\nhello\r\n0\r\n\r\n";
+    const auto reset = [](ScriptedServer::Peer& peer) {
+        peer.ReadRequest();
+        peer.Send("HTTP/1.0 200 OK\r\nContent-length: 99\r\n\r\nhal");
+        peer.AwaitClose();
+    };
+    const auto crash = [](ScriptedServer::Peer& peer) {
+        peer.ReadRequest();
+        peer.Send("HTTP/1.0 200 OK\r\n\r\nhalf");
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        peer.Reset();
+    };
+    const ScriptedServer server({ScriptedServer::Answering("HTTP/1.0 200 OK\r\n\r\nno length"),
+                                 ScriptedServer::Answering("HTTP/1.0 200 OK\r\nContent-length: 2\r\n\r\nlonger"),
+                                 ScriptedServer::Answering("HTTP/1.0 200\r\nContent-length: 99\r\n\r\nshort"),
+                                 ScriptedServer::Answering("HTTP/1.1 200 OK\r\nContent-length: x\r\n\r\n" + chunked),
+                                 ScriptedServer::Answering("HTTP/1.0 200 OK\r\nContent-length: 99999999999\r\n\r\n"),
+                                 crash, reset});
+    Client client;
+    const auto totalAfter = [&] {
+        client->Get(server.Url());
+        return client.Await() ? client.Total : -1;
+    };
+    EXPECT_EQ(totalAfter(), 0);
+    EXPECT_EQ(client.Content, "no length");
+    EXPECT_EQ(totalAfter(), 2);
+    EXPECT_EQ(client.Content, "longer");
+    EXPECT_EQ(totalAfter(), 99);
+    EXPECT_EQ(client.Content, "short");
+    EXPECT_EQ(totalAfter(), 0);
+    EXPECT_EQ(client.Content, chunked);
+    EXPECT_EQ(totalAfter(), 2147483647);
+    EXPECT_EQ(client.Content, "");
+    EXPECT_EQ(totalAfter(), 0);
+    EXPECT_EQ(client.Content, "half");
+    EXPECT_EQ(client->ErrorCode(), 0);
+    // A connection that we close ourselves ends in silence.
+    const std::size_t lines = client.Log.size();
+    client->Get(server.Url());
+    ASSERT_TRUE(RunUntil([&] { return client.Total == 99; }));
+    client->Close();
+    RunFor(50);
+    EXPECT_EQ(client.Log.size(), lines + 2);
+}
+
+TEST(HTTPResponse, IsAPageWhateverItsStatus) {
+    std::vector<ScriptedServer::Part> parts;
+    const std::vector<int> statuses{301, 302, 400, 401, 404, 407, 500, 503, 100, 0};
+    for (const int status : statuses) {
+        parts.push_back(ScriptedServer::Answering("HTTP/1.0 " + std::to_string(status) +
+                                                  " Text\r\nLocation: http://127.0.0.1:1/\r\n\r\nbody"));
+    }
+    const ScriptedServer server(parts);
+    Client client;
+    for (const int status : statuses) {
+        client.Log.clear();
+        client.Content.clear();
+        client->Get(server.Url());
+        ASSERT_TRUE(client.Await());
+        EXPECT_THAT(client.Log, ElementsAre("connected", "headers " + std::to_string(status),
+                                            "page " + std::to_string(status) + " " + server.Url().ToStd()));
+        EXPECT_EQ(client.Content, "body");
+        EXPECT_EQ(client.Headers->Value("location").Bytes(), "http://127.0.0.1:1/");
+    }
+    EXPECT_EQ(server.Requests().size(), statuses.size());
+}
+
+TEST(HTTPResponse, WithoutAHeadIsAPageOfNothing) {
+    const auto halfHead = [](ScriptedServer::Peer& peer) {
+        peer.ReadRequest();
+        peer.Send("HTTP/1.0 200 OK\r\nA: b\r\n");
+    };
+    const ScriptedServer server({ScriptedServer::Answering(""), halfHead, ScriptedServer::Answering("\n\nbody")});
+    Client client;
+    client->Get(server.Url());
+    ASSERT_TRUE(client.Await());
+    EXPECT_THAT(client.Log, ElementsAre("connected", "page 0 " + server.Url().ToStd()));
+    EXPECT_FALSE(client.Headers);
+    EXPECT_FALSE(client->PageHeaders());
+    // A head that breaks off is never reported.
+    client->Get(server.Url());
+    RunFor(150);
+    EXPECT_EQ(client.Ends, 1);
+    EXPECT_FALSE(client->IsConnected());
+    client->Get(server.Url());
+    ASSERT_TRUE(client.Await());
+    EXPECT_EQ(client.Content, "body");
+    EXPECT_FALSE(client->PageHeaders()) << "a head without a header";
+    EXPECT_TRUE(client.Headers);
+}
+
+TEST(HTTPResponse, ToHeadEndsWithTheHeaders) {
+    const ScriptedServer server({ScriptedServer::Answering("HTTP/1.0 200 OK\r\nA: b\r\n\r\nunasked")});
+    Client client;
+    client->GetHeaders(server.Url());
+    ASSERT_TRUE(RunUntil([&] { return client->HTTPStatusCode() == 200 && !client->IsConnected(); }));
+    EXPECT_THAT(client.Log, ElementsAre("connected", "headers 200"));
+    EXPECT_EQ(client.Pieces, "");
+    EXPECT_EQ(client->PageHeaders()->Value("A").Bytes(), "b");
+}
+
+TEST(HTTPResponse, AnEndlessHeadHoldsNothingUp) {
+    const ScriptedServer server({[](ScriptedServer::Peer& peer) {
+        peer.ReadRequest();
+        const std::string piece(1'000, 'x');
+        for (int i = 0; i < 4'000; ++i) peer.Send("X: " + piece + "\r\n");
+    }});
+    Client client;
+    client->Get(server.Url());
+    double longest = 0;
+    double last = Microseconds();
+    for (const double begin = last; last - begin < 5e5;) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
+        const double now = Microseconds();
+        longest = std::max(longest, now - last);
+        last = now;
+    }
+    EXPECT_LT(longest, 1e5);
+    EXPECT_THAT(client.Log, ElementsAre("connected"));
+    EXPECT_LE(client->LookaheadBytes().size(), 1024U * 1024) << "the other side is held up, not we";
+}
+
+TEST(HTTPDownload, FillsANewFileOrReplacesAnOldOne) {
+    const TemporaryFolder folder;
+    const std::string body("\0\xFF\r\n\r\nbytes", 12);
+    const auto answer = ScriptedServer::Answering("HTTP/1.0 404 Gone\r\nContent-length: 12\r\n\r\n" + body);
+    const ScriptedServer server({answer, answer, answer, ScriptedServer::Answering("")});
+    std::ofstream(folder.Path("old")) << "something much longer than what will come";
+    Client client;
+    for (const std::string name : {"new", "old"}) {
+        client.Log.clear();
+        client->Get(server.Url("/f"), item(folder.Path(name)));
+        ASSERT_TRUE(client.Await());
+        EXPECT_THAT(client.Log,
+                    ElementsAre("connected", "headers 404", "download 404 " + server.Url("/f").ToStd() + " " + name));
+        EXPECT_EQ(contentOf(folder.Path(name)), body);
+    }
+    EXPECT_EQ(client.Received, 12);
+    // The same socket goes back to pages, and to a download of nothing.
+    client->Get(server.Url());
+    ASSERT_TRUE(client.Await());
+    EXPECT_EQ(client.Content, body);
+    client->Get(server.Url(), item(folder.Path("old")));
+    ASSERT_TRUE(client.Await());
+    EXPECT_EQ(client.Log.back(), "download 0 " + server.Url().ToStd() + " old");
+    EXPECT_EQ(contentOf(folder.Path("old")), "");
+}
+
+TEST(HTTPDownload, NeedsAFileThatCanBeWritten) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory_symlink(folder.Path(), folder.Path("link"));
+    const ScriptedServer server({ScriptedServer::Answering("HTTP/1.0 200 OK\r\n\r\nok")});
+    Client client;
+    for (const std::string& path :
+         {folder.Path(), folder.Path("link"), folder.Path("no/such"), std::string("/dev/full/x")}) {
+        client.Log.clear();
+        client->Get(server.Url(), item(path));
+        EXPECT_THAT(client.Log, ElementsAre("error 1")) << path;
+        EXPECT_EQ(client->ErrorCode(), HTTPSocket::DownloadUnusable);
+    }
+    client->Get(server.Url());
+    ASSERT_TRUE(client.Await());
+    EXPECT_EQ(client->ErrorCode(), 0);
+    EXPECT_EQ(server.Requests().size(), 1U) << "nothing was sent for the others";
+    // A connection that fails leaves the empty file behind.
+    client->Get(String("127.0.0.1:" + std::to_string(UnusedPort())), item(folder.Path("empty")));
+    ASSERT_TRUE(RunUntil([&] { return client->ErrorCode() != 0; }));
+    EXPECT_EQ(std::filesystem::file_size(folder.Path("empty")), 0U);
+}
+
+TEST(HTTPDownload, AFullDiskLosesTheFileButNotTheProgram) {
+    const std::string body(100'000, 'x');
+    const ScriptedServer server({ScriptedServer::Answering("HTTP/1.0 200 OK\r\n\r\n" + body)});
+    Client client;
+    client->Get(server.Url(), item("/dev/full"));
+    ASSERT_TRUE(RunUntil([&] { return client.Ends == 1; }) || client->ErrorCode() == HTTPSocket::DownloadUnusable);
+}

@@ -1,0 +1,127 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "tests/net/Client.h"
+#include "tests/net/ScriptedServer.h"
+#include "tests/support/TemporaryFolder.h"
+
+using namespace marrowbeck;
+using namespace marrowbeck::test;
+using namespace std::chrono_literals;
+
+namespace {
+
+const auto kOk = ScriptedServer::Answering("HTTP/1.0 200 OK\r\nA: b\r\n\r\nok");
+
+void silent(ScriptedServer::Peer& peer) {
+    peer.ReadRequest();
+    peer.AwaitClose();
+}
+
+double secondsSince(double begin) {
+    return (Microseconds() - begin) / 1e6;
+}
+
+}  // namespace
+
+TEST(HTTPWaiting, GivesThePageTheHeadersOrTheFile) {
+    const TemporaryFolder folder;
+    const auto file = New<FolderItem>(String(folder.Path("file")));
+    const ScriptedServer server({kOk, kOk, kOk, kOk});
+    Client client;
+    EXPECT_EQ(client->Get(server.Url(), 5).Bytes(), "ok");
+    EXPECT_EQ(client->Post(server.Url(), 0).Bytes(), "ok");
+    EXPECT_EQ(client->GetHeaders(server.Url(), 5)->Value("A").Bytes(), "b");
+    EXPECT_TRUE(client->Get(server.Url(), file, 5));
+    EXPECT_EQ(file->Length(), 2U);
+    EXPECT_FALSE(client->Get(server.Url(), file, 5)) << "the server is gone";
+    EXPECT_TRUE(client.Log.empty());
+    EXPECT_EQ(client.Ends, 0);
+    EXPECT_TRUE(client.Pieces.empty());
+}
+
+TEST(HTTPWaiting, EndsOneTimeOutAfterTheLastByte) {
+    const ScriptedServer server({silent,
+                                 [](ScriptedServer::Peer& peer) {
+                                     peer.ReadRequest();
+                                     peer.SendInBytes("HTTP/1.0 200 OK\r\n\r\n");
+                                     peer.SendInBytes("trickle", 400ms);
+                                 },
+                                 [](ScriptedServer::Peer& peer) {
+                                     peer.ReadRequest();
+                                     peer.Send("HTTP/1.0 200 OK\r\n\r\npart");
+                                     peer.AwaitClose();
+                                 }});
+    Client client;
+    double begin = Microseconds();
+    EXPECT_EQ(client->Get(server.Url(), 1).Bytes(), "");
+    EXPECT_EQ(client->ErrorCode(), HTTPSocket::TimedOut);
+    EXPECT_FALSE(client->IsConnected());
+    EXPECT_GE(secondsSince(begin), 0.98);
+    EXPECT_LT(secondsSince(begin), 3);
+    begin = Microseconds();
+    EXPECT_EQ(client->Get(server.Url(), 1).Bytes(), "trickle");
+    EXPECT_EQ(client->ErrorCode(), 0);
+    EXPECT_GE(secondsSince(begin), 2.5);
+    EXPECT_EQ(client->Get(server.Url(), 1).Bytes(), "part");
+    EXPECT_EQ(client->ErrorCode(), HTTPSocket::TimedOut);
+}
+
+// What cannot be written is noticed before the wait, which forgets it and runs into its time-out.
+TEST(HTTPWaiting, AnUnusableFileCostsTheTimeOut) {
+    Client client;
+    const double begin = Microseconds();
+    EXPECT_FALSE(client->Get("http://127.0.0.1/", New<FolderItem>("/"), 1));
+    EXPECT_EQ(client->ErrorCode(), HTTPSocket::TimedOut);
+    EXPECT_GE(secondsSince(begin), 0.98);
+}
+
+TEST(HTTPWaiting, LetsTheProgramLiveWhereItIsAskedTo) {
+    const Ref<Application> application = New<Application>();
+    const ScriptedServer server({silent, silent});
+    Client client;
+    int turns = 0;
+    const Ref<Timer> timer = New<Timer>();
+    timer->Period(20);
+    timer->OnAction = [&](Timer&) { ++turns; };
+    timer->Mode(2);
+    client->Get(server.Url(), 1);
+    EXPECT_EQ(turns, 0);
+    client->Yield = true;
+    client->Get(server.Url(), 1);
+    EXPECT_GT(turns, 10);
+}
+
+TEST(HTTPWaiting, OnAThreadLeavesTheWindowAlone) {
+    const ScriptedServer server({[](ScriptedServer::Peer& peer) {
+        peer.ReadRequest();
+        std::this_thread::sleep_for(300ms);
+        peer.Send("HTTP/1.0 200 OK\r\n\r\nlate");
+    }});
+    const auto socket = New<HTTPSocket>();
+    const auto thread = New<Thread>();
+    std::string page;
+    thread->OnRun = [&] { page = socket->Get(server.Url(), 5).ToStd(); };
+    thread->Run();
+    int turns = 0;
+    ASSERT_TRUE(RunUntil([&] {
+        ++turns;
+        return thread->State() == Thread::NotRunning;
+    }));
+    EXPECT_EQ(page, "late");
+    EXPECT_GT(turns, 5);
+}
+
+TEST(HTTPWaiting, AThreadCanBeKilledMeanwhile) {
+    const ScriptedServer server({silent});
+    auto socket = New<HTTPSocket>();
+    const auto thread = New<Thread>();
+    thread->OnRun = [socket = std::move(socket), &server] { socket->Get(server.Url(), 0); };
+    thread->Run();
+    ASSERT_TRUE(RunUntil([&] { return !server.Requests().empty(); }));
+    thread->Kill();
+    EXPECT_EQ(thread->State(), Thread::NotRunning);
+    thread->OnRun = nullptr;  // the socket goes, and with it the connection
+}

@@ -1,0 +1,13 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+#include "framework/core/Alert.h"
+#include "framework/ui/AlertBox.h"
+
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    const QApplication application(argc, argv);
+    framework::internal::SetAlertPresenter(framework::internal::PresentAlert);
+    return RUN_ALL_TESTS();
+}
