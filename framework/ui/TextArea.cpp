@@ -19,6 +19,7 @@ class TextArea::Widget : public QPlainTextEdit {
         setTabChangesFocus(true);
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         document()->setDocumentMargin(5);
+        document()->clearUndoRedoStacks();  // the margin is nothing that a person did
     }
 
     bool UseFocusRing = true;

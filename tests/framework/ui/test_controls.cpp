@@ -182,6 +182,7 @@ TEST_F(Controls, WhatIsTypedStaysWithinLimitAndLine) {
     const Ref<TextArea> area = window->Add<TextArea>("area", 0, 0, 120, 40);
     area->Multiline(false);
     area->LimitText(4);
+    EXPECT_FALSE(area->CanEdit(EditTarget::Command::Undo));
     Show();
     area->Native()->setFocus();
     QTest::keyClicks(area->Native(), "abc");
