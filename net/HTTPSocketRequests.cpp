@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include <utility>
+
 #include "net/HTTPSocket.h"
 
 namespace marrowbeck {
@@ -92,6 +94,8 @@ String HTTPSocket::SendRequest(const String& method, const String& url, int time
     return _pageBuffer;
 }
 
+// By value: they may be members of this very object, which change on the way.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void HTTPSocket::_DoConnect(String url, String action, Ref<FolderItem> file) {
     const Ref<HTTPSocket> keep(this);  // the handler of an error may drop the last reference but this
     mErrorCode = 0;
@@ -102,7 +106,7 @@ void HTTPSocket::_DoConnect(String url, String action, Ref<FolderItem> file) {
         Address(HTTPProxyAddress);
         Port(HTTPProxyPort == 0 ? DefaultPort : HTTPProxyPort);
     }
-    _httpAction = action;
+    _httpAction = std::move(action);
     Close();
     Purge();
     // Whatever of an earlier request still waits for a handler to return finds that it is over.
