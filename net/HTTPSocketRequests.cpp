@@ -1,7 +1,6 @@
 // The forms of a request, and what each of them sets in motion: the road from the caller to the socket.
 
 #include <string_view>
-
 #include <utility>
 
 #include "net/HTTPSocket.h"
