@@ -54,18 +54,17 @@ TEST_F(Persistence, OneColumnComesBackWithItsSelection) {
 }
 
 TEST_F(Persistence, SeveralColumnsAreCutToTheControl) {
-    const auto list = listOf(2, {"a", "b"});
-    root->SetListbox(list);
+    root->SetListbox(listOf(3, {"a", "b"}));
     EXPECT_EQ(outline(root),
-              "list.3={default=string: elements=[0=[0=string:a 1=string:second] "
-              "1=[0=string:b 1=string:second]]}");
+              "list.3={default=string: elements=[0=[0=string:a 1=string:second 2=string:] "
+              "1=[0=string:b 1=string:second 2=string:]]}");
     document->Save();
     const auto again = documents.Open();
-    const auto wide = listOf(3, {});
-    again->root->GetListbox(wide, true);
-    EXPECT_EQ(wide->Cell(1, 0), "b");
-    EXPECT_EQ(wide->Cell(1, 1), "second");
-    EXPECT_EQ(wide->ListIndex(), 1) << "without a selected text every row in turn is selected";
+    const auto narrow = listOf(2, {});
+    again->root->GetListbox(narrow, true);
+    EXPECT_EQ(narrow->Cell(1, 0), "b");
+    EXPECT_EQ(narrow->Cell(1, 1), "second");
+    EXPECT_EQ(narrow->ListIndex(), 1) << "without a selected text every row in turn is selected";
 }
 
 TEST_F(Persistence, ARestoreWithoutAnEntryDoublesTheRows) {
