@@ -14,8 +14,11 @@ namespace {
 
 constexpr int kNarrowest = 24;
 constexpr int kWidest = 5000;
-/// Bounds of the first column's default width: a file name of usual length is to be read, and the other columns seen.
-constexpr int kNarrowestFirst = 120;
+/// What a heading has on both sides of its text by default, together; the arrow of the sort column is not thought of.
+constexpr int kHeadingMargins = 12;
+constexpr int kNarrowestDefault = 56;
+/// Bounds of the first column's default width: a name of usual length is to be read, and the other columns seen.
+constexpr int kNarrowestFirst = 110;
 constexpr int kWidestFirst = 240;
 
 std::size_t at(int index) {
@@ -76,7 +79,8 @@ int ListboxColumns::room() const {
 }
 
 int ListboxColumns::defaultWidth(int column) const {
-    const int heading = std::max(header_.sectionSizeHint(column), 2 * kNarrowest);
+    const QString text = view_.model()->headerData(column, Qt::Horizontal).toString().trimmed();
+    const int heading = std::max(header_.fontMetrics().horizontalAdvance(text) + kHeadingMargins, kNarrowestDefault);
     if (column > 0) return heading;
     int others = 0;
     for (int other = 1; other < count(); ++other) {

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "framework/core/Characters.h"
 #include "framework/ui/ContextualClick.h"
 #include "framework/ui/Listbox.h"
 #include "framework/ui/ListboxChangeScope.h"
@@ -16,6 +17,19 @@
 #include "framework/ui/Native.h"
 
 namespace framework {
+namespace {
+
+/// Without regard to case, and at a glance for most texts: all rows of a list may have to be looked at.
+bool beginsWith(const String& text, const String& start) {
+    if (text.IsAscii() && start.IsAscii()) {
+        const auto same = [](char one, char other) { return FoldAscii(one) == FoldAscii(other); };
+        return text.ByteCount() >= start.ByteCount() &&
+               std::equal(start.Bytes().begin(), start.Bytes().end(), text.Bytes().begin(), same);
+    }
+    return native::ToQt(text).startsWith(native::ToQt(start), Qt::CaseInsensitive);
+}
+
+}  // namespace
 
 void ListboxView::headingClicked(int column) {
     columns_->Choose(column);
@@ -161,10 +175,11 @@ void ListboxView::keyboardSearch(const QString& text) {
 
 /// The first row from `from` on, and from the top again, whose first cell begins with `start`; -1 for none.
 int ListboxView::findByStart(const QString& start, int from) const {
+    const String wanted = native::FromQt(start);
     const int count = model_.rowCount();
     for (int i = 0; i < count; ++i) {
         const int row = (from + i) % count;
-        if (native::ToQt(model_.Rows().Cell(row, 0)).startsWith(start, Qt::CaseInsensitive)) return row;
+        if (beginsWith(model_.Rows().Cell(row, 0), wanted)) return row;
     }
     return -1;
 }

@@ -21,7 +21,7 @@ class ListboxInputTest : public ListboxTest {
 
     /// Answers the contextual menu when it opens with its entry at `place`.
     void ChooseFromMenu(int place) {
-        QTimer::singleShot(0, &View(), [this, place] {
+        QTimer::singleShot(0, &fixture, [this, place] {
             auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
             if (!menu) return ChooseFromMenu(place);
             menu->setActiveAction(menu->actions().at(place));
@@ -51,6 +51,8 @@ class ListboxInputTest : public ListboxTest {
         };
     }
 
+    /// Takes what is waiting for a menu along when the test ends.
+    QObject fixture;
     int menuPlace = -1;
     bool constructedInContext = false;
     std::string chosen;
