@@ -3,7 +3,9 @@
 #include "app/AboutWindow.h"
 #include "app/Configuration.h"
 #include "app/ImageFormats.h"
+#include "app/Preferences.h"
 #include "app/Window1.h"
+#include "net/updateWindow.h"
 
 namespace marrowbeck {
 
@@ -16,13 +18,25 @@ Ref<App> App::Current() {
 }
 
 void App::Event_Open() {
+    Preferences::LoadPreferences();
+    Prefscreated = true;
     ImageDict = New<Dictionary>();
     const Array<String> names = Split(ImageFormats::All(), ";");
     for (int i = 0; i <= names.Ubound(); ++i) {
         if (Len(names(i)) >= 1) ImageDict->Value(names(i), true);
         LoopYield();
     }
+    // The preference is looked at in any case: that makes it one that the file remembers.
+    if (Preferences::prefs()->root->GetBoolean("autoupdate", true) && Configuration::kUpdateCheck) {
+        const Ref<updateWindow> check = Global<updateWindow>();
+        check->automaticCheck = true;
+        check->ShowModal();
+    }
     Global<Window1>()->Show();
+}
+
+void App::Event_Close() {
+    if (Prefscreated) Preferences::SavePreferences();
 }
 
 void App::Event_OpenDocument(const Ref<FolderItem>& item) {

@@ -4,8 +4,8 @@
 
 namespace marrowbeck {
 
-/// The application: answers the desktop, opens the main window, keeps two kinds of stray exception from ending the
-/// process, and serves the Help menu. Main thread.
+/// The application: loads and saves the preferences, looks for a newer version before the main window opens, answers
+/// the desktop, keeps two kinds of stray exception from ending the process, and serves the Help menu. Main thread.
 class App : public Application {
   public:
     App();
@@ -14,6 +14,8 @@ class App : public Application {
     static Ref<App> Current();
 
     void Event_Open() override;
+    /// Saves the preferences, unless the process ends before they were read.
+    void Event_Close() override;
     /// Opens a folder: in the main window, as soon as no search runs. A file gets a message.
     void Event_OpenDocument(const Ref<FolderItem>& item) override;
     bool Event_UnhandledException(RuntimeException& error) override;
@@ -26,6 +28,8 @@ class App : public Application {
     String gFolder;
     /// The names of the known image types, as keys. Nil until Event_Open.
     Ref<Dictionary> ImageDict;
+    /// Whether the preferences were loaded.
+    bool Prefscreated = false;
 };
 
 }  // namespace marrowbeck

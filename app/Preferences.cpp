@@ -1,9 +1,111 @@
 #include "app/Preferences.h"
 
+#include "fileutil/FileReplace.h"
+#include "framework/framework.h"
+
 namespace marrowbeck {
+namespace {
+
+constexpr const char* kFileName = "com.kv2tqq.marrowbeck.preferences";
+
+struct Properties {
+    Ref<plist> prefs;
+    Ref<FolderItem> PreferenceFile;
+    Ref<FolderItem> TempFile;
+};
+
+Properties& properties() {
+    static Properties theProperties;
+    return theProperties;
+}
+
+Ref<FolderItem> programFolder() {
+    return SpecialFolder::ApplicationData()->Child("Marrowbeck");
+}
+
+Ref<FolderItem> tempFolder() {
+    return programFolder()->Child("temp");
+}
+
+/// Nil for a file that is no property list or cannot be read at all.
+Ref<plist> read(const Ref<FolderItem>& file) {
+    try {
+        Ref<plist> document = New<plist>(file);
+        if (!document->error || !file->Exists()) return document;
+        document->Cleanup();
+        return Nil;
+    } catch (const RuntimeException&) {
+        return Nil;
+    }
+}
+
+bool rename(const Ref<FolderItem>& from, const Ref<FolderItem>& to) {
+    try {
+        FileReplace::Rename(from, to);
+        return true;
+    } catch (const FileReplaceException&) {
+        return false;
+    }
+}
+
+/// An empty document in the place of one that cannot be read. The old file keeps what it holds, under another name.
+Ref<plist> startAnew(const Ref<FolderItem>& file) {
+    const Ref<FolderItem> aside = file->Parent()->TrueChild(file->Name() + " unreadable");
+    const bool moved = rename(file, aside);
+    MsgBox("The preferences could not be read, and Marrowbeck starts without them." +
+           (moved ? " The old file was kept as " + aside->AbsolutePath() + "." : String()));
+    // A file that does not even let itself be moved is left alone.
+    return New<plist>(moved ? file : aside);
+}
+
+}  // namespace
+
+const Ref<plist>& Preferences::prefs() {
+    return properties().prefs;
+}
+
+const Ref<FolderItem>& Preferences::PreferenceFile() {
+    return properties().PreferenceFile;
+}
+
+const Ref<FolderItem>& Preferences::TempFile() {
+    return properties().TempFile;
+}
+
+void Preferences::LoadPreferences() {
+    CreateFolder(programFolder());
+    CreateFolder(tempFolder());
+    CreateFolder(ThumbnailsFolder());
+    deleteFilesFromFolder(tempFolder());
+    Properties& module = properties();
+    module.TempFile = tempFolder()->Child(kFileName + String(".temp") + generateRandomString() + ".plist");
+    plist::StagingFile(module.TempFile);
+    module.PreferenceFile = programFolder()->Child(kFileName + String(".plist"));
+    module.prefs = read(module.PreferenceFile);
+    if (!module.prefs) module.prefs = startAnew(module.PreferenceFile);
+}
+
+void Preferences::SavePreferences() {
+    prefs()->Save();
+    deleteFilesFromFolder(tempFolder());
+    PreferenceFile()->MacCreator("ttxt");
+    PreferenceFile()->MacType("TEXT");
+}
+
+String Preferences::generateRandomString() {
+    String text;
+    for (int i = 0; i < 4; ++i) text = text + Str(Rnd() * 9.0);
+    return text;
+}
 
 Ref<FolderItem> Preferences::ThumbnailsFolder() {
-    return SpecialFolder::ApplicationData()->Child("Marrowbeck")->Child("thumbnails");
+    return programFolder()->Child("thumbnails");
+}
+
+void Preferences::CreateFolder(const Ref<FolderItem>& folder) {
+    if (!folder || folder->Exists()) return;
+    CreateFolder(folder->Parent());
+    folder->CreateAsFolder();
 }
 
 void Preferences::deleteFilesFromFolder(const Ref<FolderItem>& folder) {

@@ -67,6 +67,8 @@ class Window1 : public Window {
     Ref<FolderItem> gD;
     bool gANY = false;
 
+    void UpdateCheckbox_Action(CheckBox& sender);
+
     // Result list.
     bool Listbox1_CellBackgroundPaint(Graphics& g, int row, int column);
     bool Listbox1_CompareRows(int row1, int row2, int column, int& result);
@@ -122,6 +124,7 @@ class Window1 : public Window {
     void bindEvents();
 
     void ShowColumns();
+    void RestoreState();
     void WalkFolder();
     void SearchIndex();
     void ShowFilterState(bool filtered);

@@ -224,6 +224,7 @@ void Window1::bindEvents() {
     };
     Canvas1->OnPaint = [this](Graphics& g) { Canvas1_Paint(g); };
     Canvas1->OnDoubleClick = [this](int x, int y) { Canvas1_DoubleClick(x, y); };
+    UpdateCheckbox->OnAction = [this](CheckBox& sender) { UpdateCheckbox_Action(sender); };
     SizeThread1->OnRun = [this] { SizeThread1_Run(*SizeThread1); };
     PicturescaleThread1->OnRun = [this] { PicturescaleThread1_Run(*PicturescaleThread1); };
     PreviewTimer->OnAction = [this](Timer& sender) { PreviewTimer_Action(sender); };

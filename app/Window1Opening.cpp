@@ -1,8 +1,22 @@
 #include "app/App.h"
+#include "app/Colors.h"
+#include "app/Preferences.h"
 #include "app/VersionLine.h"
 #include "app/Window1.h"
 
 namespace marrowbeck {
+namespace {
+
+constexpr const char* kWindowKey = "Window Main";
+
+/// Whether each item of the filter is selected, in the items' order.
+constexpr const char* kFilterKeys[] = {"Seg0", "Seg1", "Seg2", "Seg3"};
+
+Ref<plistDict> preferences() {
+    return Preferences::prefs()->root;
+}
+
+}  // namespace
 
 void Window1::Event_Open() {
     SegmentedControl1->Items(kAllItem)->Selected(true);
@@ -11,14 +25,47 @@ void Window1::Event_Open() {
     filterlabel->Text("Filter");
     TotalLabel->Text("");
     ShowColumns();
+    if (Preferences::PreferenceFile()->Exists()) RestoreState();
     AcceptFileDrop("special/any");
     VersionText->Text(VersionLine());
     totalnumber->Text("");
 }
 
-// The program is its window.
+void Window1::RestoreState() {
+    const Ref<plistDict> root = preferences();
+    root->GetWindow(kWindowKey, Ref<Window>(this));
+    for (int item = kJpgItem; item <= kAllItem; ++item) {
+        if (root->GetBoolean(kFilterKeys[item])) SegmentedControl1->Items(item)->Selected(true);
+    }
+    filterlabel->Text(root->GetString("filterlabel"));
+    filterlabel->TextColor(filterlabel->Text() == "Filtered" ? Colors::kDarkRed : Colors::kBlack);
+    Subfoldercheckbox->Value(root->GetBoolean("Sub", true));
+    UpdateCheckbox->Value(root->GetBoolean("autoupdate", true));
+    Listbox1->HeadingIndex(root->GetInteger("sortcolumn"));
+    Listbox1->ColumnSortDirection(Listbox1->HeadingIndex(), root->GetInteger("sortdirection"));
+    Listbox1->ColumnWidths(root->GetString("columnwidths"));
+    App::Current()->gFolder = root->GetString("lastfolder");
+}
+
+// The program is its window: what closes ends it, and quitting writes the preferences to the disk.
 void Window1::Event_Close() {
+    Title("Marrowbeck");
+    const Ref<plistDict> root = preferences();
+    root->SetWindow(kWindowKey, Ref<Window>(this));
+    for (int item = kJpgItem; item <= kAllItem; ++item) {
+        root->SetBoolean(kFilterKeys[item], SegmentedControl1->Items(item)->Selected());
+    }
+    root->SetString("filterlabel", filterlabel->Text());
+    root->SetBoolean("Sub", Subfoldercheckbox->Value());
+    root->SetString("columnwidths", Listbox1->ColumnWidths());
+    root->SetInteger("sortcolumn", Listbox1->HeadingIndex());
+    root->SetInteger("sortdirection", Listbox1->ColumnSortDirection(Listbox1->HeadingIndex()));
+    root->SetString("lastfolder", App::Current()->gFolder);
     Quit(0);
+}
+
+void Window1::UpdateCheckbox_Action(CheckBox& sender) {
+    preferences()->SetBoolean("autoupdate", sender.Value());
 }
 
 }  // namespace marrowbeck

@@ -74,10 +74,13 @@ int main() {
                     times.save * 1e3 / entries);
         if (entries != 250'000) continue;
         const std::string path = file->ShellPath().ToStd();
-        const std::string command = "plistutil -f xml -i " + path + " -o " + path + ".out";
+        // From XML to XML the command copies bytes without reading them, so it is sent by way of the binary form.
+        const std::string command = "plistutil -f bin -i " + path + " -o " + path + ".bin && plistutil -f xml -i " +
+                                    path + ".bin -o " + path + ".out";
         if (std::system("plistutil -v >/dev/null 2>&1") != 0) break;
         const double other = milliseconds(5, [&] { (void)!std::system(command.c_str()); });
-        std::printf("plistutil, load and save: %7.1f ms; ratio %.2f\n", other, (times.load + times.save) / other);
+        std::printf("plistutil, to binary form and back: %7.1f ms; ratio %.2f\n", other,
+                    (times.load + times.save) / other);
     }
     std::filesystem::remove_all(folder->AbsolutePath().ToStd());
 }

@@ -8,21 +8,13 @@ namespace {
 /// The preview's sides, in pixels.
 constexpr double kLongestSide = 240.0;
 
-/// Makes the folder where it is missing, and those above it: on a new account not even the folder for application data
-/// is there.
-void make(const Ref<FolderItem>& folder) {
-    if (!folder || folder->Exists()) return;
-    make(folder->Parent());
-    folder->CreateAsFolder();
-}
-
 }  // namespace
 
 ThumbnailEntry::ThumbnailEntry(const Ref<FolderItem>& source)
     : source_(source->ShellPath()), name_(source->Name()), hash_(Str(Variant(source_).Hash())) {}
 
 void ThumbnailEntry::MakeFolder() {
-    make(Preferences::ThumbnailsFolder());
+    Preferences::CreateFolder(Preferences::ThumbnailsFolder());
 }
 
 Ref<FolderItem> ThumbnailEntry::File() const {

@@ -1,12 +1,6 @@
 #include "net/UpdateSite.h"
 
-#include "net/Configuration.h"
-
 namespace marrowbeck {
-
-UpdateSite UpdateSite::Configured() {
-    return {Configuration::kUpdateHost, Configuration::kShortLinkHost};
-}
 
 String UpdateSite::FeedUrl() const {
     return "http://" + Host + "/photography/marrowbeck/updates/marrowbeck.xml";

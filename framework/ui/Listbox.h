@@ -114,9 +114,9 @@ class Listbox : public RectControl, public EditTarget {
     String Heading(int column) const;
     void Heading(int column, const String& text);
 
-    /// The widths in pixels, joined by commas. When set, an entry may also be a share of the visible width ("20%"), or
-    /// of what the others leave over ("*", "2*"); empty, missing or senseless entries stand for the default width. The
-    /// last column takes up room that is left.
+    /// The widths that were set or dragged, in pixels, joined by commas; empty for columns of default width. When set,
+    /// an entry may also be a share of the visible width ("20%"), or of what the others leave over ("*", "2*"); missing
+    /// or senseless entries stand for the default width. The last column takes up room that is left.
     String ColumnWidths() const;
     void ColumnWidths(const String& widths);
 

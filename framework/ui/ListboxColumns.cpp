@@ -110,12 +110,11 @@ void ListboxColumns::resizedByPerson(int column, int width) {
     Fit();
 }
 
-String ListboxColumns::Widths() {
-    Fit();
+String ListboxColumns::Widths() const {
     std::string text;
     for (int column = 0; column < count(); ++column) {
         if (column > 0) text += ',';
-        text += std::to_string(header_.sectionSize(column));
+        if (wanted_[at(column)] != kDefault) text += std::to_string(wanted_[at(column)]);
     }
     return String(text);
 }

@@ -23,7 +23,8 @@ class ListboxColumns {
     /// Gives the columns their widths; to be called when the room for them has changed.
     void Fit();
 
-    String Widths();
+    /// What was asked for, not what the present room makes of it: it is to be kept for a room of another size.
+    String Widths() const;
     void Widths(const String& widths);
 
     int HeadingIndex() const { return headingIndex_; }

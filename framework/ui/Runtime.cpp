@@ -12,8 +12,10 @@
 
 #include "framework/core/Alert.h"
 #include "framework/core/Application.h"
+#include "framework/core/Dispatch.h"
 #include "framework/core/DocumentService.h"
 #include "framework/core/FolderItem.h"
+#include "framework/core/TerminationSignals.h"
 #include "framework/ui/AlertBox.h"
 #include "framework/ui/DragItem.h"
 #include "framework/ui/Global.h"
@@ -88,6 +90,7 @@ int RuntimeRun() {
                 internal::RaiseOpen();
                 for (const Ref<FolderItem>& item : items) internal::RaiseOpenDocument(item);
             });
+            const TerminationSignals endOfSession([] { Dispatch([] { Quit(); }); });
             code = QApplication::exec();
         }
     }

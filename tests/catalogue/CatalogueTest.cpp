@@ -7,6 +7,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "app/Preferences.h"
+
 namespace marrowbeck::test {
 namespace {
 
@@ -37,6 +39,7 @@ CatalogueTest::CatalogueTest()
     found({});
     Shell::SetToolsFolder(String(root + "/tools"));
     framework::internal::SetAlertPresenter([this](const String& text) { messages.push_back(text.ToStd()); });
+    switchUpdateCheckOff();
     App::Current()->Event_Open();
     window = Global<Window1>();
 }
@@ -53,6 +56,12 @@ CatalogueTest::~CatalogueTest() {
     App::Current()->gFolder = "";
     framework::internal::SetAlertPresenter([](const String&) {});
     std::filesystem::remove_all(root);
+}
+
+void CatalogueTest::switchUpdateCheckOff() {
+    Preferences::LoadPreferences();
+    Preferences::prefs()->root->SetBoolean("autoupdate", false);
+    Preferences::SavePreferences();
 }
 
 std::string CatalogueTest::addFile(const std::string& name, std::size_t size) {

@@ -163,7 +163,7 @@ TEST(ReaderOfFiles, BytesThatAreNoTextPassThrough) {
 }
 
 TEST(ReaderOfFiles, LinesWithoutEndTakeTimeInProportion) {
-    constexpr std::size_t kSize = std::size_t{20} << 20;
+    constexpr std::size_t kSize = std::size_t{100} << 20;
     const Documents documents;
     const std::string longText(kSize, 'x');
     EXPECT_EQ(documents.Of("\t<key>a</key>\n\t<string>" + longText + "</string>\n")->root->GetString("a").ByteCount(),

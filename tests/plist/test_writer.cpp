@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include "fileutil/FileReplace.h"
 #include "tests/plist/Documents.h"
 
@@ -168,5 +170,28 @@ TEST_F(Writer, DocumentsOfOtherMakersComeThroughARound) {
         EXPECT_EQ(tree, kTree) << name;
         first->Save(true);
         EXPECT_EQ(outline(documents.Open(name)->root), tree) << name;
+    }
+}
+
+TEST_F(Writer, TheOtherMakersReadWhatWasChangedAndSaved) {
+    if (std::system("python3 -c 'import plistlib' 2>&-") != 0) GTEST_SKIP() << "Python is not installed";
+    const bool withLibplist = std::system("plistutil -v >&- 2>&-") == 0;
+    for (const std::string name :
+         {"python-xml.plist", "python-binary.plist", "libplist-xml.plist", "libplist-binary.plist"}) {
+        const std::string original = std::string(MARROWBECK_TEST_DOCUMENTS) + "/" + name;
+        writeFile(documents.Path(name), readFile(original));
+        const auto saved = documents.Open(name);
+        saved->root->SetString("empty", "now 3 < 4");
+        saved->root->child("array")->AppendInteger(7);
+        saved->Save(true);
+        const std::string check =
+            "cd " + documents.folder.Path() +
+            (withLibplist ? " && plistutil -i " + name + " -f bin -o other && plistutil -i other -f xml -o other.xml"
+                          : " && cp " + name + " other.xml") +
+            " && python3 -c \"import plistlib, sys\n" +
+            "old, new, other = (plistlib.load(open(name, 'rb')) for name in sys.argv[1:])\n" +
+            "old['empty'] = 'now 3 < 4'\nold['array'].append(7)\n" + "sys.exit(old != new or old != other)\" '" +
+            original + "' " + name + " other.xml";
+        EXPECT_EQ(std::system(check.c_str()), 0) << name;
     }
 }

@@ -1,0 +1,11 @@
+#include "net/Configuration.h"
+#include "net/UpdateSite.h"
+
+namespace marrowbeck {
+
+// In a file of its own, so that a test program can link another answer.
+UpdateSite UpdateSite::Configured() {
+    return {Configuration::kUpdateHost, Configuration::kShortLinkHost};
+}
+
+}  // namespace marrowbeck

@@ -1,0 +1,104 @@
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include "fileutil/FileReplaceException.h"
+#include "tests/app/AppTest.h"
+
+namespace marrowbeck::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::MatchesRegex;
+
+class PreferencesTest : public AppTest {};
+
+TEST_F(PreferencesTest, TheFirstRunMakesTheFoldersAndItsEndTheFile) {
+    Preferences::LoadPreferences();
+    for (const char* name : {"/temp", "/thumbnails"}) EXPECT_TRUE(fs::is_directory(folder + name)) << name;
+    EXPECT_FALSE(fs::exists(file));
+    EXPECT_EQ(Preferences::PreferenceFile()->AbsolutePath().ToStd(), file);
+    EXPECT_THAT(Preferences::TempFile()->AbsolutePath().ToStd(),
+                MatchesRegex(folder + "/temp/com\\.kv2tqq\\.marrowbeck\\.preferences\\.temp[0-9.e-]+\\.plist"));
+    EXPECT_TRUE(Preferences::prefs()->root->GetBoolean("autoupdate", true));
+    Preferences::SavePreferences();
+    EXPECT_THAT(saved(), HasSubstr("\t<key>autoupdate</key>\n\t<true/>\n"));
+    EXPECT_TRUE(fs::is_empty(folder + "/temp"));
+    if (Preferences::PreferenceFile()->MacType().IsEmpty()) GTEST_SKIP() << "no extended attributes here";
+    EXPECT_EQ(Preferences::PreferenceFile()->MacType(), String("TEXT"));
+    EXPECT_EQ(Preferences::PreferenceFile()->MacCreator(), String("ttxt"));
+}
+
+TEST_F(PreferencesTest, WhatADeadRunLeftIsGoneBeforeTheDocumentIsRead) {
+    remember("<key>lastfolder</key>\n<string>there</string>\n");
+    fs::create_directories(folder + "/temp/deep/deeper");
+    std::ofstream(folder + "/temp/com.kv2tqq.marrowbeck.preferences.temp1.plist") << "half";
+    Preferences::LoadPreferences();
+    EXPECT_TRUE(fs::is_empty(folder + "/temp"));
+    EXPECT_EQ(Preferences::prefs()->root->GetString("lastfolder"), String("there"));
+    const String name = Preferences::TempFile()->Name();
+    Preferences::LoadPreferences();
+    EXPECT_NE(Preferences::TempFile()->Name(), name);
+}
+
+TEST_F(PreferencesTest, ABinaryFileIsReadToo) {
+    remember("<key>lastfolder</key>\n<string>there</string>\n");
+    Shell::SetToolsFolder(MARROWBECK_TOOLS);
+    const Ref<Shell> shell = New<Shell>();
+    shell->Execute("plutil -convert binary1 " + New<FolderItem>(String(file))->ShellPath());
+    ASSERT_EQ(saved().substr(0, 6), "bplist");
+    Preferences::LoadPreferences();
+    EXPECT_EQ(Preferences::prefs()->root->GetString("lastfolder"), String("there"));
+    Preferences::prefs()->root->SetString("lastfolder", "elsewhere");
+    Preferences::SavePreferences();
+    EXPECT_EQ(saved().substr(0, 6), "bplist");
+    Preferences::LoadPreferences();
+    EXPECT_EQ(Preferences::prefs()->root->GetString("lastfolder"), String("elsewhere"));
+}
+
+TEST_F(PreferencesTest, WhatIsNoPropertyListIsPutAsideWhole) {
+    fs::create_directories(folder);
+    const std::string nested = [] {
+        std::string text = "<plist>\n<dict>\n";
+        for (int i = 0; i < 100'000; ++i) text += "<key>k</key>\n<dict>\n";
+        return text;
+    }();
+    for (const std::string& content : {std::string("no list"), std::string(), std::string("bplist00"), nested}) {
+        std::ofstream(file, std::ios::binary) << content;
+        messages.clear();
+        Preferences::LoadPreferences();
+        EXPECT_EQ(contentOf(file + " unreadable"), content);
+        EXPECT_THAT(messages, ElementsAre(HasSubstr(file + " unreadable")));
+        Preferences::prefs()->root->SetString("lastfolder", "there");
+        Preferences::SavePreferences();
+        messages.clear();
+        Preferences::LoadPreferences();
+        EXPECT_EQ(Preferences::prefs()->root->GetString("lastfolder"), String("there"));
+        EXPECT_THAT(messages, IsEmpty());
+    }
+}
+
+TEST_F(PreferencesTest, AFolderInTheFilesPlaceCostsNothingButAMessage) {
+    fs::create_directories(file + "/inside");
+    App::Current()->Event_Close();
+    EXPECT_TRUE(fs::exists(file + "/inside"));
+    Preferences::LoadPreferences();
+    EXPECT_TRUE(fs::exists(file + " unreadable/inside"));
+    EXPECT_EQ(messages.size(), 1U);
+}
+
+TEST_F(PreferencesTest, ASaveThatFailsIsToldAndLeavesTheFile) {
+    remember("<key>lastfolder</key>\n<string>there</string>\n");
+    const std::string before = saved();
+    Preferences::LoadPreferences();
+    fs::remove_all(folder + "/temp");
+    std::ofstream(folder + "/temp") << "in the way";
+    EXPECT_THROW(Preferences::SavePreferences(), FileReplaceException);
+    EXPECT_TRUE(Preferences::prefs()->error);
+    EXPECT_EQ(saved(), before);
+}
+
+}  // namespace
+}  // namespace marrowbeck::test

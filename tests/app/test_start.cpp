@@ -1,0 +1,91 @@
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QPushButton>
+#include <QTimer>
+
+#include "net/updateWindow.h"
+#include "tests/app/AppTest.h"
+#include "tests/net/ScriptedServer.h"
+
+namespace marrowbeck::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+using testing::StartsWith;
+
+class Start : public AppTest {
+  protected:
+    static std::vector<std::string> windowsOnShow() {
+        std::vector<std::string> titles;
+        for (const QWidget* widget : QApplication::topLevelWidgets()) {
+            if (widget->isVisible()) titles.push_back(widget->windowTitle().toStdString());
+        }
+        return titles;
+    }
+};
+
+TEST_F(Start, TheFirstOneLooksForANewerVersionBeforeTheWindowOpens) {
+    std::vector<std::string> meanwhile;
+    const int major = App::Current()->MajorVersion();
+    const std::string version = App::Current()->ShortVersion().ToStd();
+    const std::string feed = "standalone <CurrentVersion>" + version + "</CurrentVersion>";
+    ScriptedServer server({[&](ScriptedServer::Peer& peer) {
+        peer.ReadRequest();
+        QMetaObject::invokeMethod(
+            qApp, [&] { meanwhile = windowsOnShow(); }, Qt::BlockingQueuedConnection);
+        peer.Send("HTTP/1.0 200 OK\r\n\r\n" + feed);
+    }});
+    theSite = {server.Host(), ""};
+    App::Current()->Event_Open();
+    EXPECT_THAT(meanwhile, ElementsAre("Update"));
+    EXPECT_THAT(windowsOnShow(), ElementsAre("Marrowbeck"));
+    EXPECT_THAT(server.Requests(), ElementsAre(StartsWith("GET /photography/marrowbeck/updates/marrowbeck.xml ")));
+    EXPECT_THAT(messages, IsEmpty());
+    EXPECT_FALSE(Global<Window1>()->UpdateCheckbox->Value());
+    EXPECT_GE(major, 1);
+}
+
+TEST_F(Start, ASilentServerIsLeftByCancel) {
+    ScriptedServer server({[](ScriptedServer::Peer& peer) { peer.AwaitClose(); }});
+    theSite = {server.Host(), ""};
+    QTimer::singleShot(50, [] {
+        auto* const cancel = QApplication::activeModalWidget()->findChild<QPushButton*>();
+        ASSERT_TRUE(cancel);
+        cancel->click();
+    });
+    App::Current()->Event_Open();
+    EXPECT_THAT(windowsOnShow(), ElementsAre("Marrowbeck"));
+    EXPECT_THAT(messages, IsEmpty());
+}
+
+TEST_F(Start, WithoutANetworkTheWindowOpensBehindAMessage) {
+    theSite = {String("127.0.0.1:" + std::to_string(UnusedPort())), ""};
+    App::Current()->Event_Open();
+    EXPECT_THAT(messages, ElementsAre(StartsWith("There was a communication error with the website.")));
+    EXPECT_THAT(windowsOnShow(), ElementsAre("Marrowbeck"));
+}
+
+TEST_F(Start, NoConnectionIsMadeWhenTheCheckIsOff) {
+    ScriptedServer server({ScriptedServer::Answering("")});
+    theSite = {server.Host(), ""};
+    remember("<key>autoupdate</key>\n<false/>\n");
+    App::Current()->Event_Open();
+    EXPECT_THAT(windowsOnShow(), ElementsAre("Marrowbeck"));
+    EXPECT_THAT(server.Requests(), IsEmpty());
+    EXPECT_EQ(App::Current()->ImageDict->Count(), 6);
+    // The listener takes one more connection: ours.
+    const Ref<HTTPSocket> socket = New<HTTPSocket>();
+    socket->Get("http://" + server.Host() + "/", 5);
+    EXPECT_THAT(server.Requests(), SizeIs(1));
+}
+
+TEST_F(Start, AnEndBeforeThePreferencesAreReadWritesNone) {
+    App::Current()->Event_Close();
+    EXPECT_FALSE(std::filesystem::exists(folder));
+}
+
+}  // namespace
+}  // namespace marrowbeck::test

@@ -1,0 +1,172 @@
+#include <gmock/gmock.h>
+
+#include "app/Colors.h"
+#include "tests/app/AppTest.h"
+#include "tests/support/EventLoop.h"
+
+namespace marrowbeck::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+std::string text(const std::string& key, const std::string& value) {
+    return "<key>" + key + "</key>\n<string>" + value + "</string>\n";
+}
+
+std::string number(const std::string& key, int value) {
+    return "<key>" + key + "</key>\n<integer>" + std::to_string(value) + "</integer>\n";
+}
+
+std::string truth(const std::string& key, bool value) {
+    return "<key>" + key + "</key>\n" + (value ? "<true/>\n" : "<false/>\n");
+}
+
+std::string bounds(int left, int top, int width, int height) {
+    return "<key>Window Main</key>\n<dict>\n" + text("windowName", "Marrowbeck") + "<key>WindowPos</key>\n<dict>\n" +
+           number("left", left) + number("top", top) + number("width", width) + number("height", height) +
+           "</dict>\n</dict>\n";
+}
+
+class WindowLife : public AppTest {
+  protected:
+    ~WindowLife() override {
+        if (window) window->SizeThread1->Kill();
+    }
+
+    void start() {
+        App::Current()->Event_Open();
+        window = Global<Window1>();
+    }
+    void start(const std::string& entries) {
+        remember(entries);
+        start();
+    }
+    std::vector<bool> filter() const {
+        std::vector<bool> selected;
+        for (int i = 0; i < 4; ++i) selected.push_back(window->SegmentedControl1->Items(i)->Selected());
+        return selected;
+    }
+    void expectSaved(const std::string& entry) const {
+        // The writer indents by the depth; entries are compared line by line without that.
+        std::string plain;
+        for (const char byte : saved()) {
+            if (byte != '\t') plain += byte;
+        }
+        EXPECT_THAT(plain, HasSubstr(entry));
+    }
+
+    Ref<Window1> window;
+};
+
+TEST_F(WindowLife, BringsBackWhatWasSaved) {
+    start(bounds(31, 47, 1111, 777) + truth("Seg0", false) + truth("Seg1", true) + truth("Seg2", false) +
+          truth("Seg3", false) + text("filterlabel", "Filtered") + truth("Sub", false) + truth("autoupdate", false) +
+          number("sortcolumn", 3) + number("sortdirection", -1) +
+          text("columnwidths", "150,51,52,53,54,55,56,57,58,59,60") + text("lastfolder", "/some where"));
+    EXPECT_EQ(window->Left(), 31);
+    EXPECT_EQ(window->Top(), 47);
+    EXPECT_EQ(window->Width(), 1111);
+    EXPECT_EQ(window->Height(), 777);
+    EXPECT_EQ(window->Title(), String("Marrowbeck"));
+    EXPECT_EQ(filter(), (std::vector<bool>{false, true, false, false}));
+    EXPECT_EQ(window->filterlabel->Text(), String("Filtered"));
+    EXPECT_EQ(window->filterlabel->TextColor(), Colors::kDarkRed);
+    EXPECT_FALSE(window->Subfoldercheckbox->Value());
+    EXPECT_EQ(window->Listbox1->HeadingIndex(), 3);
+    EXPECT_EQ(window->Listbox1->ColumnSortDirection(3), -1);
+    EXPECT_EQ(window->Listbox1->ColumnWidths(), String("150,51,52,53,54,55,56,57,58,59,60"));
+    EXPECT_EQ(App::Current()->gFolder, String("/some where"));
+    EXPECT_EQ(window->Listbox1->ListCount(), 0);
+    EXPECT_EQ(window->SizeThread1->State(), Thread::NotRunning);
+}
+
+TEST_F(WindowLife, WithoutAFileTheDesignStands) {
+    Preferences::LoadPreferences();
+    Preferences::prefs()->root->SetBoolean("autoupdate", true);
+    window = Global<Window1>();
+    EXPECT_FALSE(window->UpdateCheckbox->Value());
+    EXPECT_EQ(filter(), (std::vector<bool>{false, false, false, true}));
+    EXPECT_EQ(window->filterlabel->Text(), String("Filter"));
+    EXPECT_TRUE(window->Subfoldercheckbox->Value());
+}
+
+TEST_F(WindowLife, MissingEntriesTakeTheirDefaults) {
+    start(truth("autoupdate", false));
+    // All four were selected in turn.
+    EXPECT_EQ(filter(), (std::vector<bool>{false, false, false, true}));
+    EXPECT_EQ(window->filterlabel->Text(), String(""));
+    EXPECT_EQ(window->filterlabel->TextColor(), Colors::kBlack);
+    EXPECT_TRUE(window->Subfoldercheckbox->Value());
+    EXPECT_EQ(window->Listbox1->HeadingIndex(), 0);
+    EXPECT_GE(window->Width(), 640);
+}
+
+TEST_F(WindowLife, EntriesOfTheWrongTypeHarmNothing) {
+    start(number("Seg0", 1) + text("Sub", "yes") + text("sortcolumn", "many") + truth("columnwidths", true) +
+          number("lastfolder", 7));
+    EXPECT_FALSE(window->Subfoldercheckbox->Value());
+    EXPECT_TRUE(window->Visible());
+    window->Close();
+    App::Current()->Event_Close();
+    EXPECT_THAT(messages, IsEmpty());
+    expectSaved(text("Sub", "yes"));
+}
+
+TEST_F(WindowLife, APlaceOnAScreenThatIsGoneIsKept) {
+    start(bounds(-3000, 5000, 700, 500));
+    EXPECT_EQ(window->Left(), -3000);
+    EXPECT_EQ(window->Top(), 5000);
+}
+
+TEST_F(WindowLife, TooSmallABoundIsWidened) {
+    start(bounds(10, 10, 20, 20));
+    EXPECT_EQ(window->Width(), 640);
+    EXPECT_EQ(window->Height(), 400);
+}
+
+TEST_F(WindowLife, ClosingSavesWhatIsOnShow) {
+    start("");
+    window->Left(60);
+    window->Top(70);
+    window->Width(1000);
+    window->Height(800);
+    window->Title("Marrowbeck: holidays");
+    window->SegmentedControl1->Items(Window1::kPngItem)->Selected(true);
+    window->filterlabel->Text("Filtered");
+    window->Subfoldercheckbox->Value(false);
+    window->Listbox1->ColumnWidths("101,51,52,53,54,55,56,57,58,59,60");
+    window->Listbox1->HeadingIndex(2);
+    window->Listbox1->ColumnSortDirection(2, -1);
+    App::Current()->gFolder = "a<b & c";
+    window->UpdateCheckbox->Value(true);
+    window->UpdateCheckbox_Action(*window->UpdateCheckbox);
+    window->Close();
+    expectSaved(bounds(60, 70, 1000, 800));
+    expectSaved(truth("autoupdate", true));
+    for (const char* key : {"Seg0", "Seg1", "Seg3", "Sub"}) expectSaved(truth(key, false));
+    expectSaved(truth("Seg2", true));
+    expectSaved(text("filterlabel", "Filtered"));
+    expectSaved(number("sortcolumn", 2));
+    expectSaved(number("sortdirection", -1));
+    expectSaved(text("columnwidths", "101,51,52,53,54,55,56,57,58,59,60"));
+    expectSaved(text("lastfolder", "a&lt;b & c"));
+}
+
+TEST_F(WindowLife, ClosingWhileASearchRunsSavesAndEnds) {
+    std::filesystem::create_directories(folder + "/tools");
+    std::ofstream(folder + "/tools/mdfind") << "#!/bin/sh\nsleep 100\n";
+    std::filesystem::permissions(folder + "/tools/mdfind", std::filesystem::perms::owner_all);
+    Shell::SetToolsFolder(String(folder + "/tools"));
+    start("");
+    App::Current()->Event_OpenDocument(New<FolderItem>(String(folder)));
+    ASSERT_TRUE(RunUntil([this] { return window->ProgressWheel1->Visible(); }));
+    window->Close();
+    EXPECT_EQ(window->SizeThread1->State(), Thread::NotRunning);
+    expectSaved(text("windowName", "Marrowbeck"));
+    EXPECT_THAT(saved(), Not(HasSubstr("lastfolder</key>\n\t<string></string>")));
+}
+
+}  // namespace
+}  // namespace marrowbeck::test
