@@ -59,6 +59,32 @@ Times measure(const Ref<FolderItem>& file, int entries) {
     return {load, milliseconds(runs, [&] { document->Save(); })};
 }
 
+/// What must not grow faster than the number of entries: adding to an array, walking over it, looking up nodes and
+/// keys.
+void measureTree(const Ref<FolderItem>& file, int entries) {
+    const auto document = New<plist>(file);
+    const Ref<plistDict> root = document->root;
+    root->AddArray("array");
+    const Ref<plistDict> array = root->child("array");
+    const double append = milliseconds(1, [&] {
+        for (int i = 0; i < entries; ++i) array->AppendInteger(i);
+    });
+    int walked = 0;
+    const double walk = milliseconds(1, [&] {
+        for (array->MoveFirst(); !array->eof; array->MoveNext()) walked += array->CurrentKey().IsEmpty() ? 0 : 1;
+    });
+    const double lookUp = milliseconds(1, [&] {
+        for (int i = 0; i < entries; ++i) (void)array->GetInteger(Str(i));
+    });
+    const double child = milliseconds(1, [&] {
+        for (int i = 0; i < entries; ++i) root->child("node " + Str(i));
+        for (int i = 0; i < entries; ++i) root->child("node " + Str(i));
+    });
+    const double each = 1e3 / entries;
+    std::printf("%8d entries: append %5.2f, walk %5.2f, look up %5.2f, child made and found %5.2f us an entry (%d)\n",
+                entries, append * each, walk * each, lookUp * each, child * each, walked);
+}
+
 }  // namespace
 
 int main() {
@@ -67,6 +93,7 @@ int main() {
     folder->CreateAsFolder();
     plist::StagingFile(folder->Child("staging"));
     const Ref<FolderItem> file = folder->Child("document.plist");
+    for (const int entries : {10'000, 100'000, 1'000'000}) measureTree(folder->Child("none.plist"), entries);
     for (const int entries : {10'000, 100'000, 1'000'000, 250'000}) {
         const Times times = measure(file, entries);
         std::printf("%8d entries, %5.1f MB: load %7.1f ms, save %7.1f ms; %5.2f and %5.2f us an entry\n", entries,

@@ -14,9 +14,9 @@ namespace {
 
 constexpr int kNarrowest = 24;
 constexpr int kWidest = 5000;
-/// What a heading has on both sides of its text by default, together; the arrow of the sort column is not thought of.
-constexpr int kHeadingMargins = 12;
-constexpr int kNarrowestDefault = 56;
+/// What a heading has on both sides of its text by default, together; the arrow of the sort column stands in one.
+constexpr int kHeadingMargins = 13;
+constexpr int kNarrowestDefault = 52;
 /// Bounds of the first column's default width: a name of usual length is to be read, and the other columns seen.
 constexpr int kNarrowestFirst = 110;
 constexpr int kWidestFirst = 240;

@@ -39,4 +39,37 @@ void WindowStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
     painter->restore();
 }
 
+void WindowStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+    const auto* const header = qstyleoption_cast<const QStyleOptionHeader*>(option);
+    if (element != CE_Header || !header || header->sortIndicator == QStyleOptionHeader::None) {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        return;
+    }
+    QStyleOptionHeader plain = *header;
+    plain.sortIndicator = QStyleOptionHeader::None;
+    // The style leaves the painter clipped.
+    painter->save();
+    QProxyStyle::drawControl(CE_Header, &plain, painter, widget);
+    painter->restore();
+    constexpr qreal kHalfWidth = 3.5;
+    constexpr qreal kHeight = 4;
+    const qreal up = header->sortIndicator == QStyleOptionHeader::SortDown ? -1 : 1;
+    const QPointF middle(header->rect.right() - kHalfWidth - 0.5, header->rect.center().y() + 0.5);
+    const QPointF base = middle + QPointF(0, up * kHeight / 2);
+    const QPointF tip = middle - QPointF(0, up * kHeight / 2);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(header->palette.color(QPalette::ButtonText));
+    painter->drawPolygon(QPolygonF{base - QPointF(kHalfWidth, 0), tip, base + QPointF(kHalfWidth, 0)});
+    painter->restore();
+}
+
+int WindowStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                           QStyleHintReturn* data) const {
+    if (hint == SH_Header_ArrowAlignment) return Qt::AlignTop | Qt::AlignHCenter;
+    return QProxyStyle::styleHint(hint, option, widget, data);
+}
+
 }  // namespace framework::native

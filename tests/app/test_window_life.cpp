@@ -1,6 +1,10 @@
 #include <gmock/gmock.h>
 
+#include <QApplication>
+#include <QMessageBox>
+
 #include "app/Colors.h"
+#include "framework/ui/AlertBox.h"
 #include "tests/app/AppTest.h"
 #include "tests/support/EventLoop.h"
 
@@ -9,7 +13,6 @@ namespace {
 
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Not;
 
 std::string text(const std::string& key, const std::string& value) {
     return "<key>" + key + "</key>\n<string>" + value + "</string>\n";
@@ -42,6 +45,14 @@ class WindowLife : public AppTest {
     void start(const std::string& entries) {
         remember(entries);
         start();
+    }
+    /// Begins a search in which mdfind is this script.
+    void searchWith(const std::string& script) const {
+        std::filesystem::create_directories(folder + "/tools");
+        std::ofstream(folder + "/tools/mdfind") << "#!/bin/sh\n" + script + "\n";
+        std::filesystem::permissions(folder + "/tools/mdfind", std::filesystem::perms::owner_all);
+        Shell::SetToolsFolder(String(folder + "/tools"));
+        App::Current()->Event_OpenDocument(New<FolderItem>(String(folder)));
     }
     std::vector<bool> filter() const {
         std::vector<bool> selected;
@@ -155,17 +166,24 @@ TEST_F(WindowLife, ClosingSavesWhatIsOnShow) {
 }
 
 TEST_F(WindowLife, ClosingWhileASearchRunsSavesAndEnds) {
-    std::filesystem::create_directories(folder + "/tools");
-    std::ofstream(folder + "/tools/mdfind") << "#!/bin/sh\nsleep 100\n";
-    std::filesystem::permissions(folder + "/tools/mdfind", std::filesystem::perms::owner_all);
-    Shell::SetToolsFolder(String(folder + "/tools"));
     start("");
-    App::Current()->Event_OpenDocument(New<FolderItem>(String(folder)));
+    searchWith("sleep 100");
     ASSERT_TRUE(RunUntil([this] { return window->ProgressWheel1->Visible(); }));
     window->Close();
     EXPECT_EQ(window->SizeThread1->State(), Thread::NotRunning);
     expectSaved(text("windowName", "Marrowbeck"));
-    EXPECT_THAT(saved(), Not(HasSubstr("lastfolder</key>\n\t<string></string>")));
+    expectSaved(text("lastfolder", App::Current()->gFolder.ToStd()));
+}
+
+TEST_F(WindowLife, ClosingWhileAMessageOfTheSearchIsOpenSavesAndEnds) {
+    start("");
+    framework::internal::SetAlertPresenter(framework::internal::PresentAlert);
+    searchWith("exit 3");
+    ASSERT_TRUE(RunUntil([] { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()); }));
+    window->Close();
+    EXPECT_EQ(window->SizeThread1->State(), Thread::NotRunning);
+    EXPECT_FALSE(QApplication::activeModalWidget());
+    expectSaved(text("lastfolder", App::Current()->gFolder.ToStd()));
 }
 
 }  // namespace
