@@ -29,9 +29,7 @@ EmbeddedPreview previewOf(const Exiv2::Image& image, int side) {
     const Exiv2::PreviewProperties& chosen = enough == list.end() ? list.back() : *enough;
     const Exiv2::PreviewImage found = manager.getPreviewImage(chosen);
     if (found.pData() == nullptr) return {};
-    return {{reinterpret_cast<const char*>(found.pData()), found.size()},
-            longer(chosen.width_, chosen.height_),
-            guarded([&image] { return orientationOf(image); })};
+    return {{reinterpret_cast<const char*>(found.pData()), found.size()}, longer(chosen.width_, chosen.height_)};
 }
 
 }  // namespace
@@ -41,6 +39,7 @@ EmbeddedPictures embeddedPictures(const std::string& absolutePath, int side) {
     if (!image) return {};
     EmbeddedPictures pictures;
     pictures.longerSide = guarded([&] { return std::max({image->pixelWidth(), image->pixelHeight(), 0}); });
+    pictures.orientation = std::max(guarded([&] { return orientationOf(*image); }), 1);
     pictures.preview = guarded([&] { return previewOf(*image, side); });
     return pictures;
 }

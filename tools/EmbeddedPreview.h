@@ -8,12 +8,12 @@ namespace marrowbeck::tools {
 struct EmbeddedPreview {
     std::string content;  ///< a picture file of its own; empty where there is none
     int longerSide = 0;   ///< of the preview, in pixels
-    int orientation = 1;  ///< of the real picture, as in Exif
 };
 
 /// What the metadata of a file says of its picture and of smaller ones.
 struct EmbeddedPictures {
-    int longerSide = 0;  ///< of the real picture, in pixels; 0 when unknown
+    int longerSide = 0;   ///< of the real picture, in pixels; 0 when unknown
+    int orientation = 1;  ///< of the real picture and of the smaller ones, as in Exif
     EmbeddedPreview preview;
 };
 

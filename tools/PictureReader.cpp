@@ -31,12 +31,11 @@ QSize fitted(QSize size, int side) {
     return {scaled(size.width()), scaled(size.height())};
 }
 
-/// Whether the decoder keeps no more than the scaled picture, and scales it well.
+/// Whether the decoder keeps no more than the scaled picture, and scales it well. Where there is
+/// an alpha channel Qt's does not: the colours of transparent pixels run into their neighbours.
 bool scalesWhileReading(const QImageReader& reader, QSize size) {
     if (reader.format() == "jpeg") return true;
-    if (reader.format() != "png" || pixelsOf(size) < manyPixels) return false;
-    const QImage::Format format = reader.imageFormat();
-    return format == QImage::Format_RGB32 || format == QImage::Format_ARGB32;
+    return reader.format() == "png" && pixelsOf(size) >= manyPixels && reader.imageFormat() == QImage::Format_RGB32;
 }
 
 QImage shrunk(QImage image, QSize size) {
@@ -131,7 +130,16 @@ QImage readPicture(QIODevice& device, const char* decoder, int longestSide, int 
     return turned(image, own != QImageIOHandler::TransformationNone ? own : transformationOf(orientation));
 }
 
+bool isLaidOutWhole(QIODevice& device, const char* decoder) {
+    device.seek(0);
+    QImageReader reader(&device, decoder);
+    reader.setAutoDetectImageFormat(false);
+    const QSize size = reader.size();
+    return pixelsOf(size) >= manyPixels && !scalesWhileReading(reader, size);
+}
+
 int longerSideOf(QIODevice& device, const char* decoder) {
+    device.seek(0);
     QImageReader reader(&device, decoder);
     reader.setAutoDetectImageFormat(false);
     const QSize size = reader.size();

@@ -25,6 +25,10 @@ const char* decoderFor(std::string_view head);
 /// be decoded or would take too much memory. May be called on any one thread at a time.
 QImage readPicture(QIODevice& device, const char* decoder, int longestSide, int orientation = 1);
 
+/// Whether the picture is so large that `readPicture` needs hundreds of megabytes for
+/// it, as its decoder cannot scale while reading. Reads the header alone.
+bool isLaidOutWhole(QIODevice& device, const char* decoder);
+
 /// Pixels on the longer side, as the header says; 0 when it does not make sense.
 int longerSideOf(QIODevice& device, const char* decoder);
 

@@ -52,10 +52,14 @@ bool ReplacementFile::fail() {
     return false;
 }
 
-bool ReplacementFile::replaceWith(std::string_view content) {
+bool ReplacementFile::replaceWith(std::string_view content, Sync sync) {
     if (descriptor_ < 0) return false;
     struct stat old {};
     if (::stat(target_.c_str(), &old) == 0) {
+        if (!S_ISREG(old.st_mode)) {
+            error_ = S_ISDIR(old.st_mode) ? std::generic_category().message(EISDIR) : "Not a regular file";
+            return false;
+        }
         const bool given = ::fchown(descriptor_, old.st_uid, old.st_gid) == 0;
         // What is another person's is not opened to the group that happens to be ours.
         if (::fchmod(descriptor_, old.st_mode & (given ? 07777 : 0700)) != 0) return fail();
@@ -66,11 +70,11 @@ bool ReplacementFile::replaceWith(std::string_view content) {
         if (written < 0) return fail();
         content.remove_prefix(static_cast<size_t>(written));
     }
-    if (::fsync(descriptor_) != 0) return fail();
+    if (sync == Sync::yes && ::fsync(descriptor_) != 0) return fail();
     if (::rename(path_.c_str(), target_.c_str()) != 0) return fail();
     ::close(descriptor_);
     descriptor_ = -1;
-    syncFolder(target_);
+    if (sync == Sync::yes) syncFolder(target_);
     return true;
 }
 

@@ -15,9 +15,14 @@ class ReplacementFile {
     ReplacementFile(const ReplacementFile&) = delete;
     ReplacementFile& operator=(const ReplacementFile&) = delete;
 
+    /// Whether the content reaches the disk before it takes its place, so that not
+    /// even a machine that stops loses both the old and the new.
+    enum class Sync { no, yes };
+
     /// Writes the whole content and renames, with mode and, where allowed, owner
-    /// of the file replaced. False, with `error()`, leaves that one as it was.
-    bool replaceWith(std::string_view content);
+    /// of the file replaced. What is no regular file is not replaced.
+    /// False, with `error()`, leaves what was there as it was.
+    bool replaceWith(std::string_view content, Sync sync = Sync::yes);
     const std::string& error() const { return error_; }
 
   private:

@@ -22,11 +22,18 @@ constexpr std::chrono::seconds patience{20};
 /// More than a PNG of the largest side ever takes.
 constexpr size_t mostBytes = 128U << 20;
 
+/// Of a Photoshop file that is gray or CMYK, libvips mistakes one plane for another.
+bool isMistaken(const std::string& head) {
+    constexpr size_t colourMode = 25;
+    constexpr char rgb = 3;
+    return head.starts_with("8BPS") && (head.size() <= colourMode || head[colourMode] != rgb);
+}
+
 /// Starts the program on `source`, with its answer going to `answer`. 0 when it cannot be started.
 pid_t start(int source, int answer, int side) {
     // Under these names nothing in the path of the file is taken for an option of a loader.
-    std::string words[] = {"vipsthumbnail", "/proc/self/fd/0", "--size", "", "-o", ".png"};
-    words[3] = std::to_string(side) + "x" + std::to_string(side) + ">";
+    std::string words[] = {"vipsthumbnail", "/proc/self/fd/0", "--no-rotate", "--size", "", "-o", ".png"};
+    words[4] = std::to_string(side) + "x" + std::to_string(side) + ">";
     char* arguments[std::size(words) + 1] = {};
     for (size_t i = 0; i < std::size(words); ++i) arguments[i] = words[i].data();
 
@@ -63,6 +70,7 @@ std::string drain(int pipe) {
 
 std::string vipsThumbnail(const InputFile& file, int side) {
     int pipe[2];
+    if (isMistaken(file.head(32))) return {};
     if (::pipe2(pipe, O_CLOEXEC) != 0) return {};
     const pid_t process = start(file.descriptor(), pipe[1], side);
     ::close(pipe[1]);

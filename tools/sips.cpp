@@ -1,27 +1,19 @@
 #include "tools/sips.h"
 
-#include <QBuffer>
-#include <QFile>
-#include <QImageWriter>
 #include <algorithm>
 #include <charconv>
 #include <optional>
 
-#include "tools/EmbeddedPreview.h"
 #include "tools/InputFile.h"
-#include "tools/LostPages.h"
-#include "tools/PictureReader.h"
 #include "tools/ReplacementFile.h"
-#include "tools/VipsThumbnail.h"
+#include "tools/sipsPicture.h"
+#include "tools/sipsPng.h"
 
 namespace marrowbeck::tools {
 
 namespace {
 
 constexpr const char* usage = "Usage: sips -s format png [-Z PIXELS] FILE --out FILE\n";
-
-/// Pixels on the longer side of a thumbnail in Exif: good enough only where there is nothing better.
-constexpr int exifThumbnailSide = 160;
 
 struct Request {
     std::string source;
@@ -66,42 +58,6 @@ std::optional<Request> parse(const Arguments& arguments) {
     return request;
 }
 
-QImage readBytes(const std::string& content, int side, int orientation = 1) {
-    QByteArray bytes = QByteArray::fromRawData(content.data(), static_cast<qsizetype>(content.size()));
-    QBuffer device(&bytes);
-    const char* const decoder = decoderFor(content);
-    if (decoder == nullptr || !device.open(QIODevice::ReadOnly)) return {};
-    return readPicture(device, decoder, side, orientation);
-}
-
-/// The picture by whatever means there is, from the best to the least.
-QImage read(const InputFile& file, int side) {
-    const LostPagesReadAsZeros guard;
-    QFile device;
-    const char* const decoder = decoderFor(file.head(decoderHeadBytes));
-    const bool tiff = decoder != nullptr && std::string_view(decoder) == "tiff";
-    const bool opened = decoder != nullptr && device.open(file.descriptor(), QIODevice::ReadOnly);
-    if (opened && !tiff) {
-        QImage image = readPicture(device, decoder, side);
-        if (!image.isNull()) return image;
-    }
-
-    const EmbeddedPictures embedded = embeddedPictures(file.plainPath(), side);
-    const EmbeddedPreview& preview = embedded.preview;
-    // The first page of a raw file is a thumbnail, and the picture proper no ordinary TIFF.
-    if (opened && tiff && longerSideOf(device, decoder) >= embedded.longerSide) {
-        device.seek(0);
-        QImage image = readPicture(device, decoder, side);
-        if (!image.isNull()) return image;
-    }
-    QImage image;
-    const auto readPreview = [&] { return readBytes(preview.content, side, preview.orientation); };
-    if (preview.longerSide > exifThumbnailSide) image = readPreview();
-    if (image.isNull()) image = readBytes(vipsThumbnail(file, side), side);
-    if (image.isNull()) image = readPreview();
-    return image;
-}
-
 }  // namespace
 
 ToolResult sips(const Arguments& arguments) {
@@ -112,16 +68,13 @@ ToolResult sips(const Arguments& arguments) {
     };
     const InputFile file(request->source);
     if (!file.isOpen()) return failure(file.path(), file.error());
-    const QImage image = read(file, request->side);
+    const QImage image = sipsPicture(file, request->side);
     if (image.isNull()) return failure(file.path(), "Cannot be read as a picture");
-
-    QByteArray png;
-    QBuffer buffer(&png);
-    if (!buffer.open(QIODevice::WriteOnly) || !QImageWriter(&buffer, "png").write(image))
-        return failure(file.path(), "Cannot be written as PNG");
+    const std::string png = sipsPng(image);
+    if (png.empty()) return failure(file.path(), "Cannot be written as PNG");
     ReplacementFile replacement(request->target);
-    if (!replacement.replaceWith({png.constData(), static_cast<size_t>(png.size())}))
-        return failure(request->target, replacement.error());
+    // Should the machine stop now, the preview is made again.
+    if (!replacement.replaceWith(png, ReplacementFile::Sync::no)) return failure(request->target, replacement.error());
     return {};
 }
 

@@ -24,6 +24,7 @@ int Timer::Mode() const {
 }
 
 void Timer::Mode(int mode) {
+    if (mode == mode_) return;
     mode_ = mode;
     if (mode == ModeOff) {
         clock_->stop();
@@ -38,7 +39,9 @@ int Timer::Period() const {
 }
 
 void Timer::Period(int milliseconds) {
-    period_ = std::max(1, milliseconds);
+    const int period = std::max(1, milliseconds);
+    if (period == period_) return;
+    period_ = period;
     if (mode_ != ModeOff) clock_->start(period_);
 }
 

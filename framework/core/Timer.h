@@ -17,12 +17,13 @@ class Timer : public Object {
 
     Event<void(Timer& sender)> OnAction;
 
-    /// Off, once, or repeatedly. Setting it to anything but off starts the period anew; after a single firing it is
-    /// off.
+    /// Off, once, or repeatedly. Setting it to anything but off starts the period; where it is that already the period
+    /// goes on, so that a timer armed again and again fires all the same. After a single firing it is off.
     int Mode() const;
     void Mode(int mode);
 
-    /// The time until it fires, in milliseconds, at least 1. A waiting timer starts its period anew.
+    /// The time until it fires, in milliseconds, at least 1. A waiting timer starts a new period that differs from its
+    /// old one at once.
     int Period() const;
     void Period(int milliseconds);
 

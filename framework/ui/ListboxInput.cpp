@@ -146,8 +146,10 @@ void ListboxView::keyPressEvent(QKeyEvent* event) {
 
 // Home and End mean the first and the last row, not the first and last cell of a row.
 QModelIndex ListboxView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
-    if (action == MoveHome || action == MoveEnd) modifiers |= Qt::ControlModifier;
-    return QTableView::moveCursor(action, modifiers);
+    if (action != MoveHome && action != MoveEnd) return QTableView::moveCursor(action, modifiers);
+    // The toolkit would go to the first or last column as well, and scroll there.
+    const QModelIndex end = QTableView::moveCursor(action, modifiers | Qt::ControlModifier);
+    return end.siblingAtColumn(std::max(currentIndex().column(), 0));
 }
 
 // The toolkit's own search makes a value of every cell that it looks at.

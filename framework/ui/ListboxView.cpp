@@ -317,13 +317,6 @@ void ListboxView::updateScrollBars() {
     setVerticalScrollBarPolicy(policy(Qt::Vertical));
 }
 
-/// Rows are what is scrolled to. The columns stand still, all the more where no scroll bar shows that they moved.
-void ListboxView::scrollTo(const QModelIndex& index, ScrollHint hint) {
-    const int x = horizontalScrollBar()->value();
-    QTableView::scrollTo(index, hint);
-    horizontalScrollBar()->setValue(x);
-}
-
 void ListboxView::DragsOut(bool drags) {
     dragsOut_ = drags;
     updateDragging();

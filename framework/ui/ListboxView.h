@@ -76,7 +76,6 @@ class ListboxView : public QTableView {
     void PaintGridLines(QPainter& painter, const QRect& cell);
 
     void keyboardSearch(const QString& text) override;
-    void scrollTo(const QModelIndex& index, ScrollHint hint) override;
 
   protected:
     void mousePressEvent(QMouseEvent* event) override;

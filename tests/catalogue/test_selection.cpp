@@ -74,6 +74,17 @@ TEST_F(Selection, TheFirstRowIsShownByItself) {
     EXPECT_TRUE(entry->Name().ToStd().ends_with("a picture.jpg"));
 }
 
+TEST_F(Selection, TheFirstRowIsShownWhileRowsKeepComing) {
+    for (int i = 10; i < 40; ++i) addImage(std::to_string(i) + ".jpg");
+    replaceTool("mdls", "for last; do :; done\nsleep 0.02\nexec cat \"$last.image\"\n");
+    App::Current()->Event_OpenDocument(New<FolderItem>(String(pictures)));
+    ASSERT_TRUE(RunUntil([this] { return window->pic != Nil; }));
+    EXPECT_NE(window->SizeThread1->State(), Thread::NotRunning);
+    EXPECT_LT(window->Listbox1->ListCount(), 30);
+    runToEnd();
+    EXPECT_EQ(window->Listbox1->ListCount(), 30);
+}
+
 TEST_F(Selection, OnlyTheRowAtWhichTheKeysComeToRestGetsAPreview) {
     for (const char* name : {"a.jpg", "b.jpg", "c.jpg", "d.jpg"}) addImage(name);
     search();
@@ -155,6 +166,58 @@ TEST_F(Selection, APreviewThatCannotBeMadeLeavesTheCanvasEmptyAndIsTriedAgain) {
     rest();
     EXPECT_EQ(previews().size(), 1U);
     EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(Selection, AFileThatChangesOrGoesKeepsItsPreviewUntilAReload) {
+    const std::string shown = addImage("a.jpg");
+    const std::string other = addImage("b.jpg");
+    search();
+    rest();
+    std::filesystem::remove(shown);
+    std::filesystem::remove(other);
+    key(Qt::Key_Down);
+    rest();
+    key(Qt::Key_Up);
+    rest();
+    EXPECT_TRUE(window->pic);
+    EXPECT_NE(window->DataLabel->Text().ToStd().find("Name: a.jpg"), std::string::npos);
+    window->OpenPhoto("");
+    window->ShowFile("");
+    window->MyToolbar_Action(*window->MyToolbar, window->MyToolbar->RefreshTB);
+    runToEnd();
+    EXPECT_TRUE(names().empty());
+    EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(Selection, WithoutACacheThereAreRowsAndPanelsButNoPreview) {
+    addImage("a.jpg");
+    const std::string cache = Preferences::ThumbnailsFolder()->AbsolutePath().ToStd();
+    std::filesystem::remove_all(cache);
+    std::ofstream(cache) << "in the way";
+    search();
+    rest();
+    EXPECT_FALSE(window->pic);
+    EXPECT_NE(window->DataLabel->Text().ToStd().find("Name: a.jpg"), std::string::npos);
+    EXPECT_TRUE(messages.empty());
+    std::filesystem::remove(cache);
+    window->PreviewTimer_Action(*window->PreviewTimer);
+    rest();
+    EXPECT_TRUE(window->pic);
+}
+
+TEST_F(Selection, AToolThatHangsHoldsUpPreviewsAlone) {
+    for (const char* name : {"a.jpg", "b.jpg"}) addImage(name);
+    replaceTool("sips", "sleep 100\n");
+    search();
+    ASSERT_TRUE(RunUntil([this] { return window->PicturescaleThread1->State() != Thread::NotRunning; }));
+    key(Qt::Key_Down);
+    ASSERT_TRUE(
+        RunUntil([this] { return window->DataLabel->Text().ToStd().find("Name: b.jpg") != std::string::npos; }));
+    window->MyToolbar_Action(*window->MyToolbar, window->MyToolbar->RefreshTB);
+    runToEnd();
+    EXPECT_EQ(names().size(), 2U);
+    window->PicturescaleThread1->Kill();
+    EXPECT_EQ(window->PicturescaleThread1->State(), Thread::NotRunning);
 }
 
 TEST_F(Selection, ThumbnailsAreNamedBySourceAndNeverEnlarged) {

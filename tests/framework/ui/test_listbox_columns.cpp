@@ -143,6 +143,10 @@ TEST_F(ListboxColumnsTest, ColumnsBeyondTheEdgeAreReachedByKeyWithoutAScrollBar)
     Press(Qt::Key_Right);
     EXPECT_LE(View().columnViewportPosition(2), Room() - 300);
     EXPECT_EQ(Selection(), "a");
+    const int first = View().columnViewportPosition(0);
+    Press(Qt::Key_Home);
+    Press(Qt::Key_End);
+    EXPECT_EQ(View().columnViewportPosition(0), first);
 }
 
 }  // namespace
