@@ -3,6 +3,14 @@
 #include <utility>
 
 namespace marrowbeck {
+namespace {
+
+/// In bytes. A feed or the page of a short link is a thousand times smaller; what is larger is neither.
+constexpr int kLargestPage = 16 * 1024 * 1024;
+
+constexpr const char* kContentProblem = "There was a problem with the website content. Please try again later.";
+
+}  // namespace
 
 updateWindow::updateWindow(UpdateSite site) : site_(std::move(site)) {}
 
@@ -70,7 +78,7 @@ void updateWindow::hp_PageReceived(HTTPSocket& sender, const String& url, const 
         return;
     }
     if (InStr(content, "standalone") == 0) {
-        fail("There was a problem with the website content. Please try again later.");
+        fail(kContentProblem);
         return;
     }
     const String version = returnValue(content, "CurrentVersion");
@@ -107,6 +115,12 @@ void updateWindow::hp_Error(int code) {
 }
 
 void updateWindow::hp_ReceiveProgress(int bytesReceived, int totalBytes) {
+    if (!isFetchingFile_ && bytesReceived > kLargestPage) {
+        const Ref<updateWindow> keep(this);
+        hp->Close();
+        fail(kContentProblem);
+        return;
+    }
     const int kb = bytesReceived / 1024;
     StaticText1->Text("Downloading: " + Format(kb, "###,###") + "KB downloaded...");
     ProgressBar1->Visible(true);
@@ -174,6 +188,7 @@ void updateWindow::download(const String& url) {
         isDownloadingFile = true;
         hp->Get(url);
     } else {
+        isFetchingFile_ = true;
         hp->Get(url, SpecialFolder::Desktop()->Child(getFilename(url)));
     }
 }

@@ -53,6 +53,8 @@ class updateWindow : public Window {
     static String extractURL(const String& page);
 
     UpdateSite site_;
+    /// What comes goes to the Desktop, and may be of any size; a page is kept in memory.
+    bool isFetchingFile_ = false;
 };
 
 }  // namespace marrowbeck

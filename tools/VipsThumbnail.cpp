@@ -6,9 +6,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstdint>
+#include <utility>
+
+#include "tools/header/ImageHeader.h"
 
 namespace marrowbeck::tools {
 
@@ -23,17 +28,28 @@ constexpr std::chrono::seconds patience{20};
 constexpr size_t mostBytes = 128U << 20;
 
 /// Of a Photoshop file that is gray or CMYK, libvips mistakes one plane for another.
-bool isMistaken(const std::string& head) {
+bool isMistaken(const InputFile& file) {
     constexpr size_t colourMode = 25;
     constexpr char rgb = 3;
-    return head.starts_with("8BPS") && (head.size() <= colourMode || head[colourMode] != rgb);
+    const std::string head = file.head(colourMode + 1);
+    return head.starts_with("8BPS") && head.back() != rgb;
+}
+
+/// The square to fit the picture into. The program has a sign for "never enlarge", but takes it for the smallest of
+/// a file's pictures: what has small copies of itself inside, as large TIFF and most JPEG 2000 files do, comes too
+/// small.
+std::string boxFor(const InputFile& file, int side) {
+    ByteSource source(file.descriptor());
+    const ImageHeader header = readImageHeader(source);
+    const std::uint32_t longer = std::max(header.width, header.height);
+    const std::string length = std::to_string(longer == 0 ? side : std::min<std::int64_t>(longer, side));
+    return length + "x" + length + (longer == 0 ? ">" : "");
 }
 
 /// Starts the program on `source`, with its answer going to `answer`. 0 when it cannot be started.
-pid_t start(int source, int answer, int side) {
+pid_t start(int source, int answer, std::string box) {
     // Under these names nothing in the path of the file is taken for an option of a loader.
-    std::string words[] = {"vipsthumbnail", "/proc/self/fd/0", "--no-rotate", "--size", "", "-o", ".png"};
-    words[4] = std::to_string(side) + "x" + std::to_string(side) + ">";
+    std::string words[] = {"vipsthumbnail", "/proc/self/fd/0", "--no-rotate", "--size", std::move(box), "-o", ".png"};
     char* arguments[std::size(words) + 1] = {};
     for (size_t i = 0; i < std::size(words); ++i) arguments[i] = words[i].data();
 
@@ -70,9 +86,8 @@ std::string drain(int pipe) {
 
 std::string vipsThumbnail(const InputFile& file, int side) {
     int pipe[2];
-    if (isMistaken(file.head(32))) return {};
-    if (::pipe2(pipe, O_CLOEXEC) != 0) return {};
-    const pid_t process = start(file.descriptor(), pipe[1], side);
+    if (isMistaken(file) || ::pipe2(pipe, O_CLOEXEC) != 0) return {};
+    const pid_t process = start(file.descriptor(), pipe[1], boxFor(file, side));
     ::close(pipe[1]);
     std::string picture = process == 0 ? std::string() : drain(pipe[0]);
     ::close(pipe[0]);

@@ -39,7 +39,7 @@ class Source {
         if (decoder_ == "jpeg") image = decoded();  // its decoder turns it by itself
         if (!image.isNull()) return image;
         embedded_ = embeddedPictures(file_.plainPath(), side_);
-        if (!decoder_.empty() && decoder_ != "jpeg" && !isRaw()) image = decoded();
+        if (!decoder_.isEmpty() && decoder_ != "jpeg" && !isRaw()) image = decoded();
         if (image.isNull() && embedded_.preview.longerSide > exifThumbnailSide) image = preview();
         if (image.isNull()) image = byVips();
         if (image.isNull()) image = preview();
@@ -62,7 +62,7 @@ class Source {
         vipsWasTried_ = true;
         // Loaders of other formats turn the picture themselves, as their format says.
         const bool jpeg2000 = head_.compare(0, 8, std::string_view("\0\0\0\x0cjP  ", 8)) == 0;
-        const bool asExifSays = !decoder_.empty() || jpeg2000 || head_.starts_with("8BPS");
+        const bool asExifSays = !decoder_.isEmpty() || jpeg2000 || head_.starts_with("8BPS");
         return readBytes(vipsThumbnail(file_, side_), side_, asExifSays ? embedded_.orientation : 1);
     }
 

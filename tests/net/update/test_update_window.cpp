@@ -134,6 +134,17 @@ TEST_F(UpdateWindow, SaysWhatWentWrong) {
         EXPECT_TRUE(Show(server));
         EXPECT_THAT(person.Read, ElementsAre(noFeed));
     }
+    {
+        const ScriptedServer server({[](ScriptedServer::Peer& peer) {
+            peer.ReadRequest();
+            peer.Send("HTTP/1.0 200 OK\r\n\r\nstandalone");
+            for (int i = 0; i < 64; ++i) peer.Send(std::string(1024 * 1024, 'x'));
+            peer.AwaitClose();
+        }});
+        Person person({"OK"});
+        EXPECT_TRUE(Show(server));
+        EXPECT_THAT(person.Read, ElementsAre(noFeed));
+    }
     Person person({"OK"});
     EXPECT_TRUE(Show({String("127.0.0.1:" + std::to_string(UnusedPort())), ""}));
     EXPECT_THAT(person.Read, ElementsAre("There was a communication error with the website. Please try again later. "
