@@ -197,7 +197,7 @@ String updateWindow::getFilename(const String& url) {
     return NthField(url, "/", CountFields(url, "/"));
 }
 
-/// The target that the page of a short link names: what stands between the quotes behind the first "href=".
+/// What stands between the quotes behind the first "href=".
 String updateWindow::extractURL(const String& page) {
     const int attribute = InStr(page, "href=");
     const int start = attribute + 6;

@@ -34,6 +34,11 @@ class updateWindow : public Window {
     /// Whatever closes the window ends the check as well, so that nothing comes of it later.
     void Event_Close() override;
 
+    /// The value that stands in `content` between the tags of that name; empty when there is none.
+    static String returnValue(const String& content, const String& tag);
+    /// The target that the page of a short link names.
+    static String extractURL(const String& page);
+
   private:
     void hp_PageReceived(HTTPSocket& sender, const String& url, const String& content);
     void hp_Error(int code);
@@ -47,10 +52,8 @@ class updateWindow : public Window {
     static String startTag(const String& name);
     static String endTag(const String& name);
     void askUpgrade(const String& version, const String& description, const String& url, bool isFree);
-    static String returnValue(const String& content, const String& tag);
     void download(const String& url);
     static String getFilename(const String& url);
-    static String extractURL(const String& page);
 
     UpdateSite site_;
     /// What comes goes to the Desktop, and may be of any size; a page is kept in memory.
