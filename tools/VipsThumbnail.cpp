@@ -35,9 +35,8 @@ bool isMistaken(const InputFile& file) {
     return head.starts_with("8BPS") && head.back() != rgb;
 }
 
-/// The square to fit the picture into. The program has a sign for "never enlarge", but takes it for the smallest of
-/// a file's pictures: what has small copies of itself inside, as large TIFF and most JPEG 2000 files do, comes too
-/// small.
+/// The square to fit the picture into. The program has a sign for "never enlarge", but holds it against the
+/// smallest picture of a file: large TIFF and most JPEG 2000 files, which have small copies inside, come too small.
 std::string boxFor(const InputFile& file, int side) {
     ByteSource source(file.descriptor());
     const ImageHeader header = readImageHeader(source);

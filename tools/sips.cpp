@@ -54,7 +54,7 @@ std::optional<Request> parse(const Arguments& arguments) {
             return std::nullopt;
         }
     }
-    if (!request.png || request.source.empty() || request.target.empty()) return std::nullopt;
+    if (!request.png || marked || request.source.empty() || request.target.empty()) return std::nullopt;
     return request;
 }
 

@@ -8,8 +8,8 @@ namespace {
 /// The largest picture that a decoder may lay out whole, and half as much again to work on it.
 constexpr unsigned long long mostMemory = 1536ULL << 20;
 
-/// Several times what the largest picture that can be read takes.
-constexpr unsigned mostProcessorSeconds = 60;
+/// Three times what the largest picture takes that can be read. Someone is waiting for it.
+constexpr unsigned mostProcessorSeconds = 30;
 
 }  // namespace
 

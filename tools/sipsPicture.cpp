@@ -50,7 +50,7 @@ class Source {
     /// The first page of a raw file is a thumbnail, and the picture proper no ordinary TIFF.
     bool isRaw() { return decoder_ == "tiff" && longerSideOf(device_, "tiff") < embedded_.longerSide; }
 
-    /// What of a large picture is on its way through memory at a time is less there than here.
+    /// Of a large picture vipsthumbnail holds a few lines at a time, where Qt holds the whole.
     QImage decoded() {
         QImage image = large_ ? byVips() : QImage();
         if (!image.isNull() || !device_.seek(0)) return image;

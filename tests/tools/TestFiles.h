@@ -18,6 +18,11 @@ inline std::string readFile(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+/// How much a folder holds, hidden files too.
+inline size_t entriesIn(const std::string& folder) {
+    return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
+}
+
 /// A folder that is removed with all it holds.
 class TemporaryFolder {
   public:

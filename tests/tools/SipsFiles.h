@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QImage>
+#include <cstdlib>
+#include <string>
+
+#include "tests/tools/TestFiles.h"
+#include "tools/sips.h"
+
+namespace marrowbeck::tools {
+
+/// What `sips` makes of a file, with a limit on the longer side or none; null where it fails.
+inline QImage preview(const std::string& path, int side = 0) {
+    const TemporaryFolder folder;
+    const std::string target = folder.path() + "/preview";
+    Arguments arguments = {"-s", "format", "png"};
+    if (side > 0) arguments.insert(arguments.end(), {"-Z", std::to_string(side)});
+    arguments.insert(arguments.end(), {"--", path, "--out", target});
+    if (sips(arguments).status != exitSuccess) return {};
+    return QImage(QString::fromStdString(target), "png").convertToFormat(QImage::Format_ARGB32);
+}
+
+/// Whether the program is there that reads what Qt's decoders do not.
+inline bool hasVipsThumbnail() {
+    return std::system("command -v vipsthumbnail >/dev/null") == 0;
+}
+
+/// While it lives, no other program is found.
+class NoPrograms {
+  public:
+    NoPrograms() { ::setenv("PATH", "/none", 1); }
+    ~NoPrograms() { ::setenv("PATH", path_.c_str(), 1); }
+    NoPrograms(const NoPrograms&) = delete;
+    NoPrograms& operator=(const NoPrograms&) = delete;
+
+  private:
+    const std::string path_ = std::getenv("PATH");
+};
+
+}  // namespace marrowbeck::tools

@@ -1,0 +1,260 @@
+#include "tools/sips.h"
+
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+#include <QColor>
+#include <ostream>
+
+#include "tests/tools/SipsFiles.h"
+
+namespace marrowbeck::tools {
+namespace {
+
+/// A colour as a test says it, and how far a picture may be from it in each channel.
+struct Expected {
+    int red, green, blue;
+    int alpha = 255;
+    int tolerance = 3;
+};
+
+::testing::AssertionResult isColour(const QImage& image, int x, int y, const Expected& expected) {
+    const QColor found = image.pixelColor(x, y);
+    const auto near = [&](int one, int other) { return std::abs(one - other) <= expected.tolerance; };
+    const bool alike = near(found.red(), expected.red) && near(found.green(), expected.green) &&
+                       near(found.blue(), expected.blue) && near(found.alpha(), expected.alpha);
+    if (alike) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "at " << x << "," << y << ": " << found.red() << " " << found.green() << " "
+                                         << found.blue() << " " << found.alpha();
+}
+
+struct Kind {
+    const char* name;
+    Expected top;
+    Expected bottom;
+    bool byVips = false;  ///< read by another program, which need not be there
+    QSize size = {48, 32};
+};
+
+void PrintTo(const Kind& kind, std::ostream* out) {
+    *out << kind.name;
+}
+
+class SipsKind : public ::testing::TestWithParam<Kind> {};
+
+TEST_P(SipsKind, KeepsItsSizeAndItsColours) {
+    const Kind& kind = GetParam();
+    if (kind.byVips && !hasVipsThumbnail()) GTEST_SKIP() << "vipsthumbnail is not installed";
+    const QImage image = preview(picture(kind.name));
+    ASSERT_EQ(image.size(), kind.size);
+    EXPECT_TRUE(isColour(image, kind.size.width() / 2, 0, kind.top));
+    EXPECT_TRUE(isColour(image, kind.size.width() / 2, kind.size.height() - 1, kind.bottom));
+}
+
+constexpr Expected tomato{255, 99, 71};
+constexpr Expected navy{0, 0, 128};
+constexpr Expected halfTomato{255, 99, 71, 128};
+constexpr Expected halfNavy{0, 0, 128, 128};
+constexpr Expected lightGray{130, 130, 130};
+constexpr Expected darkGray{9, 9, 9};
+constexpr Expected red{255, 0, 0};
+constexpr Expected fewColours{226, 88, 77};
+constexpr Expected lossyTomato{255, 99, 71, 255, 8};
+constexpr Expected lossyNavy{0, 0, 128, 255, 8};
+constexpr Expected tomatoOfInk{250, 107, 76, 255, 9};
+constexpr Expected navyOfInk{26, 34, 85, 255, 45};
+
+INSTANTIATE_TEST_SUITE_P(Jpeg, SipsKind,
+                         ::testing::Values(Kind{"rgb.jpg", tomato, navy}, Kind{"gray.jpg", lightGray, darkGray},
+                                           Kind{"progressive.jpg", tomato, navy}, Kind{"cmyk.jpg", tomato, navy}));
+INSTANTIATE_TEST_SUITE_P(Png, SipsKind,
+                         ::testing::Values(Kind{"rgb.png", tomato, navy}, Kind{"interlaced.png", tomato, navy},
+                                           Kind{"16-bit.png", tomato, navy}, Kind{"alpha.png", halfTomato, halfNavy},
+                                           Kind{"16-bit-alpha.png", halfTomato, halfNavy},
+                                           Kind{"1-bit.png", {255, 255, 255}, {0, 0, 0}},
+                                           Kind{"gray-16-bit-alpha.png", {130, 130, 130, 128}, {9, 9, 9, 128}},
+                                           Kind{"palette-transparent.png", fewColours, {255, 255, 255, 0}}));
+INSTANTIATE_TEST_SUITE_P(Tiff, SipsKind,
+                         ::testing::Values(Kind{"8-bit.tif", tomato, navy}, Kind{"16-bit.tif", tomato, navy},
+                                           Kind{"16-bit-alpha.tif", halfTomato, halfNavy},
+                                           Kind{"tiled.tif", tomato, navy}, Kind{"big-endian.tif", tomato, navy},
+                                           Kind{"bigtiff.tif", tomato, navy}, Kind{"cmyk.tif", tomato, navy},
+                                           Kind{"16-bit-cmyk.tif", tomatoOfInk, navyOfInk, true},
+                                           Kind{"1-bit.tif", {255, 255, 255}, {0, 0, 0}}, Kind{"pages.tif", red, red}));
+INSTANTIATE_TEST_SUITE_P(
+    Others, SipsKind,
+    ::testing::Values(Kind{"rgb.gif", fewColours, navy}, Kind{"transparent.gif", fewColours, {0, 0, 0, 0}},
+                      Kind{"animation.gif", red, red}, Kind{"lossy.webp", lossyTomato, lossyNavy},
+                      Kind{"lossless-alpha.webp", halfTomato, halfNavy}, Kind{"animation.webp", red, red},
+                      Kind{"rgb.bmp", tomato, navy}, Kind{"alpha.bmp", halfTomato, halfNavy},
+                      Kind{"rgb.jp2", tomato, navy, true}, Kind{"gray-16-bit.jp2", lightGray, darkGray, true},
+                      Kind{"codestream.j2k", tomato, navy, true}, Kind{"levels.jp2", tomato, navy, true, {480, 320}},
+                      Kind{"rgb.psd", tomato, navy, true}));
+INSTANTIATE_TEST_SUITE_P(Profile, SipsKind,
+                         ::testing::Values(Kind{"red-for-blue.jpg", {71, 99, 255}, {128, 0, 0}},
+                                           Kind{"red-for-blue.png", {71, 99, 255}, {128, 0, 0}},
+                                           Kind{"red-for-blue.tif", {71, 99, 255}, {128, 0, 0}},
+                                           Kind{"red-for-blue.webp", {71, 99, 255, 255, 8}, {128, 0, 0, 255, 8}},
+                                           Kind{"broken-profile.png", tomato, navy},
+                                           Kind{"bomb-profile.png", tomato, navy}));
+
+TEST(Sips, WrongColoursAreWorseThanNone) {
+    EXPECT_TRUE(preview(picture("gray.psd")).isNull());
+    EXPECT_TRUE(preview(picture("cmyk.psd")).isNull());
+}
+
+/// The four corners, from left to right and down, as letters.
+std::string cornersOf(const QImage& image) {
+    std::string letters;
+    for (const int y : {2, image.height() - 3}) {
+        for (const int x : {2, image.width() - 3}) {
+            if (isColour(image, x, y, {255, 0, 0, 255, 12})) letters += 'R';
+            if (isColour(image, x, y, {0, 255, 0, 255, 12})) letters += 'G';
+            if (isColour(image, x, y, {0, 0, 255, 255, 12})) letters += 'B';
+            if (isColour(image, x, y, {255, 255, 255, 255, 12})) letters += 'W';
+        }
+    }
+    return letters;
+}
+
+TEST(Sips, StandsUprightWhateverExifSays) {
+    const std::string whole = readFile(picture("corners.jpg"));
+    const std::string upright[] = {"RGBW", "RGBW", "GRWB", "WBGR", "BWRG", "RBGW", "BRWG", "WGBR", "GWRB", "RGBW"};
+    const TemporaryFolder folder;
+    for (size_t orientation = 0; orientation < std::size(upright); ++orientation) {
+        using namespace std::string_literals;
+        const std::string exif =
+            "\xff\xe1\0\x22"
+            "Exif\0\0MM\0*\0\0\0\x08\0\x01\x01\x12\0\x03\0\0\0\x01\0"s +
+            static_cast<char>(orientation) + "\0\0\0\0\0\0"s;
+        const std::string path = folder.write("turned.jpg", whole.substr(0, 2) + exif + whole.substr(2));
+        const bool onItsSide = orientation >= 5 && orientation <= 8;
+        EXPECT_EQ(preview(path).size(), onItsSide ? QSize(32, 48) : QSize(48, 32)) << orientation;
+        EXPECT_EQ(cornersOf(preview(path)), upright[orientation]) << orientation;
+        EXPECT_EQ(preview(path, 24).size(), onItsSide ? QSize(16, 24) : QSize(24, 16)) << orientation;
+    }
+}
+
+TEST(Sips, StandsUprightInEveryFormatThatSaysHow) {
+    for (const char* const name : {"orient6.jpg", "orient6.png", "orient6.webp", "orient6.jp2"}) {
+        if (std::string(name) == "orient6.jp2" && !hasVipsThumbnail()) continue;
+        const QImage image = preview(picture(name));
+        ASSERT_EQ(image.size(), QSize(32, 48)) << name;
+        EXPECT_TRUE(isColour(image, 0, 24, navy)) << name;
+        EXPECT_TRUE(isColour(image, 31, 24, tomato)) << name;
+    }
+    const QImage image = preview(picture("orient8.tif"));
+    ASSERT_EQ(image.size(), QSize(32, 48));
+    EXPECT_TRUE(isColour(image, 0, 24, tomato));
+    EXPECT_TRUE(isColour(image, 31, 24, navy));
+}
+
+TEST(Sips, KeepsProportionsAndNeverEnlarges) {
+    const struct {
+        QSize size;
+        int side;
+        QSize expected;
+    } cases[] = {
+        {{400, 300}, 240, {240, 180}}, {{300, 400}, 240, {180, 240}}, {{240, 240}, 240, {240, 240}},
+        {{241, 10}, 240, {240, 10}},   {{241, 240}, 240, {240, 239}}, {{100, 50}, 240, {100, 50}},
+        {{1, 1}, 240, {1, 1}},         {{1, 10'000}, 240, {1, 240}},  {{10'000, 1}, 240, {240, 1}},
+        {{400, 300}, 1, {1, 1}},       {{400, 300}, 0, {400, 300}},   {{5000, 2500}, 0, {largestSide, largestSide / 2}},
+        {{64, 48}, 99'999, {64, 48}},
+    };
+    const TemporaryFolder folder;
+    for (const auto& [size, side, expected] : cases) {
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(Qt::darkGreen);
+        for (const char* const format : {"png", "jpg", "tif", "bmp"}) {
+            const std::string path = folder.path() + "/picture." + format;
+            ASSERT_TRUE(image.save(QString::fromStdString(path))) << path;
+            EXPECT_EQ(preview(path, side).size(), expected) << format << " " << size.width() << "x" << size.height();
+        }
+    }
+}
+
+TEST(Sips, APictureWithSmallerOnesInsideIsNotTakenForThose) {
+    if (!hasVipsThumbnail()) GTEST_SKIP() << "vipsthumbnail is not installed";
+    EXPECT_EQ(preview(picture("levels.jp2"), 240).size(), QSize(240, 160));
+    EXPECT_EQ(preview(picture("levels.jp2"), 481).size(), QSize(480, 320));
+}
+
+/// Columns of opaque red, and of green that nobody can see.
+QImage stripes(int width, int height) {
+    QImage image(width, height, QImage::Format_ARGB32);
+    for (int y = 0; y < height; ++y) {
+        QRgb* const line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < width; ++x) line[x] = x % 2 == 0 ? qRgba(255, 0, 0, 255) : qRgba(0, 255, 0, 0);
+    }
+    return image;
+}
+
+TEST(Sips, FineStripesMeltAndTransparentPixelsLendNoColour) {
+    const TemporaryFolder folder;
+    for (const char* const format : {"png", "tif", "webp"}) {
+        const std::string path = folder.path() + "/stripes." + format;
+        ASSERT_TRUE(stripes(960, 60).save(QString::fromStdString(path), nullptr, 100));
+        const QImage image = preview(path, 240);
+        for (int x = 0; x < 240; x += 7) EXPECT_TRUE(isColour(image, x, 7, {255, 0, 0, 128, 6})) << format;
+    }
+}
+
+std::string bigEndian(size_t number) {
+    std::string bytes;
+    for (const int shift : {24, 16, 8, 0}) bytes += static_cast<char>(number >> shift & 0xFF);
+    return bytes;
+}
+
+std::string chunk(const std::string& content) {
+    const auto check = crc32(0, reinterpret_cast<const Bytef*>(content.data()), static_cast<uInt>(content.size()));
+    return bigEndian(content.size() - 4) + content + bigEndian(check);
+}
+
+/// A PNG of columns of opaque black, and of white that nobody can see. Made row by row, as it may be large.
+std::string stripedPng(size_t width, size_t height) {
+    std::string row(1, '\0');
+    for (size_t x = 0; x < width; ++x) row += x % 2 == 0 ? std::string("\0\xff", 2) : std::string("\xff\0", 2);
+    z_stream stream{};
+    deflateInit(&stream, 1);
+    std::string packed = "IDAT";
+    for (size_t y = 0; y <= height; ++y) {
+        stream.next_in = reinterpret_cast<Bytef*>(row.data());
+        stream.avail_in = y < height ? static_cast<uInt>(row.size()) : 0;
+        do {
+            Bytef buffer[4096];
+            stream.next_out = buffer;
+            stream.avail_out = sizeof buffer;
+            deflate(&stream, y < height ? Z_NO_FLUSH : Z_FINISH);
+            packed.append(reinterpret_cast<char*>(buffer), sizeof buffer - stream.avail_out);
+        } while (stream.avail_out == 0);
+    }
+    deflateEnd(&stream);
+    const std::string head = "IHDR" + bigEndian(width) + bigEndian(height) + std::string("\x08\x04\0\0\0", 5);
+    return "\x89PNG\r\n\x1a\n" + chunk(head) + chunk(packed) + chunk("IEND");
+}
+
+TEST(Sips, ALargePictureIsReadAsWellAsASmallOne) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write("large.png", stripedPng(9600, 6800));
+    const auto expectMelted = [&] {
+        const QImage image = preview(path, 240);
+        ASSERT_EQ(image.size(), QSize(240, 170));
+        for (int x = 0; x < 240; x += 7) EXPECT_TRUE(isColour(image, x, 7, {0, 0, 0, 128}));
+    };
+    expectMelted();
+    const NoPrograms without;
+    expectMelted();
+}
+
+TEST(Sips, TheFileIsReadableAsPngAndSaysItsColoursAreOrdinary) {
+    const TemporaryFolder folder;
+    const std::string target = folder.path() + "/preview.jpg";
+    ASSERT_EQ(sips({"-s", "format", "png", picture("red-for-blue.jpg"), "--out", target}).status, exitSuccess);
+    const std::string png = readFile(target);
+    EXPECT_TRUE(png.starts_with("\x89PNG\r\n\x1a\n"));
+    EXPECT_EQ(png.find("iCCP"), std::string::npos);
+    EXPECT_FALSE(QImage(QString::fromStdString(target), "png").hasAlphaChannel());
+}
+
+}  // namespace
+}  // namespace marrowbeck::tools
