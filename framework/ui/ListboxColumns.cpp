@@ -19,7 +19,9 @@ constexpr int kHeadingMargins = 13;
 constexpr int kNarrowestDefault = 52;
 /// Bounds of the first column's default width: a name of usual length is to be read, and the other columns seen.
 constexpr int kNarrowestFirst = 110;
-constexpr int kWidestFirst = 240;
+constexpr int kWidestFirst = 190;
+/// How much wider than their headings the others become where there is room.
+constexpr int kMostSpare = 50;
 
 std::size_t at(int index) {
     return static_cast<std::size_t>(index);
@@ -92,12 +94,22 @@ int ListboxColumns::defaultWidth(int column) const {
 void ListboxColumns::Fit() {
     if (fitting_) return;
     fitting_ = true;
-    int used = 0;
-    for (int column = 0; column < count(); ++column) {
-        int width = wanted_[at(column)] == kDefault ? defaultWidth(column) : wanted_[at(column)];
-        if (column == count() - 1) width = std::max(width, room() - used);
-        header_.resizeSection(column, width);
-        used += width;
+    const int last = count() - 1;
+    std::vector<int> widths;
+    int spare = room();
+    for (int column = 0; column <= last; ++column) {
+        widths.push_back(wanted_[at(column)] == kDefault ? defaultWidth(column) : wanted_[at(column)]);
+        spare -= widths.back();
+    }
+    // The last column takes its share and what nobody else takes.
+    const int share = std::clamp(spare / std::max(last, 1), 0, kMostSpare);
+    for (int column = 1; column < last; ++column) {
+        if (wanted_[at(column)] != kDefault) continue;
+        widths[at(column)] += share;
+        spare -= share;
+    }
+    for (int column = 0; column <= last; ++column) {
+        header_.resizeSection(column, widths[at(column)] + (column == last ? std::max(spare, 0) : 0));
     }
     fitting_ = false;
 }

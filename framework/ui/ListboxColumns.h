@@ -12,7 +12,7 @@ namespace framework {
 
 /// The widths of a list's columns and the state of their headings. The last column takes up the room that the others
 /// leave; the first is as wide as it can be between two bounds as long as nobody gave widths; the others are as wide as
-/// their headings.
+/// their headings, and somewhat wider where there is room.
 class ListboxColumns {
   public:
     /// For a view that has its model already.
