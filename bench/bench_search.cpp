@@ -18,6 +18,7 @@
 #include "app/Startup.h"
 #include "app/Window1.h"
 #include "tests/support/EventLoop.h"
+#include "tests/support/UpdateCheck.h"
 
 namespace {
 
@@ -86,6 +87,7 @@ int main(int argc, char** argv) {
     int count = 1;
     if (framework::RunFrameworkInitialization(count, argv, {"Marrowbeck", "bench"}, _Startup) != 0) return 1;
     Shell::SetToolsFolder(MARROWBECK_TOOLS);
+    marrowbeck::test::SwitchUpdateCheckOff();
     App::Current()->Event_Open();
     for (const int rows : sizes) {
         const std::string folder = folderOf(root, picture, rows);

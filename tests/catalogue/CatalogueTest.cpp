@@ -7,7 +7,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "app/Preferences.h"
+#include "tests/support/UpdateCheck.h"
 
 namespace marrowbeck::test {
 namespace {
@@ -39,7 +39,7 @@ CatalogueTest::CatalogueTest()
     found({});
     Shell::SetToolsFolder(String(root + "/tools"));
     framework::internal::SetAlertPresenter([this](const String& text) { messages.push_back(text.ToStd()); });
-    switchUpdateCheckOff();
+    SwitchUpdateCheckOff();
     App::Current()->Event_Open();
     window = Global<Window1>();
 }
@@ -56,12 +56,6 @@ CatalogueTest::~CatalogueTest() {
     App::Current()->gFolder = "";
     framework::internal::SetAlertPresenter([](const String&) {});
     std::filesystem::remove_all(root);
-}
-
-void CatalogueTest::switchUpdateCheckOff() {
-    Preferences::LoadPreferences();
-    Preferences::prefs()->root->SetBoolean("autoupdate", false);
-    Preferences::SavePreferences();
 }
 
 std::string CatalogueTest::addFile(const std::string& name, std::size_t size) {

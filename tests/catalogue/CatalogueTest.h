@@ -18,8 +18,6 @@ class CatalogueTest : public testing::Test {
     CatalogueTest();
     ~CatalogueTest() override;
 
-    /// The program starts without asking a server for newer versions.
-    static void switchUpdateCheckOff();
     /// A file with some bytes in the folder of pictures; its path.
     std::string addFile(const std::string& name, std::size_t size = 100);
     /// What mdls answers for the file at `path`: to the question on the image, and to that on the camera.
