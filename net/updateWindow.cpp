@@ -38,6 +38,7 @@ void updateWindow::CreateControls() {
     ProgressBar1 = Add<ProgressBar>("ProgressBar1", 20, 46, 260, 12);
     ProgressBar1->Maximum(100);
     ProgressBar1->Value(0);
+    ProgressBar1->AccessibleName("Progress");
 
     hp = New<HTTPSocket>();
     hp->Yield = false;
