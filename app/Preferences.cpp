@@ -48,9 +48,17 @@ bool rename(const Ref<FolderItem>& from, const Ref<FolderItem>& to) {
     }
 }
 
+/// A name beside that of the file which nothing has yet.
+Ref<FolderItem> asideOf(const Ref<FolderItem>& file) {
+    const Ref<FolderItem> folder = file->Parent();
+    Ref<FolderItem> aside = folder->TrueChild(file->Name() + " unreadable");
+    for (int i = 2; aside->Exists(); ++i) aside = folder->TrueChild(file->Name() + " unreadable " + Str(i));
+    return aside;
+}
+
 /// An empty document in the place of one that cannot be read. The old file keeps what it holds, under another name.
 Ref<plist> startAnew(const Ref<FolderItem>& file) {
-    const Ref<FolderItem> aside = file->Parent()->TrueChild(file->Name() + " unreadable");
+    const Ref<FolderItem> aside = asideOf(file);
     const bool moved = rename(file, aside);
     MsgBox("The preferences could not be read, and Marrowbeck starts without them." +
            (moved ? " The old file was kept as " + aside->AbsolutePath() + "." : String()));

@@ -65,12 +65,15 @@ TEST_F(PreferencesTest, WhatIsNoPropertyListIsPutAsideWhole) {
         for (int i = 0; i < 100'000; ++i) text += "<key>k</key>\n<dict>\n";
         return text;
     }();
+    std::string aside = file + " unreadable";
+    int count = 1;
     for (const std::string& content : {std::string("no list"), std::string(), std::string("bplist00"), nested}) {
         std::ofstream(file, std::ios::binary) << content;
         messages.clear();
         Preferences::LoadPreferences();
-        EXPECT_EQ(contentOf(file + " unreadable"), content);
-        EXPECT_THAT(messages, ElementsAre(HasSubstr(file + " unreadable")));
+        EXPECT_EQ(contentOf(aside), content);
+        EXPECT_THAT(messages, ElementsAre(HasSubstr(aside + ".")));
+        aside = file + " unreadable " + std::to_string(++count);
         Preferences::prefs()->root->SetString("lastfolder", "there");
         Preferences::SavePreferences();
         messages.clear();
