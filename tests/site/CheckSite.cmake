@@ -1,6 +1,9 @@
-# Checks the pages in TREE: the feed says what the program of VERSION cuts out of it, the manual is one, and every link
+# Checks the pages in TREE: the feed says what the program of VERSION cuts out of it, the manual is one, and every link of
+# the product page leads to a page.
 file(READ ${TREE}/updates/marrowbeck.xml feed)
-foreach(part "standalone" "<CurrentVersion>${VERSION}</CurrentVersion>" "<Free>Yes</Free>")
+set(archive marrowbeck-${VERSION}.tar.gz)
+foreach(part "standalone" "<CurrentVersion>${VERSION}</CurrentVersion>" "<Free>Yes</Free>"
+             "/photography/marrowbeck/${archive}</DownloadURLOSX>")
   string(FIND "${feed}" "${part}" place)
   if(place EQUAL -1)
     message(SEND_ERROR "The feed does not hold ${part}")
@@ -26,7 +29,8 @@ if(NOT links)
 endif()
 foreach(link IN LISTS links)
   string(REGEX REPLACE "^[a-z]+=\"(.*)\"$" "\\1" target "${link}")
-  if(NOT target MATCHES "[.]tar[.]gz$" AND NOT EXISTS ${TREE}/${target})
+  # The archive is made when it is asked for.
+  if(NOT target STREQUAL archive AND NOT EXISTS ${TREE}/${target})
     message(SEND_ERROR "The product page leads to ${target}, which is not there")
   endif()
 endforeach()
