@@ -1,4 +1,4 @@
-#include "tools/header/ImageHeader.h"
+#include "tools/pictures/ImageHeader.h"
 
 #include <gtest/gtest.h>
 

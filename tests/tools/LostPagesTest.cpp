@@ -1,4 +1,4 @@
-#include "tools/LostPages.h"
+#include "tools/service/LostPages.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

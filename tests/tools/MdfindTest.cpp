@@ -1,4 +1,4 @@
-#include "tools/mdfind.h"
+#include "tools/mdfind/mdfind.h"
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>

@@ -1,4 +1,4 @@
-#include "tools/mdls.h"
+#include "tools/mdls/mdls.h"
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>

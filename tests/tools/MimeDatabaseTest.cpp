@@ -1,11 +1,11 @@
-#include "tools/MimeDatabase.h"
+#include "tools/mime/MimeDatabase.h"
 
 #include <gtest/gtest.h>
 
 #include <QMimeDatabase>
 
 #include "tests/tools/TestFiles.h"
-#include "tools/MimeComment.h"
+#include "tools/mime/MimeComment.h"
 
 namespace marrowbeck::tools {
 namespace {

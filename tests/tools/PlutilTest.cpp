@@ -1,4 +1,4 @@
-#include "tools/plutil.h"
+#include "tools/plutil/plutil.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -7,7 +7,7 @@
 #include <filesystem>
 
 #include "tests/tools/TestFiles.h"
-#include "tools/PropertyListCheck.h"
+#include "tools/plutil/PropertyListCheck.h"
 
 namespace marrowbeck::tools {
 namespace {

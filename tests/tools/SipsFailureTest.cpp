@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "tests/tools/SipsFiles.h"
-#include "tools/sips.h"
+#include "tools/sips/sips.h"
 
 namespace marrowbeck::tools {
 namespace {

@@ -1,4 +1,4 @@
-#include "tools/sips.h"
+#include "tools/sips/sips.h"
 
 #include <gtest/gtest.h>
 #include <zlib.h>

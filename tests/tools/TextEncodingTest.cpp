@@ -1,4 +1,4 @@
-#include "tools/TextEncoding.h"
+#include "tools/pictures/TextEncoding.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,98 @@
+#include "tools/mdfind/mdfind.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <system_error>
+
+#include "tools/mdfind/FolderWalk.h"
+#include "tools/service/InputFile.h"
+#include "tools/mime/MimeDatabase.h"
+
+namespace marrowbeck::tools {
+
+namespace {
+
+constexpr const char* usage =
+    "Usage: mdfind [-0] -onlyin FOLDER QUERY\n"
+    "QUERY: kMDItemContentType == public.jpeg | public.tiff | public.png\n"
+    "       kMDItemContentTypeTree == *image\n";
+
+struct Query {
+    std::string_view words;
+    std::string_view type;  ///< empty for every image type
+};
+
+constexpr Query queries[] = {
+    {"kMDItemContentType == public.jpeg", "image/jpeg"}, {"kMDItemContentType == public.tiff", "image/tiff"},
+    {"kMDItemContentType == public.png", "image/png"},   {"kMDItemContentTypeTree == *image", ""},
+    {"kMDItemContentTypeTree == public.image", ""},
+};
+
+struct Request {
+    std::string folder;
+    std::string_view type;
+    char ending = '\n';
+};
+
+std::optional<Request> parse(const Arguments& arguments) {
+    Request request;
+    std::string words;
+    for (size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& word = arguments[i];
+        if (word == "-0") {
+            request.ending = '\0';
+        } else if (word == "-onlyin" && i + 1 < arguments.size()) {
+            request.folder = arguments[++i];
+        } else if (word.starts_with('-')) {
+            return std::nullopt;
+        } else {
+            words += (words.empty() ? "" : " ") + word;
+        }
+    }
+    if (request.folder.empty()) return std::nullopt;
+    for (const Query& query : queries) {
+        if (query.words != words) continue;
+        request.type = query.type;
+        return request;
+    }
+    return std::nullopt;
+}
+
+std::string absolutePath(const std::string& path) {
+    if (path.starts_with('/')) return path;
+    const std::unique_ptr<char, void (*)(void*)> current(getcwd(nullptr, 0), std::free);
+    if (current == nullptr) return path;
+    return path == "." ? std::string(current.get()) : std::string(current.get()) + "/" + path;
+}
+
+std::string head(const std::string& path) {
+    const InputFile file(path);
+    return file.isOpen() ? file.head(MimeDatabase::contentBytes) : std::string();
+}
+
+}  // namespace
+
+ToolResult mdfind(const Arguments& arguments) {
+    const std::optional<Request> request = parse(arguments);
+    if (!request) return {{}, usage, exitUsage};
+    const MimeDatabase database;
+    if (database.isEmpty()) return {{}, "mdfind: the shared MIME database is not installed\n", exitFailure};
+
+    ToolResult result;
+    const int failure = walkFolder(absolutePath(request->folder), [&](const std::string& path, std::string_view name) {
+        const std::string_view type = database.typeByName(name, [&path] { return head(path); });
+        const bool wanted = request->type.empty() ? database.isImage(type) : type == request->type;
+        if (wanted) result.output.append(path).push_back(request->ending);
+    });
+    if (failure != 0) {
+        result.error = "mdfind: " + request->folder + ": " + std::generic_category().message(failure) + "\n";
+        result.status = exitFailure;
+    }
+    return result;
+}
+
+}  // namespace marrowbeck::tools

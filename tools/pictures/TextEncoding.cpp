@@ -1,0 +1,97 @@
+#include "tools/pictures/TextEncoding.h"
+
+#include <iconv.h>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace marrowbeck::tools {
+
+namespace {
+
+// Windows-1252 is what software means that declares ISO 8859-1 or nothing.
+constexpr const char* westernSet = "CP1252";
+
+struct EscapeSequence {
+    char last;
+    const char* characterSet;
+};
+
+// The sets with 96 characters of the ISO 2022 register, by the last byte of the sequence.
+constexpr EscapeSequence escapeSequences[] = {
+    {'A', westernSet},    {'B', "ISO-8859-2"},  {'C', "ISO-8859-3"},  {'D', "ISO-8859-4"},  {'F', "ISO-8859-7"},
+    {'G', "ISO-8859-6"},  {'H', "ISO-8859-8"},  {'L', "ISO-8859-5"},  {'M', "ISO-8859-9"},  {'V', "ISO-8859-10"},
+    {'T', "ISO-8859-11"}, {'Y', "ISO-8859-13"}, {'_', "ISO-8859-14"}, {'b', "ISO-8859-15"}, {'f', "ISO-8859-16"},
+};
+
+}  // namespace
+
+bool isUtf8(std::string_view bytes) {
+    size_t i = 0;
+    while (i < bytes.size()) {
+        const auto lead = static_cast<unsigned char>(bytes[i++]);
+        if (lead < 0x80) continue;
+        const size_t followers = lead >= 0xf0 ? 3 : lead >= 0xe0 ? 2 : 1;
+        if (lead < 0xc2 || lead > 0xf4 || followers > bytes.size() - i) return false;
+        // Overlong forms, surrogates and what lies beyond U+10FFFF show in the second byte.
+        const auto second = static_cast<unsigned char>(bytes[i]);
+        if ((lead == 0xe0 && second < 0xa0) || (lead == 0xed && second > 0x9f) || (lead == 0xf0 && second < 0x90) ||
+            (lead == 0xf4 && second > 0x8f))
+            return false;
+        for (size_t end = i + followers; i < end; ++i) {
+            if ((static_cast<unsigned char>(bytes[i]) & 0xc0) != 0x80) return false;
+        }
+    }
+    return true;
+}
+
+std::string convertToUtf8(std::string_view bytes, const char* characterSet) {
+    const iconv_t converter = iconv_open("UTF-8", characterSet);
+    if (converter == reinterpret_cast<iconv_t>(-1))  // NOLINT(performance-no-int-to-ptr): how iconv says no
+        return std::string(bytes);
+    std::string input(bytes);
+    char* next = input.data();
+    size_t left = input.size();
+    std::string output;
+    while (left > 0) {
+        char buffer[1024];
+        char* end = buffer;
+        size_t room = sizeof buffer;
+        const size_t outcome = iconv(converter, &next, &left, &end, &room);
+        const int failure = errno;
+        output.append(buffer, end);
+        if (outcome != static_cast<size_t>(-1)) break;
+        if (failure == E2BIG) continue;
+        output += "\xef\xbf\xbd";
+        ++next;
+        --left;
+    }
+    iconv_close(converter);
+    return output;
+}
+
+std::string guessedToUtf8(std::string_view bytes) {
+    return isUtf8(bytes) ? std::string(bytes) : convertToUtf8(bytes, westernSet);
+}
+
+std::string iptcToUtf8(std::string_view bytes, std::string_view declared) {
+    constexpr std::string_view utf8 = "\x1b%G";
+    if (declared.size() >= 3 && declared[0] == '\x1b' && !declared.starts_with(utf8)) {
+        for (const EscapeSequence& sequence : escapeSequences) {
+            if (sequence.last == declared[2]) return convertToUtf8(bytes, sequence.characterSet);
+        }
+    }
+    return guessedToUtf8(bytes);
+}
+
+std::string tidied(std::string_view text) {
+    std::string result(text);
+    result.erase(std::remove(result.begin(), result.end(), '\0'), result.end());
+    constexpr const char* blanks = " \t\r\n";
+    const size_t last = result.find_last_not_of(blanks);
+    result.erase(last == std::string::npos ? 0 : last + 1);
+    result.erase(0, std::min(result.find_first_not_of(blanks), result.size()));
+    return result;
+}
+
+}  // namespace marrowbeck::tools

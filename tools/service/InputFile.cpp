@@ -1,0 +1,59 @@
+#include "tools/service/InputFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+
+namespace marrowbeck::tools {
+
+InputFile::InputFile(const std::string& path) : path_(path) {
+    // Without O_NONBLOCK the opening of a pipe waits for a writer, perhaps for ever.
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (descriptor < 0) {
+        error_ = std::generic_category().message(errno);
+        return;
+    }
+    struct stat status {};
+    if (fstat(descriptor, &status) != 0) {
+        error_ = std::generic_category().message(errno);
+    } else if (S_ISDIR(status.st_mode)) {
+        error_ = std::generic_category().message(EISDIR);
+    } else if (!S_ISREG(status.st_mode)) {
+        error_ = "Not a regular file";
+    }
+    if (error_.empty()) {
+        descriptor_ = descriptor;
+    } else {
+        ::close(descriptor);
+    }
+}
+
+InputFile::~InputFile() {
+    if (isOpen()) ::close(descriptor_);
+}
+
+std::string InputFile::name() const {
+    return path_.substr(path_.rfind('/') + 1);
+}
+
+std::string InputFile::plainPath() const {
+    return "/proc/self/fd/" + std::to_string(descriptor_);
+}
+
+std::string InputFile::head(size_t count) const {
+    std::string bytes(count, '\0');
+    size_t got = 0;
+    while (got < count) {
+        const ssize_t more = ::pread(descriptor_, bytes.data() + got, count - got, static_cast<off_t>(got));
+        if (more < 0 && errno == EINTR) continue;
+        if (more <= 0) break;
+        got += static_cast<size_t>(more);
+    }
+    bytes.resize(got);
+    return bytes;
+}
+
+}  // namespace marrowbeck::tools

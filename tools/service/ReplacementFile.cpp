@@ -1,0 +1,81 @@
+#include "tools/service/ReplacementFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <system_error>
+
+namespace marrowbeck::tools {
+
+namespace {
+
+std::string withoutLinks(const std::string& path) {
+    const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr), &std::free);
+    return real ? real.get() : path;
+}
+
+std::string folderOf(const std::string& path) {
+    const size_t slash = path.rfind('/');
+    return slash == std::string::npos ? "./" : path.substr(0, slash + 1);
+}
+
+/// A name reaches the disk with its folder. The file is in its place: a folder that cannot be synced undoes nothing.
+void syncFolder(const std::string& path) {
+    const int folder = ::open(folderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0) return;
+    ::fsync(folder);
+    ::close(folder);
+}
+
+}  // namespace
+
+ReplacementFile::ReplacementFile(const std::string& path)
+    : target_(withoutLinks(path)), path_(folderOf(target_) + ".new-XXXXXX") {
+    descriptor_ = ::mkostemp(path_.data(), O_CLOEXEC);
+    if (descriptor_ < 0) fail();
+}
+
+ReplacementFile::~ReplacementFile() {
+    if (descriptor_ < 0) return;
+    ::close(descriptor_);
+    ::unlink(path_.c_str());
+}
+
+bool ReplacementFile::fail() {
+    error_ = std::generic_category().message(errno);
+    return false;
+}
+
+bool ReplacementFile::replaceWith(std::string_view content, Sync sync) {
+    if (descriptor_ < 0) return false;
+    struct stat old {};
+    if (::stat(target_.c_str(), &old) == 0) {
+        if (!S_ISREG(old.st_mode)) {
+            error_ = S_ISDIR(old.st_mode) ? std::generic_category().message(EISDIR) : "Not a regular file";
+            return false;
+        }
+        const bool given = ::fchown(descriptor_, old.st_uid, old.st_gid) == 0;
+        // What is another person's is not opened to the group that happens to be ours.
+        if (::fchmod(descriptor_, old.st_mode & (given ? 07777 : 0700)) != 0) return fail();
+    }
+    while (!content.empty()) {
+        const ssize_t written = ::write(descriptor_, content.data(), content.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) return fail();
+        content.remove_prefix(static_cast<size_t>(written));
+    }
+    if (sync == Sync::yes && ::fsync(descriptor_) != 0) return fail();
+    if (::rename(path_.c_str(), target_.c_str()) != 0) return fail();
+    ::close(descriptor_);
+    descriptor_ = -1;
+    if (sync == Sync::yes) syncFolder(target_);
+    return true;
+}
+
+}  // namespace marrowbeck::tools

@@ -1,0 +1,60 @@
+#include "tools/service/ToolMain.h"
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <exception>
+#include <string_view>
+
+namespace marrowbeck::tools {
+
+namespace {
+
+bool writeAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+        if (written < 0) {
+            if (errno == EINTR) continue;
+            return false;
+        }
+        bytes.remove_prefix(static_cast<size_t>(written));
+    }
+    return true;
+}
+
+void lower(__rlimit_resource resource, rlim_t value) {
+    rlimit limit{};
+    if (getrlimit(resource, &limit) != 0) return;
+    limit.rlim_cur = std::min(limit.rlim_cur, value);
+    setrlimit(resource, &limit);
+}
+
+}  // namespace
+
+int runTool(ToolResult (*tool)(const Arguments&), int argumentCount, char** arguments) noexcept {
+    std::signal(SIGPIPE, SIG_IGN);
+    try {
+        const ToolResult result = tool(Arguments(arguments + std::min(argumentCount, 1), arguments + argumentCount));
+        writeAll(STDERR_FILENO, result.error);
+        if (!writeAll(STDOUT_FILENO, result.output)) return exitFailure;
+        return result.status;
+    } catch (const std::exception& failure) {
+        writeAll(STDERR_FILENO, failure.what());
+        writeAll(STDERR_FILENO, "\n");
+        return exitFailure;
+    }
+}
+
+void limitProcess(unsigned long long memoryBytes, unsigned processorSeconds) noexcept {
+    lower(RLIMIT_CPU, processorSeconds);
+#ifndef __SANITIZE_ADDRESS__  // the sanitizer's own bookkeeping counts as data, and is larger than any limit
+    lower(RLIMIT_DATA, memoryBytes);
+#else
+    static_cast<void>(memoryBytes);
+#endif
+}
+
+}  // namespace marrowbeck::tools

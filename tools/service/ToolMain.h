@@ -1,0 +1,18 @@
+#pragma once
+
+#include "tools/service/ToolResult.h"
+
+namespace marrowbeck::tools {
+
+/// Runs a tool as a process: hands it the arguments, writes what it answers and
+/// returns the exit status. A reader that has closed the pipe gives `exitFailure`
+/// without a word, since nobody is left to read one. Memory that runs out is a
+/// failure too; no exception leaves.
+int runTool(ToolResult (*tool)(const Arguments&), int argumentCount, char** arguments) noexcept;
+
+/// Bounds what the process may use from here on, so that a hostile file can end
+/// the tool but not the user's session. Memory that is refused is an ordinary
+/// `std::bad_alloc`; too much processor time ends the process.
+void limitProcess(unsigned long long memoryBytes, unsigned processorSeconds) noexcept;
+
+}  // namespace marrowbeck::tools
