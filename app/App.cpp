@@ -33,6 +33,7 @@ void App::Event_Open() {
         check->ShowModal();
     }
     Global<Window1>()->Show();
+    Shell::Prepare();
 }
 
 void App::Event_Close() {

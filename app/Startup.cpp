@@ -22,7 +22,9 @@ int _Main(int argc, char** argv) {
 
 int _Startup() {
     ApplicationPaths::SetName("marrowbeck");
-    if (const Ref<FolderItem> tools = ApplicationToolsFolder()) Shell::SetToolsFolder(tools->AbsolutePath());
+    if (const Ref<FolderItem> tools = ApplicationToolsFolder()) {
+        Shell::SetToolsFolder(tools->AbsolutePath(), {"mdls", "sips"});
+    }
     _InitFileTypes();
     _NewAppInstance();
     _ApplicationAddMenuHandlers();

@@ -2,6 +2,7 @@
 #include "app/Colors.h"
 #include "app/Pictures.h"
 #include "app/Window1.h"
+#include "catalogue/ReadAhead.h"
 
 namespace marrowbeck {
 
@@ -50,17 +51,24 @@ void Window1::ShowSearchState(const String& text) {
 
 // The folder is asked for afresh at each pass: one that was chosen meanwhile is walked on from the same index.
 void Window1::WalkFolder() {
+    const auto isWanted = [this](const Ref<FolderItem>& item) {
+        const String type = item->Type();
+        if (gANY) return App::Current()->ImageDict->HasKey(type);
+        return (gJPG && type == "image/jpeg") || (gTIFF && type == "image/tiff") || (gPNG && type == "image/png");
+    };
     const int count = gD->Count();
     ShowSearchState("No Image Files");
+    ReadAhead ahead(
+        [&](int i) {
+            const Ref<FolderItem> item = gD->TrueItem(i);
+            return item && isWanted(item) ? item->ShellPath() : String();
+        },
+        count);
     for (int i = 1; i <= count; ++i) {
+        ahead.Reached(i);
         ShowFilterState(!gANY);
-        if (gANY) {
-            if (App::Current()->ImageDict->HasKey(gD->TrueItem(i)->Type())) checksize(gD->TrueItem(i));
-        } else {
-            if (gJPG && gD->TrueItem(i)->Type() == "image/jpeg") checksize(gD->TrueItem(i));
-            if (gTIFF && gD->TrueItem(i)->Type() == "image/tiff") checksize(gD->TrueItem(i));
-            if (gPNG && gD->TrueItem(i)->Type() == "image/png") checksize(gD->TrueItem(i));
-        }
+        const Ref<FolderItem> item = gD->TrueItem(i);
+        if (isWanted(item)) checksize(item);
         LoopYield();
     }
 }

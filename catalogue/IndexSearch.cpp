@@ -1,6 +1,8 @@
 #include "app/App.h"
 #include "app/Window1.h"
+#include "catalogue/ReadAhead.h"
 #include "fileutil/GetFolderItemModule.h"
+#include "framework/core/Paths.h"
 
 namespace marrowbeck {
 namespace {
@@ -42,7 +44,9 @@ void Window1::SearchIndex() {
     const int last = paths.Ubound();
     TotalLabel->Text(last != -1 ? "Total found: " + Str(last) : String());
     ShowSearchState("No Image Files");
+    ReadAhead ahead([&paths](int i) { return String(Paths::EscapeForShell(paths(i).Bytes())); }, last);
     for (int i = 0; i <= last; ++i) {
+        ahead.Reached(i);
         checksize(GetFolderItemModule::GetFolderItemFromShellPath(paths(i)));
         LoopYield();
     }

@@ -1,3 +1,5 @@
+#include "catalogue/MetadataQueries.h"
+
 #include "app/Window1.h"
 
 namespace marrowbeck {
@@ -18,18 +20,11 @@ String ask(const String& command, const String& path) {
 }  // namespace
 
 String Window1::GetAll(const String& path) {
-    return ask(
-        "mdls -name kMDItemColorSpace -name kMDItemPixelWidth -name kMDItemPixelHeight -name kMDItemProfileName "
-        "-name kMDItemCopyright -name kMDItemKind -name kMDItemKeywords -name kMDItemBitsPerSample "
-        "-name kMDItemEXIFVersion -name kMDItemHasAlphaChannel -name kMDItemDescription -raw ",
-        path);
+    return ask(MetadataQueries::kAll, path);
 }
 
 String Window1::GetEXIF(const String& path) {
-    return ask(
-        "mdls -name kMDItemExposureTimeSeconds -name kMDItemFNumber -name kMDItemFocalLength -name kMDItemISOSpeed "
-        "-name kMDItemAcquisitionMake -name kMDItemAcquisitionModel -raw ",
-        path);
+    return ask(MetadataQueries::kCamera, path);
 }
 
 }  // namespace marrowbeck

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/prctl.h>
+#include <sys/socket.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -76,40 +77,48 @@ struct ChildPlan {
 
 std::optional<ChildProcess> ChildProcess::Start(const std::string& path, const std::vector<std::string>& arguments,
                                                 const std::vector<std::string>& environment,
-                                                const std::string& workingFolder) {
-    std::array<int, 2> ends{};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0) return std::nullopt;
+                                                const std::string& workingFolder, InputKind inputKind) {
+    // The child's end of the second is its first; a socket, since a pipe whose reader has died would end us.
+    std::array<int, 2> output{-1, -1};
+    std::array<int, 2> input{-1, -1};
+    if (pipe2(output.data(), O_CLOEXEC) != 0) return std::nullopt;
     int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
+    const bool talks = inputKind == InputKind::open &&
+                       socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, input.data()) == 0;
+    if (talks) fcntl(input[0], F_SETFL, 0);
     const std::vector<char*> argumentPointers = pointersTo(arguments);
     const std::vector<char*> environmentPointers = pointersTo(environment);
     const ChildPlan plan{path.c_str(),
                          argumentPointers.data(),
                          environmentPointers.data(),
                          workingFolder.c_str(),
-                         nothing,
-                         ends[1],
+                         talks ? input[0] : nothing,
+                         output[1],
                          isatty(STDERR_FILENO) == 1 ? -1 : nothing,
                          getpid()};
     const pid_t process = startChild(plan);
     const int error = errno;
     closeDescriptor(nothing);
-    closeDescriptor(ends[1]);
+    closeDescriptor(output[1]);
+    closeDescriptor(input[0]);
     if (process < 0) {
-        closeDescriptor(ends[0]);
+        closeDescriptor(output[0]);
+        closeDescriptor(input[1]);
         errno = error;
         return std::nullopt;
     }
-    fcntl(ends[0], F_SETFL, O_NONBLOCK);
+    fcntl(output[0], F_SETFL, O_NONBLOCK);
     // The C library of Debian 12 declares no pidfd_open that C++ can link.
-    return ChildProcess(process, static_cast<int>(syscall(SYS_pidfd_open, process, 0)), ends[0]);
+    return ChildProcess(process, static_cast<int>(syscall(SYS_pidfd_open, process, 0)), input[1], output[0]);
 }
 
-ChildProcess::ChildProcess(pid_t process, int descriptor, int output)
-    : process_(process), descriptor_(descriptor), output_(output) {}
+ChildProcess::ChildProcess(pid_t process, int descriptor, int input, int output)
+    : process_(process), descriptor_(descriptor), input_(input), output_(output) {}
 
 ChildProcess::ChildProcess(ChildProcess&& other) noexcept
     : process_(std::exchange(other.process_, -1)),
       descriptor_(std::exchange(other.descriptor_, -1)),
+      input_(std::exchange(other.input_, -1)),
       output_(std::exchange(other.output_, -1)) {}
 
 ChildProcess::~ChildProcess() {
@@ -148,6 +157,7 @@ void ChildProcess::end() noexcept {
         while (waitpid(process_, nullptr, 0) < 0 && errno == EINTR) continue;
         process_ = -1;
     }
+    closeDescriptor(input_);
     closeDescriptor(output_);
     closeDescriptor(descriptor_);
 }

@@ -8,21 +8,29 @@
 
 namespace framework::internal {
 
-/// A process that was started for its output. It leads a process group of its own, dies with this program, reads
-/// nothing, and its standard error goes to ours when that is a terminal and nowhere otherwise. Ended with all its
-/// group when this object goes before it is over.
+/// A process that was started for its output. It leads a process group of its own, dies with this program, and its
+/// standard error goes to ours when that is a terminal and nowhere otherwise. Ended with all its group when this
+/// object goes before it is over.
 class ChildProcess {
   public:
+    /// What its standard input is: empty, or a socket whose other end is `Input()`.
+    enum class InputKind { empty, open };
+
     /// Starts the program at `path`. Nothing is started when the system refuses or the file is no program that it can
     /// run; errno tells why.
     static std::optional<ChildProcess> Start(const std::string& path, const std::vector<std::string>& arguments,
                                              const std::vector<std::string>& environment,
-                                             const std::string& workingFolder);
+                                             const std::string& workingFolder, InputKind input = InputKind::empty);
 
     ChildProcess(ChildProcess&& other) noexcept;
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
     ~ChildProcess();
+
+    /// Its standard output and the other end of its input, neither of which ever keeps us waiting; for who talks with
+    /// it while it runs.
+    int Output() const { return output_; }
+    int Input() const { return input_; }
 
     /// All that it prints until it, and whoever shares its output, has closed it. Waits as WaitReadable does.
     std::string ReadOutput();
@@ -30,13 +38,14 @@ class ChildProcess {
     int Wait();
 
   private:
-    ChildProcess(pid_t process, int descriptor, int output);
+    ChildProcess(pid_t process, int descriptor, int input, int output);
 
     void end() noexcept;
 
     pid_t process_;
     /// Readable once the process is over.
     int descriptor_;
+    int input_;
     int output_;
 };
 

@@ -5,6 +5,9 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <functional>
+#include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -13,10 +16,12 @@
 #include "framework/core/ChildProcess.h"
 #include "framework/core/CommandLine.h"
 #include "framework/core/Exceptions.h"
+#include "framework/core/ResidentTool.h"
 
 namespace framework {
 
 using internal::ChildProcess;
+using internal::ResidentTool;
 
 namespace {
 
@@ -70,12 +75,27 @@ std::vector<std::string> environmentWith(const std::string& path) {
     return environment;
 }
 
-/// Starts the command of `line`: by itself when the line is nothing but words, which saves a process, and through the
+/// The tools that stay open, by name.
+std::map<std::string, ResidentTool, std::less<>>& residentTools() {
+    static std::map<std::string, ResidentTool, std::less<>> tools;
+    return tools;
+}
+
+ResidentTool* residentTool(const std::string& name) {
+    const auto found = residentTools().find(name);
+    return found == residentTools().end() ? nullptr : &found->second;
+}
+
+std::vector<std::string> withoutFirst(const std::vector<std::string>& words) {
+    return {words.begin() + 1, words.end()};
+}
+
+/// Starts the command of `line`: by itself when the line is nothing but `words`, which saves a process, and through the
 /// shell otherwise. The difference does not show.
-ChildProcess start(const std::string& line) {
+ChildProcess start(const std::string& line, const std::optional<std::vector<std::string>>& words) {
     const std::string path = searchPath();
     const std::vector<std::string> environment = environmentWith(path);
-    if (const auto words = internal::PlainWords(line)) {
+    if (words) {
         const std::string program = internal::FindProgram(words->front(), path);
         if (!program.empty()) {
             if (auto child = ChildProcess::Start(program, *words, environment, workingFolder())) {
@@ -91,14 +111,43 @@ ChildProcess start(const std::string& line) {
 
 }  // namespace
 
-void Shell::SetToolsFolder(const String& folder) {
+void Shell::SetToolsFolder(const String& folder, const std::vector<std::string>& resident) {
     toolsFolder() = folder.ToStd();
+    residentTools().clear();
+    for (const std::string& name : resident) {
+        residentTools().try_emplace(name, [name] {
+            return ChildProcess::Start(toolsFolder() + "/" + name, {name, "-stay_open"}, environmentWith(searchPath()),
+                                       workingFolder(), ChildProcess::InputKind::open);
+        });
+    }
+}
+
+void Shell::Prepare() {
+    for (auto& [name, tool] : residentTools()) tool.Prepare();
+}
+
+void Shell::Expect(const String& command) {
+    const auto words = internal::PlainWords(command.ToStd());
+    if (ResidentTool* const tool = words ? residentTool(words->front()) : nullptr) tool->Expect(withoutFirst(*words));
+}
+
+void Shell::ExpectNothing() {
+    for (auto& [name, tool] : residentTools()) tool.ExpectNothing();
 }
 
 void Shell::Execute(const String& command) {
     errorCode_ = 0;
     result_ = String();
-    ChildProcess child = start(command.ToStd());
+    const std::string line = command.ToStd();
+    const auto words = internal::PlainWords(line);
+    if (ResidentTool* const tool = words ? residentTool(words->front()) : nullptr) {
+        if (const auto answer = tool->Ask(withoutFirst(*words))) {
+            errorCode_ = answer->status;
+            result_ = String(answer->output, Encodings::UTF8);
+            return;
+        }
+    }
+    ChildProcess child = start(line, words);
     const std::string output = child.ReadOutput();
     errorCode_ = child.Wait();
     result_ = String(output, Encodings::UTF8);

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "framework/core/Object.h"
 #include "framework/core/String.h"
 
@@ -20,8 +23,18 @@ class Shell : public Object {
     /// All that the last command printed on its standard output, NUL bytes among it, labelled UTF-8.
     const String& Result() const { return result_; }
 
-    /// The folder of the program's own tools, as bytes; empty for none. Set once at start.
-    static void SetToolsFolder(const String& folder);
+    /// The folder of the program's own tools, as bytes; empty for none. Set once at start. Those of the tools that are
+    /// named in `resident` stay open: a line of plain words that begins with such a name is a message to the running
+    /// tool instead of a process, and nothing else shows of it.
+    static void SetToolsFolder(const String& folder, const std::vector<std::string>& resident = {});
+    /// Starts the resident tools, so that the first command finds them ready.
+    static void Prepare();
+
+    /// A hint that `command` will be executed soon, for a resident tool to look into ahead. Without effect for any other
+    /// line. A few dozen at a time are taken.
+    static void Expect(const String& command);
+    /// What was expected will not come.
+    static void ExpectNothing();
 
   private:
     int errorCode_ = 0;

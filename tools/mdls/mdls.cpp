@@ -1,16 +1,21 @@
 #include "tools/mdls/mdls.h"
 
 #include <algorithm>
-#include <optional>
+#include <map>
+#include <memory>
 #include <set>
+#include <string_view>
+#include <utility>
 
 #include "tools/mdls/ImageAttributes.h"
+#include "tools/mime/MimeTypes.h"
+#include "tools/pictures/PictureLibrary.h"
 
 namespace marrowbeck::tools {
 
 namespace {
 
-constexpr const char* usage = "Usage: mdls [-name ATTRIBUTE]... [-raw] FILE\n";
+constexpr const char* usage = "Usage: mdls [-name ATTRIBUTE]... [-raw] FILE\n       mdls -stay_open\n";
 
 constexpr const char* allNames[] = {
     "kMDItemAcquisitionMake", "kMDItemAcquisitionModel",
@@ -24,14 +29,14 @@ constexpr const char* allNames[] = {
     "kMDItemProfileName",
 };
 
-struct Request {
+struct Wish {
     std::set<std::string, std::less<>> names;
     bool raw = false;
     std::string path;
 };
 
-std::optional<Request> parse(const Arguments& arguments) {
-    Request request;
+std::optional<Wish> parse(const Arguments& arguments) {
+    Wish wish;
     bool optionsEnded = false;
     bool pathGiven = false;
     for (size_t i = 0; i < arguments.size(); ++i) {
@@ -40,50 +45,97 @@ std::optional<Request> parse(const Arguments& arguments) {
         if (option && word == "--") {
             optionsEnded = true;
         } else if (option && word == "-raw") {
-            request.raw = true;
+            wish.raw = true;
         } else if (option && word == "-name" && i + 1 < arguments.size()) {
-            request.names.insert(arguments[++i]);
+            wish.names.insert(arguments[++i]);
         } else if (option || pathGiven || word.empty()) {
             return std::nullopt;
         } else {
-            request.path = word;
+            wish.path = word;
             pathGiven = true;
         }
     }
     if (!pathGiven) return std::nullopt;
-    if (request.names.empty()) request.names.insert(std::begin(allNames), std::end(allNames));
-    return request;
+    if (wish.names.empty()) wish.names.insert(std::begin(allNames), std::end(allNames));
+    return wish;
+}
+
+/// The output, of names and values as the reader gives them.
+std::string outputOf(const Wish& wish, std::string_view answer) {
+    std::map<std::string_view, std::string_view> values;
+    const auto take = [&answer] {
+        const std::string_view word = answer.substr(0, answer.find('\0'));
+        answer.remove_prefix(std::min(word.size() + 1, answer.size()));
+        return word;
+    };
+    while (!answer.empty()) {
+        const std::string_view name = take();
+        values.emplace(name, take());
+    }
+    std::string output;
+    for (const std::string& name : wish.names) {
+        const auto found = values.find(name);
+        const std::string_view value = found == values.end() ? "(null)" : found->second;
+        if (!wish.raw) {
+            output.append(name).append(" = ").append(value).append("\n");
+            continue;
+        }
+        if (name != *wish.names.begin()) output += '\0';
+        output += value;
+    }
+    return output;
 }
 
 }  // namespace
 
-ToolResult mdls(const Arguments& arguments) {
-    const std::optional<Request> request = parse(arguments);
-    if (!request) return {{}, usage, exitUsage};
-    const InputFile file(request->path);
-    if (!file.isOpen()) return {{}, "mdls: " + request->path + ": " + file.error() + "\n", exitFailure};
+Limits Mdls::limits() const {
+    Limits limits;
+    // Far more than any picture's metadata takes; what wants more is no picture.
+    limits.memoryBytes = 1ULL << 30;
+    // A row waits for it, and the slowest of honest files takes a tenth.
+    limits.seconds = 5;
+    // All attributes, each as long as it may be.
+    limits.answerBytes = 2U << 20;
+    return limits;
+}
 
-    // The kind and the rest come from different places, each with a price: ask only where there is a question.
-    AttributeMap values;
-    const bool kindWanted = request->names.contains(kindAttribute);
-    if (!kindWanted || request->names.size() > 1) values = readImageAttributes(file);
-    if (kindWanted) {
-        std::string kind = readKind(file);
-        if (!kind.empty()) values.emplace(kindAttribute, std::move(kind));
-    }
+std::variant<Job, ToolResult> Mdls::begin(const Arguments& arguments) const {
+    std::optional<Wish> wish = parse(arguments);
+    if (!wish) return ToolResult{{}, usage, exitUsage};
+    Job job;
+    job.path = wish->path;
+    job.question = nameOf(wish->path);
+    job.finish = [wish = std::move(*wish)](std::optional<std::string_view> answer) {
+        return ToolResult{outputOf(wish, answer.value_or(std::string_view())), {}, exitSuccess};
+    };
+    return job;
+}
 
-    ToolResult result;
-    for (const std::string& name : request->names) {
-        const auto found = values.find(name);
-        const std::string& value = found == values.end() ? "(null)" : found->second;
-        if (!request->raw) {
-            result.output.append(name).append(" = ").append(value).append("\n");
-            continue;
-        }
-        if (name != *request->names.begin()) result.output += '\0';
-        result.output += value;
+std::optional<ToolResult> Mdls::unopened(const InputFile& file) const {
+    if (file.isForbidden()) return std::nullopt;
+    return ToolResult{{}, "mdls: " + file.path() + ": " + file.error() + "\n", exitFailure};
+}
+
+void Mdls::warmUp() const {
+    warmUpMimeTypes();
+    if (PictureLibrary* const library = pictureLibrary()) library->warmUp();
+}
+
+std::vector<std::string> Mdls::dataFolders() const {
+    std::vector<std::string> folders = mimeFolders();
+    for (std::string& folder : pictureLibraryFolders()) folders.push_back(std::move(folder));
+    return folders;
+}
+
+std::optional<std::string> Mdls::read(const std::string& question, Content content) const {
+    AttributeMap values = readImageAttributes(content);
+    if (std::string kind = kindOf(question, content); !kind.empty()) values.emplace(kindAttribute, std::move(kind));
+    std::string answer;
+    for (const auto& [name, value] : values) {
+        answer.append(name).push_back('\0');
+        answer.append(value).push_back('\0');
     }
-    return result;
+    return answer;
 }
 
 }  // namespace marrowbeck::tools

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/service/ToolResult.h"
+#include "tools/service/Tool.h"
 
 namespace marrowbeck::tools {
 
@@ -9,10 +9,20 @@ namespace marrowbeck::tools {
 /// With `-raw` the values of the attributes in the order of their names, a NUL
 /// between any two; otherwise a line `name = value` for each. An attribute without
 /// a value, or one that is unknown, is "(null)". Without `-name` every attribute
-/// is answered. Values are UTF-8 and hold no NUL.
+/// is answered. Values are UTF-8, hold no NUL, and have at most 64 KiB.
 ///
-/// Only a file that is missing, or cannot be opened, or is no file gives a status other
-/// than 0; one that makes no sense gives "(null)".
-ToolResult mdls(const Arguments& arguments);
+/// Only a file that is missing, or is no file, gives a status other than 0; one that makes no
+/// sense gives "(null)", and so does one that may not be read, but for its kind, which its name tells.
+class Mdls final : public Tool {
+  public:
+    Limits limits() const override;
+    bool keepsAnswers() const override { return true; }
+    std::variant<Job, ToolResult> begin(const Arguments& arguments) const override;
+    std::optional<ToolResult> unopened(const InputFile& file) const override;
+    void warmUp() const override;
+    std::vector<std::string> dataFolders() const override;
+    /// `question` is the file's name. The answer is each attribute's name and value, a NUL behind each.
+    std::optional<std::string> read(const std::string& question, Content content) const override;
+};
 
 }  // namespace marrowbeck::tools

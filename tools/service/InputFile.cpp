@@ -13,15 +13,15 @@ InputFile::InputFile(const std::string& path) : path_(path) {
     // Without O_NONBLOCK the opening of a pipe waits for a writer, perhaps for ever.
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     if (descriptor < 0) {
+        forbidden_ = errno == EACCES || errno == EPERM;
         error_ = std::generic_category().message(errno);
         return;
     }
-    struct stat status {};
-    if (fstat(descriptor, &status) != 0) {
+    if (fstat(descriptor, &status_) != 0) {
         error_ = std::generic_category().message(errno);
-    } else if (S_ISDIR(status.st_mode)) {
+    } else if (S_ISDIR(status_.st_mode)) {
         error_ = std::generic_category().message(EISDIR);
-    } else if (!S_ISREG(status.st_mode)) {
+    } else if (!S_ISREG(status_.st_mode)) {
         error_ = "Not a regular file";
     }
     if (error_.empty()) {
@@ -35,14 +35,6 @@ InputFile::~InputFile() {
     if (isOpen()) ::close(descriptor_);
 }
 
-std::string InputFile::name() const {
-    return path_.substr(path_.rfind('/') + 1);
-}
-
-std::string InputFile::plainPath() const {
-    return "/proc/self/fd/" + std::to_string(descriptor_);
-}
-
 std::string InputFile::head(size_t count) const {
     std::string bytes(count, '\0');
     size_t got = 0;
@@ -54,6 +46,10 @@ std::string InputFile::head(size_t count) const {
     }
     bytes.resize(got);
     return bytes;
+}
+
+std::string nameOf(const std::string& path) {
+    return path.substr(path.rfind('/') + 1);
 }
 
 }  // namespace marrowbeck::tools

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/stat.h>
+
 #include <string>
 
 namespace marrowbeck::tools {
@@ -18,15 +20,14 @@ class InputFile {
     int descriptor() const { return descriptor_; }
     const std::string& error() const { return error_; }
 
+    /// Whether the file is there, but the system does not let us read it.
+    bool isForbidden() const { return forbidden_; }
+
     /// The path as it was given.
     const std::string& path() const { return path_; }
 
-    /// The part of the path behind its last slash.
-    std::string name() const;
-
-    /// Another absolute path of this open file, made of plain characters whatever
-    /// the file is called. It goes on naming this file when another takes its place.
-    std::string plainPath() const;
+    /// What the system says of the open file.
+    const struct stat& status() const { return status_; }
 
     /// Up to `count` bytes from the beginning; fewer when the file is shorter or fails.
     std::string head(size_t count) const;
@@ -34,7 +35,12 @@ class InputFile {
   private:
     std::string path_;
     std::string error_;
+    struct stat status_ {};
+    bool forbidden_ = false;
     int descriptor_ = -1;
 };
+
+/// The part of a path behind its last slash.
+std::string nameOf(const std::string& path);
 
 }  // namespace marrowbeck::tools

@@ -11,6 +11,8 @@
 #include <memory>
 #include <system_error>
 
+#include "tools/service/WriteAll.h"
+
 namespace marrowbeck::tools {
 
 namespace {
@@ -64,12 +66,7 @@ bool ReplacementFile::replaceWith(std::string_view content, Sync sync) {
         // What is another person's is not opened to the group that happens to be ours.
         if (::fchmod(descriptor_, old.st_mode & (given ? 07777 : 0700)) != 0) return fail();
     }
-    while (!content.empty()) {
-        const ssize_t written = ::write(descriptor_, content.data(), content.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) return fail();
-        content.remove_prefix(static_cast<size_t>(written));
-    }
+    if (!writeAll(descriptor_, content)) return fail();
     if (sync == Sync::yes && ::fsync(descriptor_) != 0) return fail();
     if (::rename(path_.c_str(), target_.c_str()) != 0) return fail();
     ::close(descriptor_);

@@ -1,40 +1,17 @@
 #include "tools/service/ToolMain.h"
 
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <csignal>
 #include <exception>
-#include <string_view>
+
+#include "tools/service/Service.h"
+#include "tools/service/WriteAll.h"
 
 namespace marrowbeck::tools {
 
-namespace {
-
-bool writeAll(int descriptor, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-        if (written < 0) {
-            if (errno == EINTR) continue;
-            return false;
-        }
-        bytes.remove_prefix(static_cast<size_t>(written));
-    }
-    return true;
-}
-
-void lower(__rlimit_resource resource, rlim_t value) {
-    rlimit limit{};
-    if (getrlimit(resource, &limit) != 0) return;
-    limit.rlim_cur = std::min(limit.rlim_cur, value);
-    setrlimit(resource, &limit);
-}
-
-}  // namespace
-
-int runTool(ToolResult (*tool)(const Arguments&), int argumentCount, char** arguments) noexcept {
+int runTool(const std::function<ToolResult(const Arguments&)>& tool, int argumentCount, char** arguments) noexcept {
     std::signal(SIGPIPE, SIG_IGN);
     try {
         const ToolResult result = tool(Arguments(arguments + std::min(argumentCount, 1), arguments + argumentCount));
@@ -48,13 +25,12 @@ int runTool(ToolResult (*tool)(const Arguments&), int argumentCount, char** argu
     }
 }
 
-void limitProcess(unsigned long long memoryBytes, unsigned processorSeconds) noexcept {
-    lower(RLIMIT_CPU, processorSeconds);
-#ifndef __SANITIZE_ADDRESS__  // the sanitizer's own bookkeeping counts as data, and is larger than any limit
-    lower(RLIMIT_DATA, memoryBytes);
-#else
-    static_cast<void>(memoryBytes);
-#endif
+int runTool(const Tool& tool, int argumentCount, char** arguments) noexcept {
+    const bool staysOpen = argumentCount == 2 && std::string_view(arguments[1]) == "-stay_open";
+    const auto run = [&](const Arguments& words) {
+        return staysOpen ? ToolResult{{}, {}, serve(tool, STDIN_FILENO, STDOUT_FILENO)} : runOnce(tool, words);
+    };
+    return runTool(run, argumentCount, arguments);
 }
 
 }  // namespace marrowbeck::tools

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+
+#include "tools/service/Tool.h"
 #include "tools/service/ToolResult.h"
 
 namespace marrowbeck::tools {
@@ -8,11 +11,10 @@ namespace marrowbeck::tools {
 /// returns the exit status. A reader that has closed the pipe gives `exitFailure`
 /// without a word, since nobody is left to read one. Memory that runs out is a
 /// failure too; no exception leaves.
-int runTool(ToolResult (*tool)(const Arguments&), int argumentCount, char** arguments) noexcept;
+int runTool(const std::function<ToolResult(const Arguments&)>& tool, int argumentCount, char** arguments) noexcept;
 
-/// Bounds what the process may use from here on, so that a hostile file can end
-/// the tool but not the user's session. Memory that is refused is an ordinary
-/// `std::bad_alloc`; too much processor time ends the process.
-void limitProcess(unsigned long long memoryBytes, unsigned processorSeconds) noexcept;
+/// The same for a tool of two halves, which with the one argument `-stay_open` answers requests from standard
+/// input until that ends.
+int runTool(const Tool& tool, int argumentCount, char** arguments) noexcept;
 
 }  // namespace marrowbeck::tools

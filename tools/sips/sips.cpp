@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <charconv>
-#include <optional>
+#include <utility>
 
-#include "tools/service/InputFile.h"
+#include "tools/pictures/PictureLibrary.h"
+#include "tools/service/Frames.h"
 #include "tools/service/ReplacementFile.h"
 #include "tools/sips/sipsPicture.h"
 #include "tools/sips/sipsPng.h"
@@ -13,9 +14,9 @@ namespace marrowbeck::tools {
 
 namespace {
 
-constexpr const char* usage = "Usage: sips -s format png [-Z PIXELS] FILE --out FILE\n";
+constexpr const char* usage = "Usage: sips -s format png [-Z PIXELS] FILE --out FILE\n       sips -stay_open\n";
 
-struct Request {
+struct Wish {
     std::string source;
     std::string target;
     int side = largestSide;
@@ -29,53 +30,106 @@ std::optional<int> sideFrom(const std::string& word) {
     return std::min(side, largestSide);
 }
 
-std::optional<Request> parse(const Arguments& arguments) {
-    Request request;
+std::optional<Wish> parse(const Arguments& arguments) {
+    Wish wish;
     bool marked = false;  // the next word is the source, whatever it begins with
     for (size_t i = 0; i < arguments.size(); ++i) {
         const std::string& word = arguments[i];
         const size_t left = arguments.size() - i - 1;
         if (marked || !word.starts_with('-')) {
-            if (!request.source.empty() || word.empty()) return std::nullopt;
-            request.source = word;
+            if (!wish.source.empty() || word.empty()) return std::nullopt;
+            wish.source = word;
             marked = false;
         } else if (word == "--") {
             marked = true;
         } else if (word == "-s" && left >= 2 && arguments[i + 1] == "format" && arguments[i + 2] == "png") {
-            request.png = true;
+            wish.png = true;
             i += 2;
         } else if (word == "-Z" && left >= 1) {
             const std::optional<int> side = sideFrom(arguments[++i]);
             if (!side) return std::nullopt;
-            request.side = *side;
+            wish.side = *side;
         } else if (word == "--out" && left >= 1) {
-            request.target = arguments[++i];
+            wish.target = arguments[++i];
         } else {
             return std::nullopt;
         }
     }
-    if (!request.png || marked || request.source.empty() || request.target.empty()) return std::nullopt;
-    return request;
+    if (!wish.png || marked || wish.source.empty() || wish.target.empty()) return std::nullopt;
+    return wish;
+}
+
+ToolResult failure(const std::string& path, const std::string& reason) {
+    return {{}, "sips: " + path + ": " + reason + "\n", exitFailure};
+}
+
+/// The pixels in a reader's answer; none unless the numbers are what was asked for and fit each other.
+Pixels pixelsFrom(std::string_view answer, int side) {
+    const auto number = [&answer] { return static_cast<int>(takeNumber(answer).value_or(0)); };
+    Pixels pixels;
+    const int width = number();
+    const int height = number();
+    const int channels = number();
+    const auto fits = [side](int length) { return length >= 1 && length <= side; };
+    if (!fits(width) || !fits(height) || (channels != 3 && channels != 4)) return {};
+    if (answer.size() != std::size_t{1} * static_cast<unsigned>(width) * static_cast<unsigned>(height) *
+                             static_cast<unsigned>(channels))
+        return {};
+    return {width, height, channels, std::string(answer)};
+}
+
+ToolResult finish(const Wish& wish, std::optional<std::string_view> answer) {
+    const Pixels pixels = pixelsFrom(answer.value_or(std::string_view()), wish.side);
+    if (pixels.width == 0) return failure(wish.source, "Cannot be read as a picture");
+    const std::string png = pngOf(pixels);
+    if (png.empty()) return failure(wish.source, "Cannot be written as PNG");
+    ReplacementFile replacement(wish.target);
+    // Should the machine stop now, the preview is made again.
+    if (!replacement.replaceWith(png, ReplacementFile::Sync::no)) return failure(wish.target, replacement.error());
+    return {};
 }
 
 }  // namespace
 
-ToolResult sips(const Arguments& arguments) {
-    const std::optional<Request> request = parse(arguments);
-    if (!request) return {{}, usage, exitUsage};
-    const auto failure = [](const std::string& path, const std::string& reason) {
-        return ToolResult{{}, "sips: " + path + ": " + reason + "\n", exitFailure};
-    };
-    const InputFile file(request->source);
-    if (!file.isOpen()) return failure(file.path(), file.error());
-    const QImage image = sipsPicture(file, request->side);
-    if (image.isNull()) return failure(file.path(), "Cannot be read as a picture");
-    const std::string png = sipsPng(image);
-    if (png.empty()) return failure(file.path(), "Cannot be written as PNG");
-    ReplacementFile replacement(request->target);
-    // Should the machine stop now, the preview is made again.
-    if (!replacement.replaceWith(png, ReplacementFile::Sync::no)) return failure(request->target, replacement.error());
-    return {};
+Limits Sips::limits() const {
+    Limits limits;
+    // The largest picture that a decoder may lay out whole, and half as much again to work on it.
+    limits.memoryBytes = 1536ULL << 20;
+    // Many times what the largest picture takes that can be read. Someone is waiting for it.
+    limits.seconds = 20;
+    limits.answerBytes = std::size_t{4} * largestSide * largestSide + 64;
+    return limits;
+}
+
+std::variant<Job, ToolResult> Sips::begin(const Arguments& arguments) const {
+    std::optional<Wish> wish = parse(arguments);
+    if (!wish) return ToolResult{{}, usage, exitUsage};
+    Job job;
+    job.path = wish->source;
+    job.question = std::to_string(wish->side);
+    job.finish = [wish = std::move(*wish)](std::optional<std::string_view> answer) { return finish(wish, answer); };
+    return job;
+}
+
+std::optional<ToolResult> Sips::unopened(const InputFile& file) const {
+    return failure(file.path(), file.error());
+}
+
+void Sips::warmUp() const {
+    if (PictureLibrary* const library = pictureLibrary()) library->warmUp();
+}
+
+std::vector<std::string> Sips::dataFolders() const {
+    return pictureLibraryFolders();
+}
+
+std::optional<std::string> Sips::read(const std::string& question, Content content) const {
+    const Pixels pixels = sipsPicture(content, sideFrom(question).value_or(largestSide));
+    if (pixels.width == 0) return std::nullopt;
+    std::string answer;
+    for (const int number : {pixels.width, pixels.height, pixels.channels})
+        answer += numberBytes(static_cast<std::uint32_t>(number));
+    return answer + pixels.bytes;
 }
 
 }  // namespace marrowbeck::tools

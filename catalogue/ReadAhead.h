@@ -1,0 +1,28 @@
+#pragma once
+
+#include <functional>
+
+#include "framework/framework.h"
+
+namespace marrowbeck {
+
+/// Lets the metadata tool read the files that come next while the window builds a row of those before. Lives as long
+/// as a search: when that ends, or is stopped, what was not asked for is dropped.
+class ReadAhead {
+  public:
+    /// `pathAt` gives the escaped path of the file at an index up to `last`, empty where none will be asked for.
+    ReadAhead(std::function<String(int)> pathAt, int last);
+    ~ReadAhead();
+    ReadAhead(const ReadAhead&) = delete;
+    ReadAhead& operator=(const ReadAhead&) = delete;
+
+    /// The file at `index` comes now; the first call names the first file.
+    void Reached(int index);
+
+  private:
+    std::function<String(int)> pathAt_;
+    int last_;
+    int next_ = -1;
+};
+
+}  // namespace marrowbeck

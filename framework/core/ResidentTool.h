@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "framework/core/ChildProcess.h"
+#include "tools/service/Frames.h"
+
+namespace framework {
+
+class Thread;
+
+namespace internal {
+
+/// One of the program's own tools, kept running: it is started at the first question and ended with this object, and
+/// in between a question costs a message instead of a process. Several threads may ask at a time.
+class ResidentTool {
+  public:
+    using Arguments = marrowbeck::tools::Arguments;
+    using Result = marrowbeck::tools::ToolResult;
+
+    /// How its process is started; nothing when it cannot be.
+    using Start = std::function<std::optional<ChildProcess>()>;
+
+    explicit ResidentTool(Start start);
+    ~ResidentTool();
+    ResidentTool(const ResidentTool&) = delete;
+    ResidentTool& operator=(const ResidentTool&) = delete;
+
+    /// What the tool says to these arguments. A thread parks meanwhile, and drops the question when it is killed; the
+    /// main thread blocks. Nothing when the tool cannot be had: it has died twice in a row over a question, or does not
+    /// start. It is then not tried again.
+    std::optional<Result> Ask(const Arguments& arguments);
+
+    /// Lets the tool work on a question ahead that will be asked soon. Only a hint: it is lost where that is easier.
+    void Expect(const Arguments& arguments);
+    /// What is expected will not be asked.
+    void ExpectNothing();
+
+    /// Starts the process, so that the first question finds it ready.
+    void Prepare() { isRunning(); }
+
+  private:
+    struct Pending;
+
+    bool isRunning();
+    void send(const std::string& frame);
+    void flush();
+    void receive();
+    void die();
+
+    Start start_;
+    std::optional<ChildProcess> process_;
+    marrowbeck::tools::FrameStream answers_;
+    std::string unsent_;
+    std::map<std::uint32_t, Pending*> pending_;
+    std::uint32_t lastId_ = 0;
+    /// How often it has died since it gave an answer.
+    int deaths_ = 0;
+};
+
+}  // namespace internal
+}  // namespace framework

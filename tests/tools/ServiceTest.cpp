@@ -1,0 +1,191 @@
+#include "tools/service/Service.h"
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <signal.h>
+#include <sys/ptrace.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <fstream>
+#include <map>
+#include <sstream>
+
+#include "tests/tools/TestFiles.h"
+
+namespace marrowbeck::tools {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+/// What becomes of an attempt, as a word.
+std::string outcome(long result) {
+    return result >= 0 ? "done" : "refused";
+}
+
+/// Everything that a hostile file might have its reader do.
+std::string tryEverything() {
+    std::ostringstream report;
+    const std::string home = std::getenv("HOME") == nullptr ? "/root" : std::getenv("HOME");
+    char* const words[] = {nullptr};
+    report << "read " << outcome(open("/etc/passwd", O_RDONLY)) << ", home " << outcome(open(home.c_str(), O_RDONLY))
+           << ", processes " << outcome(open("/proc/self/status", O_RDONLY)) << ", library "
+           << outcome(open("/usr/lib", O_RDONLY)) << ", write " << outcome(open("/usr/lib", O_TMPFILE | O_RDWR, 0600))
+           << ", create " << outcome(open("/tmp/made", O_CREAT | O_RDONLY, 0600)) << ", remove "
+           << outcome(unlink("/tmp/made")) << ", network " << outcome(socket(AF_INET, SOCK_STREAM, 0)) << ", bus "
+           << outcome(socket(AF_UNIX, SOCK_STREAM, 0)) << ", run " << outcome(execve("/bin/true", words, words))
+           << ", fork " << outcome(fork()) << ", trace " << outcome(ptrace(PTRACE_TRACEME, 0, nullptr, nullptr))
+           << ", signal " << outcome(kill(getppid(), 0)) << ", secret "
+           << (std::getenv("MARROWBECK_SECRET") == nullptr ? "hidden" : "seen");
+    return report.str();
+}
+
+/// A tool that does as its file says.
+class Obedient final : public Tool {
+  public:
+    Limits limits() const override { return {256U << 20, seconds, 1U << 20}; }
+    bool keepsAnswers() const override { return true; }
+    std::variant<Job, ToolResult> begin(const Arguments& arguments) const override {
+        Job job{arguments.front(), "", [](std::optional<std::string_view> answer) {
+                    return ToolResult{std::string(answer.value_or("no sense")), {}, exitSuccess};
+                }};
+        return job;
+    }
+    std::optional<ToolResult> unopened(const InputFile& file) const override { return ToolResult{{}, file.error(), 1}; }
+    void warmUp() const override {}
+    std::vector<std::string> dataFolders() const override { return {}; }
+    std::optional<std::string> read(const std::string&, Content content) const override {
+        const std::string text(content.begin(), content.end());
+        if (text == "attempts") return tryEverything();
+        if (text == "crash") raise(SIGSEGV);
+        if (text == "hang") poll(nullptr, 0, -1);
+        if (text == "eat") return std::string(std::size_t{1} << 30, 'x').substr(0, 1);
+        if (text == "talk") return std::string(2U << 20, 'x');
+        return "read " + text;
+    }
+
+    unsigned seconds = 5;
+};
+
+class ServiceTest : public testing::Test {
+  protected:
+    void ask(std::uint32_t id, const std::string& path) { service.take({id, {path}}); }
+
+    /// Works until the request is answered, and gives the output.
+    std::string answer(std::uint32_t id) {
+        while (!replies.contains(id)) {
+            std::vector<pollfd> descriptors;
+            service.awaited(descriptors);
+            poll(descriptors.data(), descriptors.size(), service.patience());
+            service.work();
+        }
+        return replies[id].output;
+    }
+
+    /// The processes that the service has now.
+    static std::vector<pid_t> readers() {
+        std::ifstream list("/proc/self/task/" + std::to_string(getpid()) + "/children");
+        return {std::istream_iterator<pid_t>(list), {}};
+    }
+
+    TemporaryFolder folder;
+    Obedient tool;
+    std::map<std::uint32_t, ToolResult> replies;
+    Service service{tool, 1, [this](std::uint32_t id, ToolResult result) { replies[id] = std::move(result); }};
+};
+
+TEST_F(ServiceTest, AReaderMayReadItsFileAndNothingElse) {
+    setenv("MARROWBECK_SECRET", "x", 1);
+    ask(1, folder.write("a", "attempts"));
+    EXPECT_EQ(answer(1),
+              "read refused, home refused, processes refused, library done, write refused, create refused, remove "
+              "refused, network refused, bus refused, run refused, fork refused, trace refused, signal refused, "
+              "secret hidden");
+    ASSERT_EQ(readers().size(), 1U);
+    const std::string status = readFile("/proc/" + std::to_string(readers().front()) + "/status");
+    EXPECT_THAT(status, HasSubstr("NoNewPrivs:\t1\n"));
+    EXPECT_THAT(status, HasSubstr("Seccomp:\t2\n"));
+}
+
+TEST_F(ServiceTest, AReaderThatFailsIsReplacedAndItsFileMakesNoSense) {
+    tool.seconds = 0;
+    for (const char* const harm : {"crash", "hang", "eat", "talk"}) {
+#ifdef __SANITIZE_ADDRESS__
+        if (std::string(harm) == "eat") continue;  // there is no limit of memory under the sanitizer
+#endif
+        replies.clear();
+        ask(1, folder.write("harm", harm));
+        ask(2, folder.write("good", "good"));
+        EXPECT_EQ(answer(1), "no sense") << harm;
+        EXPECT_EQ(answer(2), "read good") << harm;
+    }
+    // Ended from outside, with nothing in hand.
+    kill(readers().front(), SIGKILL);
+    ask(3, folder.write("other", "other"));
+    EXPECT_EQ(answer(3), "read other");
+}
+
+TEST_F(ServiceTest, WhatWasReadAheadIsKnownUntilTheFileChanges) {
+    const std::string path = folder.write("a", "old");
+    ask(noAnswer, path);
+    ask(1, folder.write("b", "other"));
+    answer(1);  // the only reader has come to it after the first
+    EXPECT_TRUE(!replies.contains(noAnswer));
+    ask(2, path);
+    ASSERT_TRUE(replies.contains(2));
+    EXPECT_EQ(answer(2), "read old");
+
+    folder.write("new", "new");
+    std::filesystem::rename(folder.path() + "/new", path);
+    ask(3, folder.path() + "/b");
+    ask(4, path);
+    EXPECT_FALSE(replies.contains(4));
+    EXPECT_EQ(answer(4), "read new");
+    // Read ahead in one state, asked for in another before the reader has come to it.
+    ask(noAnswer, path);
+    folder.write("a", "newest");
+    ask(5, folder.path() + "/b");
+    ask(6, path);
+    EXPECT_EQ(answer(6), "read newest");
+}
+
+TEST_F(ServiceTest, WhatNobodyWantsAnyMoreStopsItsReader) {
+    ask(1, folder.write("hang", "hang"));
+    ask(2, folder.write("a", "a"));
+    ask(3, folder.write("b", "b"));
+    service.take({1, {}});
+    service.take({2, {}});
+    EXPECT_EQ(answer(3), "read b");
+    EXPECT_FALSE(replies.contains(1) || replies.contains(2));
+    // Of what is read ahead, all is dropped at once.
+    ask(noAnswer, folder.path() + "/hang");
+    service.take({noAnswer, {}});
+    ask(4, folder.write("c", "c"));
+    EXPECT_EQ(answer(4), "read c");
+}
+
+TEST(Frames, AreToldApartHoweverTheyCome) {
+    const std::string bytes = requestFrame(7, {"-raw", "", "a b"}) + requestFrame(8, {}) + framed("");
+    for (std::size_t piece = 1; piece < bytes.size(); ++piece) {
+        FrameStream stream(largestRequest);
+        std::vector<std::optional<Request>> requests;
+        for (std::size_t i = 0; i < bytes.size(); i += piece) {
+            stream.append(bytes.substr(i, piece));
+            while (const auto body = stream.next()) requests.push_back(requestFrom(*body));
+        }
+        ASSERT_EQ(requests.size(), 3U);
+        EXPECT_EQ(requests[0]->id, 7U);
+        EXPECT_THAT(requests[0]->arguments, ElementsAre("-raw", "", "a b"));
+        EXPECT_TRUE(requests[1]->arguments.empty());
+        EXPECT_FALSE(requests[2]);
+    }
+    FrameStream stream(10);
+    stream.append(numberBytes(11) + "x");
+    EXPECT_FALSE(stream.next());
+    EXPECT_TRUE(stream.isBroken());
+}
+
+}  // namespace
+}  // namespace marrowbeck::tools

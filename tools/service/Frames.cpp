@@ -1,0 +1,83 @@
+#include "tools/service/Frames.h"
+
+namespace marrowbeck::tools {
+
+namespace {
+
+constexpr std::size_t numberSize = 4;
+
+}  // namespace
+
+std::string numberBytes(std::uint32_t number) {
+    std::string bytes(numberSize, '\0');
+    for (std::size_t i = numberSize; i-- > 0; number >>= 8) bytes[i] = static_cast<char>(number & 0xff);
+    return bytes;
+}
+
+std::optional<std::uint32_t> takeNumber(std::string_view& bytes) {
+    if (bytes.size() < numberSize) return std::nullopt;
+    std::uint32_t number = 0;
+    for (const char byte : bytes.substr(0, numberSize)) number = number << 8 | static_cast<unsigned char>(byte);
+    bytes.remove_prefix(numberSize);
+    return number;
+}
+
+std::string framed(std::string_view body) {
+    std::string frame = numberBytes(static_cast<std::uint32_t>(body.size()));
+    return frame.append(body);
+}
+
+std::string requestFrame(std::uint32_t id, const Arguments& arguments) {
+    std::string body = numberBytes(id);
+    for (const std::string& word : arguments) body.append(word).push_back('\0');
+    return framed(body);
+}
+
+std::string answerFrame(std::uint32_t id, const ToolResult& result) {
+    return framed(numberBytes(id) + numberBytes(static_cast<std::uint32_t>(result.status)) +
+                  numberBytes(static_cast<std::uint32_t>(result.output.size())) + result.output + result.error);
+}
+
+std::optional<Request> requestFrom(std::string_view body) {
+    const auto id = takeNumber(body);
+    if (!id || (!body.empty() && body.back() != '\0')) return std::nullopt;
+    Request request{*id, {}};
+    while (!body.empty()) {
+        const std::size_t end = body.find('\0');
+        request.arguments.emplace_back(body.substr(0, end));
+        body.remove_prefix(end + 1);
+    }
+    return request;
+}
+
+std::optional<Answer> answerFrom(std::string_view body) {
+    const auto id = takeNumber(body);
+    const auto status = takeNumber(body);
+    const auto length = takeNumber(body);
+    if (!id || !status || !length || *length > body.size()) return std::nullopt;
+    Answer answer{*id, {}};
+    answer.result.status = static_cast<int>(*status);
+    answer.result.output = body.substr(0, *length);
+    answer.result.error = body.substr(*length);
+    return answer;
+}
+
+void FrameStream::append(std::string_view bytes) {
+    if (taken_ > bytes_.size() / 2) {
+        bytes_.erase(0, taken_);
+        taken_ = 0;
+    }
+    bytes_.append(bytes);
+}
+
+std::optional<std::string_view> FrameStream::next() {
+    std::string_view rest = std::string_view(bytes_).substr(taken_);
+    const auto length = takeNumber(rest);
+    if (!length || broken_) return std::nullopt;
+    broken_ = *length > largest_;
+    if (broken_ || *length > rest.size()) return std::nullopt;
+    taken_ += numberSize + *length;
+    return rest.substr(0, *length);
+}
+
+}  // namespace marrowbeck::tools

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "tools/service/ToolResult.h"
+
+namespace marrowbeck::tools {
+
+// What a tool that stays open reads and writes. A frame is a length and that many bytes; numbers have 32 bits, the
+// most significant byte first. A request is an id and the words behind the tool's name, a NUL after each; an answer is
+// the id, the exit status, the length of the standard output, that output, and the standard error.
+
+/// A question to a tool that stays open.
+struct Request {
+    /// The answer bears it. One with `noAnswer` is worked on ahead and not answered.
+    std::uint32_t id = 0;
+    /// None at all: the request of this id is no longer of interest, or, with `noAnswer`, all that was to be worked on
+    /// ahead.
+    Arguments arguments;
+};
+
+inline constexpr std::uint32_t noAnswer = 0;
+
+/// Bytes of the longest request: more words than any command line has.
+inline constexpr std::size_t largestRequest = 1U << 20;
+
+struct Answer {
+    std::uint32_t id = 0;
+    ToolResult result;
+};
+
+std::string framed(std::string_view body);
+std::string requestFrame(std::uint32_t id, const Arguments& arguments);
+std::string answerFrame(std::uint32_t id, const ToolResult& result);
+
+/// The contents of a frame; nothing for one that makes no sense.
+std::optional<Request> requestFrom(std::string_view body);
+std::optional<Answer> answerFrom(std::string_view body);
+
+/// A number, and how it stands in a frame.
+std::string numberBytes(std::uint32_t number);
+std::optional<std::uint32_t> takeNumber(std::string_view& bytes);
+
+/// Cuts frames out of bytes as they come. The cost is linear in the bytes, however they are parted.
+class FrameStream {
+  public:
+    /// A frame longer than `largest` bytes breaks the stream.
+    explicit FrameStream(std::size_t largest) : largest_(largest) {}
+
+    void append(std::string_view bytes);
+
+    /// The body of the next frame, if all of it is there; valid until the next call of either function.
+    std::optional<std::string_view> next();
+
+    /// A length was read that no frame may have: what follows cannot be told apart.
+    bool isBroken() const { return broken_; }
+
+  private:
+    std::string bytes_;
+    std::size_t taken_ = 0;
+    std::size_t largest_;
+    bool broken_ = false;
+};
+
+}  // namespace marrowbeck::tools
