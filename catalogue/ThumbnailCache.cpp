@@ -1,6 +1,7 @@
 #include "catalogue/ThumbnailCache.h"
 
 #include "app/Preferences.h"
+#include "framework/core/Paths.h"
 
 namespace marrowbeck {
 namespace {
@@ -8,10 +9,24 @@ namespace {
 /// The preview's sides, in pixels.
 constexpr double kLongestSide = 240.0;
 
+/// Bytes of the longest name that a file can have.
+constexpr std::size_t kLongestName = 255;
+
+/// As much of the beginning of a name as `size` bytes hold, without a piece of a character at its end.
+String shortened(const String& name, std::size_t size) {
+    const std::string_view bytes = name.Bytes();
+    if (bytes.size() <= size) return name;
+    while (size > 0 && (static_cast<unsigned char>(bytes[size]) & 0xc0) == 0x80) --size;
+    return String(bytes.substr(0, size));
+}
+
 }  // namespace
 
 ThumbnailEntry::ThumbnailEntry(const Ref<FolderItem>& source)
-    : source_(source->ShellPath()), name_(source->Name()), hash_(Str(Variant(source_).Hash())) {}
+    : source_(source->ShellPath()), hash_(Str(Variant(source_).Hash())) {
+    // A name that leaves no room for the hash loses its end: the hash tells entries apart all the same.
+    name_ = shortened(source->Name(), kLongestName - hash_.Bytes().size());
+}
 
 void ThumbnailEntry::MakeFolder() {
     Preferences::CreateFolder(Preferences::ThumbnailsFolder());
@@ -24,8 +39,7 @@ Ref<FolderItem> ThumbnailEntry::File() const {
 String ThumbnailEntry::Command(int width, int height) const {
     // A side of 0 divides by zero, which is no error for doubles: the scale is then 1.
     const double scale = Min(Min(kLongestSide / width, kLongestSide / height), 1.0);
-    // The last part of the escaped path is escaped itself, so that the shell makes the plain name of it.
-    const String escapedName = NthField(source_, "/", CountFields(source_, "/"));
+    const String escapedName(Paths::EscapeForShell(name_.Bytes()));
     const String options = scale < 1.0 ? "-Z 240 " : "";
     return "sips -s format png " + options + source_ + " --out " + Preferences::ThumbnailsFolder()->ShellPath() + "/" +
            hash_ + escapedName;

@@ -24,8 +24,8 @@ class ThumbnailEntry {
 
   private:
     String source_;
-    String name_;
     String hash_;
+    String name_;
 };
 
 }  // namespace marrowbeck

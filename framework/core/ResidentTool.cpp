@@ -97,8 +97,11 @@ void ResidentTool::ExpectNothing() {
 bool ResidentTool::isRunning() {
     if (process_) return true;
     if (deaths_ >= kMostDeaths) return false;
-    process_ = start_();
-    if (!process_) deaths_ = kMostDeaths;
+    if (auto process = start_()) {
+        process_.emplace(std::move(*process));
+    } else {
+        deaths_ = kMostDeaths;
+    }
     return process_.has_value();
 }
 

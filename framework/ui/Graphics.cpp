@@ -52,7 +52,11 @@ void Graphics::ClearRect(int x, int y, int width, int height) {
 
 void Graphics::DrawPicture(const Ref<Picture>& picture, int x, int y) {
     const QImage& image = native::ToQImage(picture);
-    draw([&](QPainter& painter) { painter.drawImage(QPoint(x, y), image); });
+    draw([&](QPainter& painter) {
+        // On a fine screen a picture of few dots is enlarged.
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(QPoint(x, y), image);
+    });
 }
 
 void Graphics::DrawPicture(const Ref<Picture>& picture, int x, int y, int destinationWidth, int destinationHeight,

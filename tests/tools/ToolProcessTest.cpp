@@ -1,11 +1,16 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
-#include <csignal>
 #include <cstdio>
+#include <filesystem>
+#include <map>
 #include <random>
+#include <vector>
 
 #include "tests/tools/TestFiles.h"
+#include "tools/service/Frames.h"
+#include "tools/service/InputFile.h"
 
 namespace marrowbeck::tools {
 namespace {
@@ -103,25 +108,90 @@ TEST(ToolProcess, AFullDiskLeavesThePreviewAsItWas) {
     EXPECT_TRUE(readFile(target).starts_with("\x89PNG"));
 }
 
-/// A progressive JPEG of some ten kilobytes that takes half a minute to decode.
-std::string slowPicture() {
-    std::string jpeg = readFile(picture("progressive.jpg"));
-    jpeg.replace(jpeg.find("\xff\xc2") + 5, 4, "\x0f\xa0\x0f\xa0");
-    const size_t last = jpeg.rfind("\xff\xda");
-    const std::string scan = jpeg.substr(last, jpeg.size() - 2 - last);
-    for (int i = 0; i < 20'000; ++i) jpeg.insert(last, scan);
-    return jpeg;
+/// A request for each picture, in the frames of a tool that stays open; `words` stand before the path, `target` behind.
+std::string requestsFor(const std::vector<std::string>& pictures, const Arguments& words, const std::string& target) {
+    std::string bytes;
+    std::uint32_t id = 0;
+    for (const std::string& path : pictures) {
+        Arguments arguments = words;
+        arguments.push_back(path);
+        if (!target.empty()) arguments.insert(arguments.end(), {"--out", target + nameOf(path)});
+        bytes += requestFrame(++id, arguments);
+    }
+    return bytes;
 }
 
-TEST(ToolProcess, SipsBoundsItselfAndEndedInTheMiddleLeavesNothing) {
+std::map<std::uint32_t, ToolResult> answersFrom(const std::string& bytes) {
+    std::map<std::uint32_t, ToolResult> answers;
+    FrameStream stream(1U << 20);
+    stream.append(bytes);
+    while (const auto body = stream.next()) {
+        if (auto answer = answerFrom(*body)) answers[answer->id] = std::move(answer->result);
+    }
+    return answers;
+}
+
+TEST(ToolProcess, AToolThatStaysOpenSaysTheSame) {
     const TemporaryFolder folder;
-    const std::string source = folder.write("slow.jpg", slowPicture());
-    const Outcome outcome = run("sips -s format png " + source + " --out " + folder.path() +
-                                "/preview & tool=$!; while kill -0 $tool && ! grep 'cpu time  *30 ' "
-                                "/proc/$tool/limits; do :; done; kill -9 $tool; wait $tool");
-    EXPECT_EQ(outcome.output.substr(0, 12), "Max cpu time");
-    EXPECT_EQ(outcome.status, 128 + SIGKILL);
-    EXPECT_EQ(entriesIn(folder.path()), 1U);
+    std::vector<std::string> pictures{"/none/such", folder.path()};
+    for (const auto& file : std::filesystem::directory_iterator(MARROWBECK_TEST_PICTURES)) {
+        if (file.is_regular_file()) pictures.push_back(file.path());
+    }
+    ASSERT_GT(pictures.size(), 50U);
+    std::filesystem::create_directories(folder.path() + "/once");
+    std::filesystem::create_directories(folder.path() + "/open");
+    const Arguments preview{"-s", "format", "png", "-Z", "20"};
+    folder.write("facts", requestsFor(pictures, {"-raw"}, ""));
+    folder.write("previews", requestsFor(pictures, preview, folder.path() + "/open/"));
+    const auto facts = answersFrom(run("mdls -stay_open < " + folder.path() + "/facts").output);
+    const auto previews = answersFrom(run("sips -stay_open < " + folder.path() + "/previews").output);
+    ASSERT_EQ(facts.size(), pictures.size());
+    ASSERT_EQ(previews.size(), pictures.size());
+    for (std::uint32_t id = 1; id <= pictures.size(); ++id) {
+        const std::string& path = pictures[id - 1];
+        const Outcome once = run("mdls -raw " + path + " 2>&1");
+        EXPECT_EQ(facts.at(id).output + facts.at(id).error, once.output) << path;
+        EXPECT_EQ(facts.at(id).status, once.status) << path;
+        const std::string name = nameOf(path);
+        const Outcome made = run("sips -s format png -Z 20 " + path + " --out " + folder.path() + "/once/" + name + " 2>&1");
+        EXPECT_EQ(previews.at(id).error, made.output) << path;
+        EXPECT_EQ(previews.at(id).status, made.status) << path;
+        EXPECT_TRUE(readFile(folder.path() + "/once/" + name) == readFile(folder.path() + "/open/" + name)) << path;
+    }
+}
+
+TEST(ToolProcess, WhatIsNoPictureIsNeverRun) {
+    const std::string contents[] = {
+        "<?xml version=\"1.0\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"40\" height=\"30\">"
+        "<rect width=\"40\" height=\"30\"/></svg>\n",
+        "%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj 2 0 obj<</Type/Pages/Kids[3 0 R]/Count 1>>endobj "
+        "3 0 obj<</Type/Page/Parent 2 0 R/MediaBox[0 0 40 30]>>endobj\ntrailer<</Root 1 0 R>>\n%%EOF\n",
+        "%!PS-Adobe-3.0 EPSF-3.0\n%%BoundingBox: 0 0 40 30\n0 0 40 30 rectfill\nshowpage\n",
+        "id=ImageMagick  class=DirectClass\ncolumns=4  rows=3  depth=8\n\f\n:\x1a" + std::string(36, 'x'),
+        "<?xml version=\"1.0\"?>\n<image size=\"40x30\"><read filename=\"xc:red\"/></image>\n",
+        "push graphic-context\nviewbox 0 0 40 30\nrectangle 0,0 40,30\npop graphic-context\n",
+        "Dear aunt,\nhere is a picture.\n",
+    };
+    const TemporaryFolder folder;
+    for (const std::string& content : contents) {
+        const std::string path = folder.write("picture.jpg", content);
+        EXPECT_EQ(run("mdls -name kMDItemPixelWidth -name kMDItemPixelHeight -raw " + path).output,
+                  std::string("(null)\0(null)", 13))
+            << content;
+        EXPECT_EQ(run("sips -s format png " + path + " --out " + folder.path() + "/out 2>/dev/null").status, 1) << content;
+        EXPECT_EQ(entriesIn(folder.path()), 1U) << content;
+    }
+}
+
+TEST(ToolProcess, AFileThatMayNotBeReadIsNoFailure) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write("private.jpg", readFile(picture("rgb.png")));
+    std::filesystem::permissions(path, std::filesystem::perms::none);
+    // Even the administrator may not, without that privilege.
+    const std::string limited = geteuid() == 0 ? "setpriv --bounding-set=-all " : "";
+    const Outcome outcome = run(limited + "mdls -name kMDItemKind -name kMDItemPixelWidth -raw " + path);
+    EXPECT_EQ(outcome.output, std::string("JPEG image\0(null)", 17));
+    EXPECT_EQ(outcome.status, 0);
 }
 
 }  // namespace

@@ -1,0 +1,122 @@
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "framework/core/Shell.h"
+#include "framework/core/Thread.h"
+#include "tests/support/EventLoop.h"
+
+namespace framework {
+namespace {
+
+using marrowbeck::test::RunUntil;
+
+class ResidentTool : public testing::Test {
+  protected:
+    ~ResidentTool() override { Shell::SetToolsFolder(""); }
+
+    static std::string home() { return std::getenv("HOME"); }
+
+    /// A tools folder with one tool, that stays open if it can.
+    static void install(const std::string& script) {
+        std::filesystem::create_directory(home() + "/tools");
+        std::ofstream(home() + "/tools/mdls") << "#!/bin/sh\n" << script;
+        chmod((home() + "/tools/mdls").c_str(), 0755);
+        Shell::SetToolsFolder(String(home() + "/tools"), {"mdls"});
+    }
+
+    static std::string resultOf(const std::string& command) {
+        Shell shell;
+        shell.Execute(String(command));
+        return std::to_string(shell.ErrorCode()) + " " + shell.Result().ToStd();
+    }
+
+    static std::vector<pid_t> childrenOf(pid_t process) {
+        std::ifstream list("/proc/" + std::to_string(process) + "/task/" + std::to_string(process) + "/children");
+        return {std::istream_iterator<pid_t>(list), {}};
+    }
+};
+
+constexpr const char* kWidth = "mdls -name kMDItemPixelWidth -raw ";
+
+TEST_F(ResidentTool, AnswersAsAProcessWouldAndSurvivesItsOwnEnd) {
+    const std::string picture = MARROWBECK_TEST_PICTURES "/orient6.jpg";
+    const std::vector<std::string> lines = {kWidth + picture,        "mdls " + picture, kWidth + std::string("/none/such"),
+                                            "mdls -name x -raw",     "mdls",            kWidth + home(),
+                                            "mdls -stay_open extra", kWidth + picture};
+    Shell::SetToolsFolder(MARROWBECK_TOOLS);
+    std::vector<std::string> expected;
+    for (const std::string& line : lines) expected.push_back(resultOf(line));
+    EXPECT_EQ(expected.front(), "0 32");
+
+    Shell::SetToolsFolder(MARROWBECK_TOOLS, {"mdls"});
+    for (std::size_t i = 0; i < lines.size(); ++i) EXPECT_EQ(resultOf(lines[i]), expected[i]) << lines[i];
+    ASSERT_EQ(childrenOf(getpid()).size(), 1U);
+    for (int round = 0; round < 3; ++round) {
+        kill(childrenOf(getpid()).front(), SIGKILL);
+        EXPECT_EQ(resultOf(lines.front()), expected.front());
+    }
+}
+
+TEST_F(ResidentTool, IsDoneWithoutWhereItCannotStay) {
+    const std::string log = home() + "/log";
+    install("echo \"$*\" >> " + log + "\n[ \"$1\" = -stay_open ] && exit 1\necho one at a time\nexit 3\n");
+    for (int round = 0; round < 3; ++round) EXPECT_EQ(resultOf("mdls a"), "3 one at a time\n");
+    std::ifstream lines(log);
+    std::string all{std::istreambuf_iterator<char>(lines), {}};
+    EXPECT_EQ(all, "-stay_open\n-stay_open\na\na\na\n");  // once more, and never again
+
+    install("echo no answer at all; cat >/dev/null\n");
+    EXPECT_EQ(resultOf("true | mdls a"), "0 no answer at all\n");  // a line for the shell
+    std::filesystem::remove(home() + "/tools/mdls");
+    Shell::SetToolsFolder(String(home() + "/tools"), {"mdls"});
+    EXPECT_EQ(resultOf("mdls a"), "127 ");
+}
+
+/// A progressive JPEG of some ten kilobytes that takes half a minute to decode.
+std::string slowPicture() {
+    std::ifstream file(MARROWBECK_TEST_PICTURES "/progressive.jpg", std::ios::binary);
+    std::string jpeg{std::istreambuf_iterator<char>(file), {}};
+    jpeg.replace(jpeg.find("\xff\xc2") + 5, 4, "\x0f\xa0\x0f\xa0");
+    const std::size_t last = jpeg.rfind("\xff\xda");
+    const std::string scan = jpeg.substr(last, jpeg.size() - 2 - last);
+    for (int i = 0; i < 20'000; ++i) jpeg.insert(last, scan);
+    return jpeg;
+}
+
+TEST_F(ResidentTool, AKilledThreadsQuestionIsDroppedAndItsReaderStopped) {
+    std::ofstream(home() + "/slow.jpg", std::ios::binary) << slowPicture();
+    Shell::SetToolsFolder(MARROWBECK_TOOLS, {"sips"});
+    const auto thread = New<Thread>();
+    thread->OnRun = [] { resultOf("sips -s format png " + home() + "/slow.jpg --out " + home() + "/slow.png"); };
+    thread->Run();
+    const auto readers = [] {
+        const std::vector<pid_t> tools = childrenOf(getpid());
+        return tools.empty() ? std::vector<pid_t>() : childrenOf(tools.front());
+    };
+    ASSERT_TRUE(RunUntil([&] { return !readers().empty(); }));
+    thread->Kill();
+    EXPECT_EQ(thread->State(), Thread::NotRunning);
+    EXPECT_TRUE(RunUntil([&] { return readers().empty(); }));
+    // It serves on.
+    const std::string small = "sips -s format png " MARROWBECK_TEST_PICTURES "/rgb.png --out " + home() + "/small.png";
+    EXPECT_EQ(resultOf(small), "0 ");
+    EXPECT_TRUE(std::filesystem::exists(home() + "/small.png") && !std::filesystem::exists(home() + "/slow.png"));
+    // With the one that asked, all ends.
+    const std::vector<pid_t> tools = childrenOf(getpid());
+    const std::vector<pid_t> left = readers();
+    ASSERT_EQ(left.size(), 1U);
+    kill(tools.front(), SIGKILL);
+    EXPECT_TRUE(RunUntil([&] { return kill(left.front(), 0) != 0; }));
+}
+
+}  // namespace
+}  // namespace framework
