@@ -1,4 +1,4 @@
-#include "tools/mdls/mdls.h"
+#include "tests/tools/RunTools.h"
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>

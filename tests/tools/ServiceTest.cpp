@@ -56,7 +56,7 @@ class Obedient final : public Tool {
     std::optional<ToolResult> unopened(const InputFile& file) const override { return ToolResult{{}, file.error(), 1}; }
     void warmUp() const override {}
     std::vector<std::string> dataFolders() const override { return {}; }
-    std::optional<std::string> read(const std::string&, Content content) const override {
+    std::optional<std::string> read(const std::string&, Content content) override {
         const std::string text(content.begin(), content.end());
         if (text == "attempts") return tryEverything();
         if (text == "crash") raise(SIGSEGV);

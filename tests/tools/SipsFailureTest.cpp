@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "tests/tools/SipsFiles.h"
-#include "tools/sips/sips.h"
+#include "tests/tools/RunTools.h"
 
 namespace marrowbeck::tools {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "tests/tools/TestFiles.h"
-#include "tools/sips/sips.h"
+#include "tests/tools/RunTools.h"
 
 namespace marrowbeck::tools {
 

@@ -1,4 +1,4 @@
-#include "tools/sips/sips.h"
+#include "tests/tools/RunTools.h"
 
 #include <gtest/gtest.h>
 #include <zlib.h>

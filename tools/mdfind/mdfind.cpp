@@ -1,5 +1,6 @@
 #include "tools/mdfind/mdfind.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -10,7 +11,7 @@
 
 #include "tools/mdfind/FolderWalk.h"
 #include "tools/service/InputFile.h"
-#include "tools/mime/MimeDatabase.h"
+#include "tools/mime/MimeTypes.h"
 
 namespace marrowbeck::tools {
 
@@ -71,7 +72,11 @@ std::string absolutePath(const std::string& path) {
 
 std::string head(const std::string& path) {
     const InputFile file(path);
-    return file.isOpen() ? file.head(MimeDatabase::contentBytes) : std::string();
+    return file.isOpen() ? file.head(MimeTypes::contentBytes) : std::string();
+}
+
+bool mayBeRead(const std::string& path) {
+    return ::faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) == 0;
 }
 
 }  // namespace
@@ -79,14 +84,14 @@ std::string head(const std::string& path) {
 ToolResult mdfind(const Arguments& arguments) {
     const std::optional<Request> request = parse(arguments);
     if (!request) return {{}, usage, exitUsage};
-    const MimeDatabase database;
-    if (database.isEmpty()) return {{}, "mdfind: the shared MIME database is not installed\n", exitFailure};
+    if (!MimeTypes::areInstalled()) return {{}, "mdfind: the shared MIME database is not installed\n", exitFailure};
 
+    MimeTypes types;
     ToolResult result;
     const int failure = walkFolder(absolutePath(request->folder), [&](const std::string& path, std::string_view name) {
-        const std::string_view type = database.typeByName(name, [&path] { return head(path); });
-        const bool wanted = request->type.empty() ? database.isImage(type) : type == request->type;
-        if (wanted) result.output.append(path).push_back(request->ending);
+        const std::string type = types.typeByName(name, [&path] { return head(path); });
+        const bool wanted = request->type.empty() ? types.isImage(type) : type == request->type;
+        if (wanted && mayBeRead(path)) result.output.append(path).push_back(request->ending);
     });
     if (failure != 0) {
         result.error = "mdfind: " + request->folder + ": " + std::generic_category().message(failure) + "\n";

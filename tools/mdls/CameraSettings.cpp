@@ -119,9 +119,6 @@ CameraSettings cameraSettingsOf(const Exiv2::Image& image) {
         std::any_of(std::begin(noted), std::end(noted), [](const auto* text) { return !text->empty(); });
     // The version is how others learn that there is Exif data; some cameras and old raw formats leave it out.
     if (settings.exifVersion.empty() && camera) settings.exifVersion = "unknown";
-
-    const std::optional<double> orientation = numberOf(data, "Exif.Image.Orientation");
-    settings.standsOnItsSide = orientation && *orientation >= 5 && *orientation <= 8;
     return settings;
 }
 

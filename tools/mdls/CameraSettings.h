@@ -16,7 +16,6 @@ struct CameraSettings {
     std::string fNumber;           ///< decimal
     std::string focalLength;       ///< millimetres, decimal
     std::string isoSpeed;          ///< whole number
-    bool standsOnItsSide = false;  ///< width and height change places when the picture is shown
 };
 
 CameraSettings cameraSettingsOf(const Exiv2::Image& image);

@@ -2,6 +2,7 @@
 
 #include <lcms2.h>
 
+#include <QString>
 #include <memory>
 #include <type_traits>
 
@@ -21,8 +22,8 @@ std::string nameOf(cmsHPROFILE profile) {
     const auto room = static_cast<cmsUInt32Number>(name.size() * sizeof(wchar_t));
     cmsGetProfileInfo(profile, cmsInfoDescription, "en", "US", name.data(), room);
     name.resize(name.find(L'\0') == std::wstring::npos ? name.size() : name.find(L'\0'));
-    const std::string_view raw(reinterpret_cast<const char*>(name.data()), name.size() * sizeof(wchar_t));
-    return tidied(convertToUtf8(raw, "WCHAR_T"));
+    // Halves of characters that stand alone become the sign for what cannot be read.
+    return tidied(QString::fromWCharArray(name.data(), static_cast<qsizetype>(name.size())).toStdString());
 }
 
 ColourModel modelOf(cmsColorSpaceSignature signature) {

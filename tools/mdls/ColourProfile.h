@@ -4,7 +4,7 @@
 #include <span>
 #include <string>
 
-#include "tools/pictures/ImageHeader.h"
+#include "tools/pictures/PictureLibrary.h"
 
 namespace marrowbeck::tools {
 

@@ -1,5 +1,6 @@
 #include "tools/mdls/EmbeddedTexts.h"
 
+#include <QString>
 #include <algorithm>
 #include <unordered_set>
 
@@ -78,18 +79,19 @@ std::string exifCopyright(const Exiv2::ExifData& data) {
     return photographer.empty() || editor.empty() ? photographer + editor : photographer + ", " + editor;
 }
 
-/// A list has an element a line, so that an element is a single line.
-std::string singleLine(std::string text) {
-    std::replace_if(
-        text.begin(), text.end(), [](char letter) { return letter == '\n' || letter == '\r'; }, ' ');
-    return text;
-}
-
 class KeywordList {
   public:
-    void add(const std::string& keyword) {
-        std::string line = singleLine(tidied(keyword));
-        if (!line.empty() && known_.insert(line).second) keywords_.push_back(std::move(line));
+    /// A list has an element a line: what has several lines is several keywords. One that is written with other code
+    /// points but looks the same (Unicode Standard Annex 15) is the same.
+    void add(const std::string& keywords) {
+        for (std::size_t start = 0; start < keywords.size();) {
+            const std::size_t end = std::min(keywords.find_first_of("\r\n", start), keywords.size());
+            std::string keyword = tidied(std::string_view(keywords).substr(start, end - start));
+            start = end + 1;
+            if (keyword.empty()) continue;
+            const QString normal = QString::fromStdString(keyword).normalized(QString::NormalizationForm_C);
+            if (known_.insert(normal.toStdString()).second) keywords_.push_back(std::move(keyword));
+        }
     }
 
     bool isEmpty() const { return keywords_.empty(); }

@@ -6,10 +6,8 @@
 #include "tools/mdls/CameraSettings.h"
 #include "tools/mdls/ColourProfile.h"
 #include "tools/mdls/EmbeddedTexts.h"
-#include "tools/service/LostPages.h"
-#include "tools/mime/MimeDatabase.h"
 #include "tools/pictures/TextEncoding.h"
-#include "tools/pictures/ImageHeader.h"
+#include "tools/pictures/Exiv2Image.h"
 
 namespace marrowbeck::tools {
 
@@ -17,7 +15,7 @@ namespace {
 
 /// Whole channels count as four, as in a pixel of memory: 32 is 8 bits a channel, and 64
 /// is 16. Other depths are the bits that the file keeps for a pixel.
-std::string bitsPerSample(const ImageHeader& header) {
+std::string bitsPerSample(const PictureHeader& header) {
     if (header.bitsPerChannel == 0) return {};
     const bool whole = header.bitsPerChannel == 8 || header.bitsPerChannel >= 16;
     return std::to_string(header.bitsPerChannel * (whole ? 4 : header.channels));
@@ -41,74 +39,87 @@ std::string colourName(ColourModel model) {
 
 /// A list has an element a line, between brackets on lines of their own.
 std::string listText(const std::vector<std::string>& elements) {
+    constexpr std::string_view end = "\n)";
     if (elements.empty()) return {};
     std::string text = "(";
-    const char* separator = "\n    ";
+    std::string_view separator = "\n    ";
     for (const std::string& element : elements) {
-        text += separator + element;
+        if (text.size() + separator.size() + element.size() + end.size() > longestValue) break;
+        text.append(separator).append(element);
         separator = ",\n    ";
     }
-    return text + "\n)";
+    return text.append(end);
 }
 
-ColourProfile embeddedProfile(Exiv2::Image& image) {
-    if (!image.iccProfileDefined()) return {};
-    const Exiv2::DataBuf& icc = *image.iccProfile();
-    if (icc.pData_ == nullptr || icc.size_ <= 0) return {};
-    return describeProfile({icc.pData_, static_cast<size_t>(icc.size_)});
+ColourProfile embeddedProfile(Exiv2::Image* image, const PictureHeader& header) {
+    if (image != nullptr && image->iccProfileDefined()) {
+        const Exiv2::DataBuf& icc = *image->iccProfile();
+        if (icc.pData_ != nullptr && icc.size_ > 0) return describeProfile({icc.pData_, static_cast<size_t>(icc.size_)});
+    }
+    return describeProfile({reinterpret_cast<const std::uint8_t*>(header.profile.data()), header.profile.size()});
+}
+
+/// Of pictures with few bits a sample the library tells what it makes of them.
+void correctDepth(PictureHeader& header, const Exiv2::Image& image) {
+    if (image.mimeType() != "image/tiff") return;
+    const long bits = guarded([&] {
+        const auto found = image.exifData().findKey(Exiv2::ExifKey("Exif.Image.BitsPerSample"));
+        return found == image.exifData().end() || found->count() == 0 ? 0 : found->toLong();
+    });
+    if (bits > 0 && bits < 8) header.bitsPerChannel = static_cast<unsigned>(bits);
 }
 
 }  // namespace
 
-AttributeMap readImageAttributes(const InputFile& file) {
+AttributeMap readImageAttributes(Content content) {
     AttributeMap attributes;
     const auto set = [&attributes](const char* name, const std::string& value) {
-        if (!value.empty()) attributes[name] = value;
+        std::string text = bounded(tidied(value), longestValue);
+        if (!text.empty()) attributes[name] = std::move(text);
     };
 
-    ByteSource source(file.descriptor());
-    ImageHeader header = readImageHeader(source);
-
-    const LostPagesReadAsZeros guard;
-    CameraSettings camera;
-    if (const auto image = openExiv2Image(file.plainPath())) {
-        camera = cameraSettingsOf(*image);
+    PictureHeader header = readPictureHeader(content);
+    const std::unique_ptr<Exiv2::Image> image = openExiv2Image(content, header);
+    if (image) {
+        const CameraSettings camera = cameraSettingsOf(*image);
+        set("kMDItemEXIFVersion", camera.exifVersion);
+        set("kMDItemAcquisitionMake", camera.make);
+        set("kMDItemAcquisitionModel", camera.model);
+        set("kMDItemExposureTimeSeconds", camera.exposureTime);
+        set("kMDItemFNumber", camera.fNumber);
+        set("kMDItemFocalLength", camera.focalLength);
+        set("kMDItemISOSpeed", camera.isoSpeed);
         set("kMDItemDescription", captionOf(*image));
         set("kMDItemCopyright", copyrightOf(*image));
         set("kMDItemKeywords", listText(keywordsOf(*image)));
-        const ColourProfile profile = embeddedProfile(*image);
-        set("kMDItemProfileName", profile.name);
-
-        // Formats whose headers we do not read.
-        if (header.colour == ColourModel::unknown) header.colour = profile.colour;
-        if (header.width == 0 || header.height == 0) {
-            header.width = static_cast<std::uint32_t>(std::max(image->pixelWidth(), 0));
-            header.height = static_cast<std::uint32_t>(std::max(image->pixelHeight(), 0));
-        }
+        correctDepth(header, *image);
     }
-    set("kMDItemEXIFVersion", camera.exifVersion);
-    set("kMDItemAcquisitionMake", camera.make);
-    set("kMDItemAcquisitionModel", camera.model);
-    set("kMDItemExposureTimeSeconds", camera.exposureTime);
-    set("kMDItemFNumber", camera.fNumber);
-    set("kMDItemFocalLength", camera.focalLength);
-    set("kMDItemISOSpeed", camera.isoSpeed);
+    // What only the format's own texts say.
+    const auto text = [&](const char* key) {
+        const auto found = std::find_if(header.texts.begin(), header.texts.end(), [key](const auto& one) { return one.first == key; });
+        return found == header.texts.end() ? std::string() : guessedToUtf8(found->second);
+    };
+    const auto setIfMissing = [&](const char* name, const char* key) {
+        if (!attributes.contains(name)) set(name, text(key));
+    };
+    setIfMissing("kMDItemDescription", "Description");
+    setIfMissing("kMDItemDescription", "Comment");
+    setIfMissing("kMDItemCopyright", "Copyright");
 
-    if (camera.standsOnItsSide) std::swap(header.width, header.height);
-    if (header.width != 0 && header.height != 0) {
-        set("kMDItemPixelWidth", std::to_string(header.width));
-        set("kMDItemPixelHeight", std::to_string(header.height));
+    const ColourProfile profile = embeddedProfile(image.get(), header);
+    set("kMDItemProfileName", profile.name);
+    if (header.colour == ColourModel::unknown) header.colour = profile.colour;
+
+    PictureSize size = sizeOf(image.get(), header, content);
+    if (orientationOf(image.get(), header) >= 5) std::swap(size.width, size.height);
+    if (size.width != 0 && size.height != 0) {
+        set("kMDItemPixelWidth", std::to_string(size.width));
+        set("kMDItemPixelHeight", std::to_string(size.height));
     }
     set("kMDItemBitsPerSample", bitsPerSample(header));
     set("kMDItemColorSpace", colourName(header.colour));
     if (header.alpha) set("kMDItemHasAlphaChannel", *header.alpha ? "1" : "0");
     return attributes;
-}
-
-std::string readKind(const InputFile& file) {
-    const MimeDatabase database;
-    const std::string_view type = database.typeByContent(file.name(), file.head(MimeDatabase::contentBytes));
-    return type.empty() ? std::string() : tidied(database.comment(type));
 }
 
 }  // namespace marrowbeck::tools

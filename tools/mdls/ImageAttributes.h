@@ -4,21 +4,22 @@
 #include <string>
 #include <string_view>
 
-#include "tools/service/InputFile.h"
+#include "tools/pictures/PictureLibrary.h"
 
 namespace marrowbeck::tools {
 
-/// Attributes by name, sorted; none is empty, and none holds a NUL byte.
+/// Attributes by name, sorted; none is empty. Values are UTF-8 without NUL and without a byte-order mark at their
+/// beginning, and have at most `longestValue` bytes.
 using AttributeMap = std::map<std::string, std::string, std::less<>>;
 
-/// The display name of the file's kind alone.
+/// More than anybody reads; a longer text is cut at the border of a character, a longer list at that of an element.
+inline constexpr std::size_t longestValue = 65536;
+
+/// The display name of the file's kind, which is no business of the functions here.
 constexpr std::string_view kindAttribute = "kMDItemKind";
 
-/// Everything that `mdls` can tell of an open file but its kind. A file that makes no sense gives
-/// fewer attributes, or none.
-AttributeMap readImageAttributes(const InputFile& file);
-
-/// The file's kind in the user's language, such as "JPEG image"; empty if unknown.
-std::string readKind(const InputFile& file);
+/// Everything that `mdls` can tell of a file's content but its kind. A file that makes no sense gives fewer
+/// attributes, or none.
+AttributeMap readImageAttributes(Content content);
 
 }  // namespace marrowbeck::tools

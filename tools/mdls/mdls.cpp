@@ -117,19 +117,20 @@ std::optional<ToolResult> Mdls::unopened(const InputFile& file) const {
 }
 
 void Mdls::warmUp() const {
-    warmUpMimeTypes();
+    MimeTypes::warmUp();
     if (PictureLibrary* const library = pictureLibrary()) library->warmUp();
 }
 
 std::vector<std::string> Mdls::dataFolders() const {
-    std::vector<std::string> folders = mimeFolders();
+    std::vector<std::string> folders = MimeTypes::folders();
     for (std::string& folder : pictureLibraryFolders()) folders.push_back(std::move(folder));
     return folders;
 }
 
-std::optional<std::string> Mdls::read(const std::string& question, Content content) const {
+std::optional<std::string> Mdls::read(const std::string& question, Content content) {
     AttributeMap values = readImageAttributes(content);
-    if (std::string kind = kindOf(question, content); !kind.empty()) values.emplace(kindAttribute, std::move(kind));
+    if (std::string kind = types_.kindOf(question, content); !kind.empty())
+        values.emplace(kindAttribute, std::move(kind));
     std::string answer;
     for (const auto& [name, value] : values) {
         answer.append(name).push_back('\0');

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tools/mime/MimeTypes.h"
 #include "tools/service/Tool.h"
 
 namespace marrowbeck::tools {
@@ -22,7 +23,10 @@ class Mdls final : public Tool {
     void warmUp() const override;
     std::vector<std::string> dataFolders() const override;
     /// `question` is the file's name. The answer is each attribute's name and value, a NUL behind each.
-    std::optional<std::string> read(const std::string& question, Content content) const override;
+    std::optional<std::string> read(const std::string& question, Content content) override;
+
+  private:
+    MimeTypes types_;  ///< a reader's own: what it has learned stays with it
 };
 
 }  // namespace marrowbeck::tools

@@ -2,5 +2,6 @@
 #include "tools/service/ToolMain.h"
 
 int main(int argumentCount, char** arguments) {
-    return marrowbeck::tools::runTool(marrowbeck::tools::Mdls(), argumentCount, arguments);
+    marrowbeck::tools::Mdls tool;
+    return marrowbeck::tools::runTool(tool, argumentCount, arguments);
 }

@@ -14,6 +14,14 @@ namespace marrowbeck::tools {
 /// and prints nothing. Not for two threads at a time, as XMP is global.
 std::unique_ptr<Exiv2::Image> openExiv2Image(Content content, const PictureHeader& header);
 
+/// Width and height of the picture proper in pixels, as it lies; 0 when unknown. `image` may be null. Raw files of
+/// cameras look like TIFF and begin with a small picture, which is all that the header tells of.
+struct PictureSize {
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+};
+PictureSize sizeOf(const Exiv2::Image* image, const PictureHeader& header, Content content);
+
 /// How a picture stands, as in Exif (1 to 8): the one place that decides it, for facts and previews alike. `image`
 /// may be null.
 int orientationOf(const Exiv2::Image* image, const PictureHeader& header);

@@ -64,4 +64,11 @@ class PictureLibrary {
 /// The one library of the process, loaded now if it was not before. Null when it cannot be loaded.
 PictureLibrary* pictureLibrary();
 
+/// The folders in which the library and its data lie.
+std::vector<std::string> pictureLibraryFolders();
+
+/// What the file says of itself: a JPEG by a few bytes of our own reading, which loads no library, and everything else
+/// by `PictureLibrary::header`.
+PictureHeader readPictureHeader(Content content);
+
 }  // namespace marrowbeck::tools

@@ -87,11 +87,20 @@ std::string iptcToUtf8(std::string_view bytes, std::string_view declared) {
 std::string tidied(std::string_view text) {
     std::string result(text);
     result.erase(std::remove(result.begin(), result.end(), '\0'), result.end());
+    constexpr std::string_view mark = "\xef\xbb\xbf";
+    if (result.starts_with(mark)) result.erase(0, mark.size());
     constexpr const char* blanks = " \t\r\n";
     const size_t last = result.find_last_not_of(blanks);
     result.erase(last == std::string::npos ? 0 : last + 1);
     result.erase(0, std::min(result.find_first_not_of(blanks), result.size()));
     return result;
+}
+
+std::string bounded(std::string text, std::size_t size) {
+    if (text.size() <= size) return text;
+    while (size > 0 && (static_cast<unsigned char>(text[size]) & 0xc0) == 0x80) --size;
+    text.resize(size);
+    return text;
 }
 
 }  // namespace marrowbeck::tools

@@ -18,7 +18,11 @@ std::string guessedToUtf8(std::string_view bytes);
 /// sequence of ISO 2022; without one that is known, the bytes are guessed at.
 std::string iptcToUtf8(std::string_view bytes, std::string_view declared);
 
-/// The text without NUL bytes and without blanks and line ends at its beginning and end.
+/// The text without NUL bytes, without a byte-order mark at its beginning, and without blanks and line ends at its
+/// beginning and end.
 std::string tidied(std::string_view text);
+
+/// As many whole characters of a UTF-8 text as `size` bytes hold.
+std::string bounded(std::string text, std::size_t size);
 
 }  // namespace marrowbeck::tools

@@ -40,7 +40,7 @@ void leaveParent(int socket, pid_t parent) {
 
 }  // namespace
 
-std::unique_ptr<Reader> Reader::start(const Tool& tool) {
+std::unique_ptr<Reader> Reader::start(Tool& tool) {
     std::array<int, 2> ends{};
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) return nullptr;
     const pid_t parent = getpid();

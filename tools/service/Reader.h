@@ -23,7 +23,7 @@ class Reader {
     using Clock = std::chrono::steady_clock;
 
     /// Null when there can be no further process. Not with other threads running.
-    static std::unique_ptr<Reader> start(const Tool& tool);
+    static std::unique_ptr<Reader> start(Tool& tool);
     ~Reader();
     Reader(const Reader&) = delete;
     Reader& operator=(const Reader&) = delete;

@@ -72,7 +72,7 @@ bool receive(int socket, FrameStream& stream, std::string& question, int& file) 
     }
 }
 
-std::optional<std::string> answerTo(const Tool& tool, std::string_view question, int file) {
+std::optional<std::string> answerTo(Tool& tool, std::string_view question, int file) {
     const std::uint64_t high = takeNumber(question).value_or(0);
     const std::uint64_t size = high << 32 | takeNumber(question).value_or(0);
     const MappedFile mapped(file, file < 0 ? 0 : size);
@@ -86,7 +86,7 @@ std::optional<std::string> answerTo(const Tool& tool, std::string_view question,
 
 }  // namespace
 
-void serveQuestions(const Tool& tool, int socket) {
+void serveQuestions(Tool& tool, int socket) {
     if (!confine(tool.limits().memoryBytes, tool.dataFolders())) return;
     FrameStream stream(largestQuestion);
     std::string question;

@@ -9,6 +9,6 @@ namespace marrowbeck::tools {
 ///
 /// A question is a frame of the content's length in bytes (two numbers, the higher first; 0 for none) and the words; the descriptor comes with its
 /// first byte. An answer is a frame of one byte, 0 where the file makes no sense, and what `Tool::read` says.
-void serveQuestions(const Tool& tool, int socket);
+void serveQuestions(Tool& tool, int socket);
 
 }  // namespace marrowbeck::tools

@@ -29,7 +29,7 @@ int millisecondsUntil(Reader::Clock::time_point time) {
 
 }  // namespace
 
-Service::Service(const Tool& tool, std::size_t mostReaders, Reply reply)
+Service::Service(Tool& tool, std::size_t mostReaders, Reply reply)
     : tool_(tool), mostReaders_(mostReaders), reply_(std::move(reply)) {}
 
 void Service::take(const Request& request) {

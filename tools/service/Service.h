@@ -29,7 +29,7 @@ class Service {
     using Reply = std::function<void(std::uint32_t id, ToolResult result)>;
 
     /// `tool` must outlive it. Readers are started as they are needed, up to `mostReaders`.
-    Service(const Tool& tool, std::size_t mostReaders, Reply reply);
+    Service(Tool& tool, std::size_t mostReaders, Reply reply);
 
     /// Takes a request in; its reply may come at once.
     void take(const Request& request);
@@ -72,7 +72,7 @@ class Service {
     Slot* freeSlot();
     void removeEmptySlots();
 
-    const Tool& tool_;
+    Tool& tool_;
     const std::size_t mostReaders_;
     const Reply reply_;
     std::deque<Work> queue_;
@@ -90,9 +90,9 @@ class Service {
 
 /// Serves requests in frames (see Frames.h) from `input`, with answers to `output`, until the input ends and all are
 /// answered, or nobody reads answers any more. The exit status of the process.
-int serve(const Tool& tool, int input, int output);
+int serve(Tool& tool, int input, int output);
 
 /// One request, in the same way, with a reader of its own.
-ToolResult runOnce(const Tool& tool, const Arguments& arguments);
+ToolResult runOnce(Tool& tool, const Arguments& arguments);
 
 }  // namespace marrowbeck::tools

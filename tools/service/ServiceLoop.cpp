@@ -70,7 +70,7 @@ void wait(std::vector<pollfd>& descriptors, int milliseconds) {
 
 }  // namespace
 
-int serve(const Tool& tool, int input, int output) {
+int serve(Tool& tool, int input, int output) {
     std::signal(SIGPIPE, SIG_IGN);
     tool.warmUp();
     Outlet outlet(output);
@@ -103,7 +103,7 @@ int serve(const Tool& tool, int input, int output) {
     return exitSuccess;
 }
 
-ToolResult runOnce(const Tool& tool, const Arguments& arguments) {
+ToolResult runOnce(Tool& tool, const Arguments& arguments) {
     constexpr std::uint32_t id = 1;
     std::optional<ToolResult> result;
     Service service(tool, 1, [&](std::uint32_t, ToolResult answer) { result = std::move(answer); });

@@ -55,7 +55,7 @@ class Tool {
     virtual std::vector<std::string> dataFolders() const = 0;
 
     /// The reader's answer on a file; nothing when it makes no sense.
-    virtual std::optional<std::string> read(const std::string& question, Content content) const = 0;
+    virtual std::optional<std::string> read(const std::string& question, Content content) = 0;
 };
 
 }  // namespace marrowbeck::tools

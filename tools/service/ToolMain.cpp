@@ -1,5 +1,6 @@
 #include "tools/service/ToolMain.h"
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -10,6 +11,17 @@
 #include "tools/service/WriteAll.h"
 
 namespace marrowbeck::tools {
+
+namespace {
+
+void lower(__rlimit_resource resource, rlim_t value) {
+    rlimit limit{};
+    if (getrlimit(resource, &limit) != 0) return;
+    limit.rlim_cur = std::min(limit.rlim_cur, value);
+    setrlimit(resource, &limit);
+}
+
+}  // namespace
 
 int runTool(const std::function<ToolResult(const Arguments&)>& tool, int argumentCount, char** arguments) noexcept {
     std::signal(SIGPIPE, SIG_IGN);
@@ -25,12 +37,21 @@ int runTool(const std::function<ToolResult(const Arguments&)>& tool, int argumen
     }
 }
 
-int runTool(const Tool& tool, int argumentCount, char** arguments) noexcept {
+int runTool(Tool& tool, int argumentCount, char** arguments) noexcept {
     const bool staysOpen = argumentCount == 2 && std::string_view(arguments[1]) == "-stay_open";
     const auto run = [&](const Arguments& words) {
         return staysOpen ? ToolResult{{}, {}, serve(tool, STDIN_FILENO, STDOUT_FILENO)} : runOnce(tool, words);
     };
     return runTool(run, argumentCount, arguments);
+}
+
+void limitProcess(unsigned long long memoryBytes, unsigned processorSeconds) noexcept {
+    lower(RLIMIT_CPU, processorSeconds);
+#ifndef __SANITIZE_ADDRESS__  // the sanitizer's own bookkeeping counts as data, and is larger than any limit
+    lower(RLIMIT_DATA, memoryBytes);
+#else
+    static_cast<void>(memoryBytes);
+#endif
 }
 
 }  // namespace marrowbeck::tools

@@ -15,6 +15,11 @@ int runTool(const std::function<ToolResult(const Arguments&)>& tool, int argumen
 
 /// The same for a tool of two halves, which with the one argument `-stay_open` answers requests from standard
 /// input until that ends.
-int runTool(const Tool& tool, int argumentCount, char** arguments) noexcept;
+int runTool(Tool& tool, int argumentCount, char** arguments) noexcept;
+
+/// Bounds what the process may use from here on, so that a hostile file can end
+/// the tool but not the user's session. Memory that is refused is an ordinary
+/// `std::bad_alloc`; too much processor time ends the process.
+void limitProcess(unsigned long long memoryBytes, unsigned processorSeconds) noexcept;
 
 }  // namespace marrowbeck::tools

@@ -123,7 +123,7 @@ std::vector<std::string> Sips::dataFolders() const {
     return pictureLibraryFolders();
 }
 
-std::optional<std::string> Sips::read(const std::string& question, Content content) const {
+std::optional<std::string> Sips::read(const std::string& question, Content content) {
     const Pixels pixels = sipsPicture(content, sideFrom(question).value_or(largestSide));
     if (pixels.width == 0) return std::nullopt;
     std::string answer;

@@ -20,7 +20,7 @@ class Sips final : public Tool {
     std::vector<std::string> dataFolders() const override;
     /// `question` is the most pixels on the longer side. The answer is width, height and channels as numbers
     /// of 32 bits, and the pixels: what the PNG is made of, since a PNG from there would be foreign bytes too.
-    std::optional<std::string> read(const std::string& question, Content content) const override;
+    std::optional<std::string> read(const std::string& question, Content content) override;
 };
 
 /// Pixels on a side of the largest PNG that is written. A screen shows no more, and

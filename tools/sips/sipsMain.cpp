@@ -1,6 +1,7 @@
-#include "tools/service/ToolMain.h"
 #include "tools/sips/sips.h"
+#include "tools/service/ToolMain.h"
 
 int main(int argumentCount, char** arguments) {
-    return marrowbeck::tools::runTool(marrowbeck::tools::Sips(), argumentCount, arguments);
+    marrowbeck::tools::Sips tool;
+    return marrowbeck::tools::runTool(tool, argumentCount, arguments);
 }

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <QImage>
 #include <string>
+
+#include "tools/pictures/PictureLibrary.h"
 
 namespace marrowbeck::tools {
 
-/// The bytes of a PNG of `image`, which holds sRGB; with an alpha channel where the image
-/// has one. Empty when that fails. Qt's own writer would load every decoder first, to
-/// ask each whether it writes PNG, and that takes longer than the rest of a small preview.
-std::string sipsPng(const QImage& image);
+/// The bytes of a PNG of `pixels`, which must have as many bytes as its numbers say. Empty when that fails.
+std::string pngOf(const Pixels& pixels);
 
 }  // namespace marrowbeck::tools

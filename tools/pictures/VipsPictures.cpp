@@ -1,0 +1,332 @@
+// All that uses libvips; see PictureLibrary.h for what it gives.
+
+#include <gmodule.h>
+#include <vips/vips.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+#include "tools/pictures/PictureLibrary.h"
+
+namespace marrowbeck::tools {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+struct Unref {
+    void operator()(void* object) const { g_object_unref(object); }
+};
+using Image = std::unique_ptr<VipsImage, Unref>;
+using Source = std::unique_ptr<VipsSource, Unref>;
+
+/// The loaders that may see a file, each with all its kinds of sources. Everything else that libvips knows, from PDF
+/// to tables of numbers, is no picture of a camera or a painter, and is more to be feared than to be missed.
+constexpr const char* allowedLoaders[] = {
+    "VipsForeignLoadJpeg", "VipsForeignLoadPng", "VipsForeignLoadNsgif", "VipsForeignLoadTiff", "VipsForeignLoadWebp",
+    "VipsForeignLoadHeif", "VipsForeignLoadJxl", "VipsForeignLoadJp2k",  "VipsForeignLoadPpm",  "VipsForeignLoadMagick",
+};
+
+/// What an operation of libvips gave, or nothing, with what it complained about forgotten. By reference: a call may
+/// write to `image` in the same expression.
+Image checked(int failure, VipsImage* const& image) {
+    vips_error_clear();
+    return Image(failure == 0 ? image : nullptr);
+}
+
+std::string_view textOf(Content content) {
+    return {reinterpret_cast<const char*>(content.data()), content.size()};
+}
+
+bool isWebp(std::string_view head) {
+    return head.starts_with("RIFF") && head.substr(8).starts_with("WEBP");
+}
+
+/// Of a Photoshop file that is gray or CMYK, its loader mistakes one plane for another.
+bool isMistaken(std::string_view head) {
+    constexpr std::size_t colourMode = 25;
+    constexpr char rgb = 3;
+    return head.starts_with("8BPS") && head.size() > colourMode && head[colourMode] != rgb;
+}
+
+std::string blobOf(VipsImage* image, const char* name) {
+    const void* data = nullptr;
+    std::size_t size = 0;
+    if (vips_image_get_typeof(image, name) == 0 || vips_image_get_blob(image, name, &data, &size) != 0) return {};
+    return {static_cast<const char*>(data), size};
+}
+
+int numberOf(VipsImage* image, const char* name, int otherwise) {
+    int number = otherwise;
+    if (vips_image_get_typeof(image, name) != 0) vips_image_get_int(image, name, &number);
+    return number;
+}
+
+std::string loaderOf(VipsImage* image) {
+    const char* loader = "";
+    if (vips_image_get_typeof(image, VIPS_META_LOADER) != 0) vips_image_get_string(image, VIPS_META_LOADER, &loader);
+    return loader;
+}
+
+ColourModel modelOf(VipsImage* image) {
+    switch (vips_image_guess_interpretation(image)) {
+        case VIPS_INTERPRETATION_B_W:
+        case VIPS_INTERPRETATION_GREY16:
+            return ColourModel::gray;
+        case VIPS_INTERPRETATION_sRGB:
+        case VIPS_INTERPRETATION_RGB:
+        case VIPS_INTERPRETATION_RGB16:
+        case VIPS_INTERPRETATION_scRGB:
+            return ColourModel::rgb;
+        case VIPS_INTERPRETATION_CMYK:
+            return ColourModel::cmyk;
+        case VIPS_INTERPRETATION_LAB:
+        case VIPS_INTERPRETATION_LABS:
+        case VIPS_INTERPRETATION_LABQ:
+            return ColourModel::lab;
+        default:
+            return ColourModel::unknown;
+    }
+}
+
+/// The bits of a stored sample. What the loader makes of few bits is whole bytes; PNG keeps their number in a fixed
+/// place (ISO/IEC 15948, IHDR).
+unsigned bitsOf(VipsImage* image, Content content) {
+    constexpr std::size_t pngDepth = 24;
+    if (textOf(content).starts_with("\x89PNG") && content.size() > pngDepth) return content[pngDepth];
+    const int deep = numberOf(image, "heif-bitdepth", 0);
+    if (deep > 0) return static_cast<unsigned>(deep);
+    return static_cast<unsigned>(vips_format_sizeof(vips_image_get_format(image)) * 8);
+}
+
+void addText(VipsImage* /*image*/, const char* field, GValue* value, std::vector<std::pair<std::string, std::string>>& texts) {
+    // "png-comment-3-Description"
+    constexpr std::string_view prefix = "png-comment-";
+    const std::string_view name = field;
+    const std::size_t dash = name.starts_with(prefix) ? name.find('-', prefix.size()) : std::string_view::npos;
+    const char* const text = dash == std::string_view::npos ? nullptr : vips_value_get_ref_string(value, nullptr);
+    if (text != nullptr) texts.emplace_back(name.substr(dash + 1), text);
+}
+
+class VipsPictures final : public PictureLibrary {
+  public:
+    explicit VipsPictures(const char* dataFolder) {
+        // Where it looks for modules by itself: nowhere. All of them together take longer to load than all the rest,
+        // and some read formats that are not wanted.
+        setenv("VIPSHOME", "/nonexistent", 1);
+        setenv("MAGICK_CONFIGURE_PATH", dataFolder, 1);
+        g_log_set_default_handler([](const char*, GLogLevelFlags, const char*, void*) {}, nullptr);
+        ready_ = vips_init("marrowbeck") == 0;
+        if (!ready_) return;
+        vips_concurrency_set(1);
+        vips_cache_set_max(0);
+        allowLoaders();
+    }
+
+    PictureHeader header(Content content) override {
+        PictureHeader header;
+        const Image image = open(content);
+        if (!image) return header;
+        header.width = static_cast<std::uint32_t>(vips_image_get_width(image.get()));
+        header.height = static_cast<std::uint32_t>(vips_image_get_height(image.get()));
+        header.channels = static_cast<unsigned>(vips_image_get_bands(image.get()));
+        header.bitsPerChannel = bitsOf(image.get(), content);
+        header.colour = modelOf(image.get());
+        header.alpha = vips_image_hasalpha(image.get()) != 0;
+        const std::string loader = loaderOf(image.get());
+        header.upright = loader.starts_with("heif") || loader.starts_with("jxl");
+        header.profile = blobOf(image.get(), VIPS_META_ICC_NAME);
+        header.xmp = blobOf(image.get(), VIPS_META_XMP_NAME);
+        header.exif = blobOf(image.get(), VIPS_META_EXIF_NAME);
+        if (header.exif.starts_with("Exif\0\0"sv)) header.exif.erase(0, 6);
+        const auto add = [](VipsImage* where, const char* field, GValue* value, void* texts) -> void* {
+            addText(where, field, value, *static_cast<decltype(header.texts)*>(texts));
+            return nullptr;
+        };
+        vips_image_map(image.get(), add, &header.texts);
+        return header;
+    }
+
+    Pixels picture(Content content, int side, int orientation) override {
+        std::string padded;
+        if (const std::string_view bytes = textOf(content); isWebp(bytes)) padded = completed(bytes);
+        if (!padded.empty()) content = {reinterpret_cast<const std::uint8_t*>(padded.data()), padded.size()};
+        const Image image = open(content);
+        if (!image || isMistaken(textOf(content))) return {};
+        Image small = thumbnail(image.get(), content, side);
+        const std::string loader = loaderOf(image.get());
+        if (loader.starts_with("heif") || loader.starts_with("jxl")) orientation = 1;
+        return small ? pixelsOf(std::move(small), orientation) : Pixels();
+    }
+
+    void warmUp() override {
+        loadModule(heif_);
+        loadModule(jxl_);
+        loadModule(magick_);
+    }
+
+  private:
+    struct Module {
+        const char* name;
+        bool loaded = false;
+    };
+
+    static void allowLoaders() {
+        vips_operation_block_set("VipsForeignLoad", TRUE);
+        for (const char* const loader : allowedLoaders) vips_operation_block_set(loader, FALSE);
+    }
+
+    /// A module of libvips brings its own loaders, which are blocked or not as the others are.
+    static void loadModule(Module& module) {
+        if (module.loaded) return;
+        module.loaded = true;
+        const std::string path = std::string(VIPS_MODULES) + "/" + module.name;
+        if (GModule* const opened = g_module_open(path.c_str(), G_MODULE_BIND_LAZY)) g_module_make_resident(opened);
+        allowLoaders();
+    }
+
+    /// Loads what the content needs; by its first bytes, whatever the name says.
+    void prepareFor(std::string_view head) {
+        if (head.substr(std::min<std::size_t>(head.size(), 4)).starts_with("ftyp")) loadModule(heif_);
+        if (head.starts_with("\xff\x0a") || head.starts_with("\0\0\0\x0cJXL "sv)) loadModule(jxl_);
+    }
+
+    static bool isKnown(Content content) {
+        return vips_foreign_find_load_buffer(content.data(), content.size()) != nullptr;
+    }
+
+    /// The picture as it will be decoded, once somebody asks for pixels.
+    Image open(Content content) {
+        if (!ready_ || content.empty()) return nullptr;
+        prepareFor(textOf(content));
+        const bool netpbm = content.size() > 2 && content[0] == 'P' && content[1] >= '1' && content[1] <= '7';
+        if (!netpbm && !isKnown(content)) loadModule(magick_);
+        vips_error_clear();
+        if (!netpbm) {
+            VipsImage* const image = vips_image_new_from_buffer(content.data(), content.size(), "", "access",
+                                                                VIPS_ACCESS_SEQUENTIAL, nullptr);
+            return checked(0, image);
+        }
+        // Read from a source only.
+        const Source source(vips_source_new_from_memory(content.data(), content.size()));
+        return checked(0, vips_image_new_from_source(source.get(), "", "access", VIPS_ACCESS_SEQUENTIAL, nullptr));
+    }
+
+    /// A decoder of WebP wants the whole file: what a short one lacks is made up, and shows as nothing much.
+    static std::string completed(std::string_view bytes) {
+        std::uint32_t promised = 0;
+        for (std::size_t i = 0; i < 4; ++i) promised |= std::uint32_t{static_cast<unsigned char>(bytes[4 + i])} << (8 * i);
+        constexpr std::uint32_t most = 256U << 20;
+        if (promised > most || promised + 8 <= bytes.size()) return {};
+        std::string whole(bytes);
+        whole.resize(promised + std::size_t{8}, '\0');
+        return whole;
+    }
+
+    /// Numbers that are no bytes of a screen: made so before they are scaled, as what is scaled is taken for bytes.
+    static Image screenRange(VipsImage* image) {
+        const VipsBandFormat format = vips_image_get_format(image);
+        double factor = 0;
+        if (format == VIPS_FORMAT_UINT) factor = 1.0 / (1 << 24);
+        if (format == VIPS_FORMAT_FLOAT || format == VIPS_FORMAT_DOUBLE) {
+            const ColourModel model = modelOf(image);
+            if (model == ColourModel::lab || model == ColourModel::cmyk) return nullptr;
+            if (vips_image_guess_interpretation(image) == VIPS_INTERPRETATION_scRGB) return nullptr;
+            factor = 255;
+        }
+        if (factor == 0) return nullptr;
+        VipsImage* scaled = nullptr;
+        const Image linear = checked(vips_linear1(image, &scaled, factor, 0.0, nullptr), scaled);
+        if (!linear) return nullptr;
+        VipsImage* bytes = nullptr;
+        Image cast = checked(vips_cast_uchar(linear.get(), &bytes, nullptr), bytes);
+        if (!cast) return nullptr;
+        VipsImage* meant = nullptr;
+        const bool gray = vips_image_get_bands(image) < 3;
+        return checked(vips_copy(cast.get(), &meant, "interpretation",
+                                 gray ? VIPS_INTERPRETATION_B_W : VIPS_INTERPRETATION_sRGB, nullptr),
+                       meant);
+    }
+
+    static Image thumbnail(VipsImage* image, Content content, int side) {
+        const int longer = std::max(vips_image_get_width(image), vips_image_get_height(image));
+        // Fitted into its own size a picture is not enlarged. The library's own sign for that is held against the
+        // smallest picture of a file, and those that have small copies inside would come too small.
+        const int box = std::min(side, longer);
+        const ColourModel model = modelOf(image);
+        // Only where there is something to convert: to make ready a conversion takes as long as a third of a JPEG.
+        const bool convert = vips_image_get_typeof(image, VIPS_META_ICC_NAME) != 0 ||
+                             (model != ColourModel::rgb && model != ColourModel::gray);
+        VipsImage* small = nullptr;
+        if (const Image ranged = screenRange(image)) {
+            return checked(vips_thumbnail_image(ranged.get(), &small, box, "height", box, "no_rotate", TRUE, nullptr),
+                           small);
+        }
+        auto* const data = const_cast<std::uint8_t*>(content.data());
+        const char* const option = convert ? "export_profile" : nullptr;
+        if (isKnown(content)) {
+            vips_error_clear();
+            return checked(vips_thumbnail_buffer(data, content.size(), &small, box, "height", box, "no_rotate", TRUE,
+                                                 option, "srgb", nullptr),
+                           small);
+        }
+        const Source source(vips_source_new_from_memory(data, content.size()));
+        return checked(vips_thumbnail_source(source.get(), &small, box, "height", box, "no_rotate", TRUE, option, "srgb",
+                                             nullptr),
+                       small);
+    }
+
+    static Pixels pixelsOf(Image image, int orientation) {
+        VipsImage* next = nullptr;
+        if (vips_image_get_interpretation(image.get()) != VIPS_INTERPRETATION_sRGB) {
+            image = checked(vips_colourspace(image.get(), &next, VIPS_INTERPRETATION_sRGB, nullptr), next);
+            if (!image) return {};
+        }
+        if (vips_image_get_format(image.get()) != VIPS_FORMAT_UCHAR) {
+            image = checked(vips_cast_uchar(image.get(), &next, nullptr), next);
+            if (!image) return {};
+        }
+        if (vips_image_get_bands(image.get()) > 4) {
+            image = checked(vips_extract_band(image.get(), &next, 0, "n", 3, nullptr), next);
+            if (!image) return {};
+        }
+        if (orientation > 1 && orientation <= 8) {
+            // Turning picks pixels in any order.
+            Image whole(vips_image_copy_memory(image.get()));
+            if (!whole) return {};
+            vips_image_set_int(whole.get(), VIPS_META_ORIENTATION, orientation);
+            image = checked(vips_autorot(whole.get(), &next, nullptr), next);
+            if (!image) return {};
+        }
+        Pixels pixels;
+        const int channels = vips_image_get_bands(image.get());
+        if (channels != 3 && channels != 4) return {};
+        std::size_t size = 0;
+        const std::unique_ptr<void, void (*)(void*)> bytes(vips_image_write_to_memory(image.get(), &size), g_free);
+        vips_error_clear();
+        if (!bytes) return {};
+        pixels.width = vips_image_get_width(image.get());
+        pixels.height = vips_image_get_height(image.get());
+        pixels.channels = channels;
+        pixels.bytes.assign(static_cast<const char*>(bytes.get()), size);
+        return pixels;
+    }
+
+    bool ready_ = false;
+    Module heif_{"vips-heif.so"};
+    Module jxl_{"vips-jxl.so"};
+    Module magick_{"vips-magick.so"};
+};
+
+}  // namespace
+
+}  // namespace marrowbeck::tools
+
+/// How the tools get at the library when they have loaded this module; `dataFolder` holds ImageMagick's policy.
+extern "C" marrowbeck::tools::PictureLibrary* makePictureLibrary(const char* dataFolder) {
+    static marrowbeck::tools::VipsPictures library(dataFolder);
+    return &library;
+}
