@@ -86,7 +86,7 @@ int main(int argc, char** argv) {
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
     int count = 1;
     if (framework::RunFrameworkInitialization(count, argv, {"Marrowbeck", "bench"}, _Startup) != 0) return 1;
-    Shell::SetToolsFolder(MARROWBECK_TOOLS);
+    Shell::SetToolsFolder(MARROWBECK_TOOLS, {"mdls", "sips"});
     marrowbeck::test::SwitchUpdateCheckOff();
     App::Current()->Event_Open();
     for (const int rows : sizes) {

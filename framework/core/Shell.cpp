@@ -81,8 +81,9 @@ std::map<std::string, ResidentTool, std::less<>>& residentTools() {
     return tools;
 }
 
-ResidentTool* residentTool(const std::string& name) {
-    const auto found = residentTools().find(name);
+/// The tool that such a line is for; null for any other line. A bare name asks for no more than to be told how to ask.
+ResidentTool* residentTool(const std::optional<std::vector<std::string>>& words) {
+    const auto found = words && words->size() > 1 ? residentTools().find(words->front()) : residentTools().end();
     return found == residentTools().end() ? nullptr : &found->second;
 }
 
@@ -128,7 +129,7 @@ void Shell::Prepare() {
 
 void Shell::Expect(const String& command) {
     const auto words = internal::PlainWords(command.ToStd());
-    if (ResidentTool* const tool = words ? residentTool(words->front()) : nullptr) tool->Expect(withoutFirst(*words));
+    if (ResidentTool* const tool = residentTool(words)) tool->Expect(withoutFirst(*words));
 }
 
 void Shell::ExpectNothing() {
@@ -140,7 +141,7 @@ void Shell::Execute(const String& command) {
     result_ = String();
     const std::string line = command.ToStd();
     const auto words = internal::PlainWords(line);
-    if (ResidentTool* const tool = words ? residentTool(words->front()) : nullptr) {
+    if (ResidentTool* const tool = residentTool(words)) {
         if (const auto answer = tool->Ask(withoutFirst(*words))) {
             errorCode_ = answer->status;
             result_ = String(answer->output, Encodings::UTF8);

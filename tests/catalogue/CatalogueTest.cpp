@@ -87,7 +87,7 @@ void CatalogueTest::replaceTool(const std::string& name, const std::string& scri
 }
 
 void CatalogueTest::useRealTools() {
-    Shell::SetToolsFolder(MARROWBECK_TOOLS);
+    Shell::SetToolsFolder(MARROWBECK_TOOLS, {"mdls", "sips"});
 }
 
 void CatalogueTest::search() {

@@ -27,7 +27,9 @@ QString textOf(std::string_view bytes) {
     return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
 }
 
+/// No type for no content, which the database would call an empty document.
 QMimeType contentType(const char* bytes, std::size_t size) {
+    if (size == 0) return {};
     const auto head = static_cast<qsizetype>(std::min(size, MimeTypes::contentBytes));
     return QMimeDatabase().mimeTypeForData(QByteArray::fromRawData(bytes, head));
 }
@@ -93,7 +95,7 @@ std::vector<std::string> MimeTypes::folders() {
 
 void MimeTypes::warmUp() {
     displayName(QMimeDatabase().mimeTypeForName(QStringLiteral("image/jpeg")));
-    contentType("", 0);
+    contentType("x", 1);
 }
 
 std::string MimeTypes::typeByName(std::string_view name, const std::function<std::string()>& readContent) {
@@ -110,10 +112,11 @@ std::string MimeTypes::typeByName(std::string_view name, const std::function<std
     if (named.size() == 1) return named.front();
     const std::string content = readContent();
     const QMimeType told = contentType(content.data(), content.size());
+    if (tellsNothing(told)) return named.empty() ? std::string() : named.front();
     for (const std::string& type : named) {
         if (QMimeDatabase().mimeTypeForName(QString::fromStdString(type)).inherits(told.name())) return type;
     }
-    return tellsNothing(told) && !named.empty() ? named.front() : told.name().toStdString();
+    return told.name().toStdString();
 }
 
 bool MimeTypes::isImage(const std::string& type) {
@@ -137,8 +140,7 @@ std::string MimeTypes::kindOf(std::string_view name, Content content) {
         best = type;
         break;
     }
-    if (!best.isValid()) best = told;
-    if (!best.isValid() || best.isDefault()) return {};
+    if (!best.isValid()) return {};
     const std::string key = best.name().toStdString();
     auto known = kinds_.find(key);
     if (known == kinds_.end()) known = kinds_.emplace(key, displayName(best)).first;

@@ -135,7 +135,8 @@ class VipsPictures final : public PictureLibrary {
         header.channels = static_cast<unsigned>(vips_image_get_bands(image.get()));
         header.bitsPerChannel = bitsOf(image.get(), content);
         header.colour = modelOf(image.get());
-        header.alpha = vips_image_hasalpha(image.get()) != 0;
+        // A packed Lab has four bands for three channels.
+        header.alpha = vips_image_get_coding(image.get()) == VIPS_CODING_NONE && vips_image_hasalpha(image.get()) != 0;
         const std::string loader = loaderOf(image.get());
         header.upright = loader.starts_with("heif") || loader.starts_with("jxl");
         header.profile = blobOf(image.get(), VIPS_META_ICC_NAME);
