@@ -20,7 +20,9 @@ void ReadAhead::Reached(int index) {
     if (next_ <= index) next_ = index + 1;
     for (; next_ <= Min(index + kFilesAhead, last_); ++next_) {
         const String path = pathAt_(next_);
-        if (!path.IsEmpty()) Shell::Expect(MetadataQueries::kAll + path);
+        if (path.IsEmpty()) continue;
+        Shell::Expect(MetadataQueries::kAll + path);
+        Shell::Expect(MetadataQueries::kCamera + path);
     }
 }
 

@@ -21,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
                 if (requestFrame(request->id, request->arguments) != framed(*body)) std::abort();
             }
             if (const auto answer = answerFrom(*body)) {
-                if (answerFrame(answer->id, answer->result) != framed(*body)) std::abort();
+                if (answerFrame(*answer) != framed(*body)) std::abort();
             }
         }
     }

@@ -13,9 +13,9 @@
 
 namespace framework::internal {
 
+using marrowbeck::tools::Answer;
 using marrowbeck::tools::answerFrom;
 using marrowbeck::tools::FrameStream;
-using marrowbeck::tools::noAnswer;
 using marrowbeck::tools::requestFrame;
 
 namespace {
@@ -29,69 +29,104 @@ constexpr int kPromptMilliseconds = 2;
 /// While the tool has not taken a question whole, it is offered the rest so often.
 constexpr int kOfferMilliseconds = 10;
 
+/// What is asked ahead is sent in parcels of this many bytes: to wake the tool costs more than to tell it something.
+constexpr std::size_t kParcel = 4096;
+
 /// One start again is for the accident that happens to any process; more are a fault of its own.
 constexpr int kMostDeaths = 2;
 
 }  // namespace
 
-/// A question on its way. Dropped when who asked has gone, which for a killed thread is at once.
-struct ResidentTool::Pending {
-    Pending(ResidentTool& owner, const Arguments& arguments)
-        : tool(owner), id(++owner.lastId_), thread(Scheduler::Instance().Current()) {
-        if (id == noAnswer) id = ++owner.lastId_;
-        tool.pending_.emplace(id, this);
-        tool.send(requestFrame(id, arguments));
+/// A question on its way or answered. Dropped when who asked has gone, which for a killed thread is at once.
+class ResidentTool::Question {
+  public:
+    explicit Question(ResidentTool& tool) : tool_(tool), id_(++tool.lastId_) { tool_.pending_.emplace(id_, this); }
+    ~Question() {
+        if (tool_.pending_.erase(id_) > 0) tool_.send(requestFrame(id_, {}));
     }
-    ~Pending() {
-        if (tool.pending_.erase(id) > 0) tool.send(requestFrame(id, {}));
-    }
-    Pending(const Pending&) = delete;
-    Pending& operator=(const Pending&) = delete;
+    Question(const Question&) = delete;
+    Question& operator=(const Question&) = delete;
 
-    /// Nobody waits for it any more, as it was answered or cannot be.
-    void Settle() {
-        settled = true;
-        tool.pending_.erase(id);
-        if (thread) Scheduler::Instance().Wake(*thread);
+    std::uint32_t Id() const { return id_; }
+    bool IsSettled() const { return settled_; }
+    std::optional<Answer>& GetAnswer() { return answer_; }
+
+    /// Who waits is woken, whether the answer has come or never will.
+    void Settle(std::optional<Answer> answer) {
+        tool_.pending_.erase(id_);
+        answer_ = std::move(answer);
+        settled_ = true;
+        if (waiting_) Scheduler::Instance().Wake(*waiting_);
     }
 
-    ResidentTool& tool;
-    std::uint32_t id;
-    Thread* thread;
-    bool settled = false;
-    std::optional<Result> result;
+    /// The thread that asks now waits for it.
+    void WaitedFor() { waiting_ = Scheduler::Instance().Current(); }
+
+  private:
+    ResidentTool& tool_;
+    std::uint32_t id_;
+    Thread* waiting_ = nullptr;
+    bool settled_ = false;
+    std::optional<Answer> answer_;
 };
 
 ResidentTool::ResidentTool(Start start) : start_(std::move(start)), answers_(kLargestAnswer) {}
 
-ResidentTool::~ResidentTool() = default;
+ResidentTool::~ResidentTool() {
+    die();
+}
 
 std::optional<ResidentTool::Result> ResidentTool::Ask(const Arguments& arguments) {
+    if (const std::unique_ptr<Question> early = takeExpected(arguments)) {
+        std::optional<Result> result = await(*early);
+        const auto& about = early->GetAnswer() ? early->GetAnswer()->about : std::nullopt;
+        if (result && about && look_.at(about->path) == about->file) return result;
+    }
     while (isRunning()) {
-        Pending question(*this, arguments);
-        bool prompt = true;
-        while (!question.settled) {
-            const int output = process_->Output();
-            if (std::exchange(prompt, false)) {
-                pollfd awaited{output, POLLIN, 0};
-                poll(&awaited, 1, kPromptMilliseconds);
-            } else {
-                WaitReadable(output, unsent_.empty() ? -1 : kOfferMilliseconds);
-            }
-            if (!question.settled) receive();
-        }
-        if (question.result) return std::move(question.result);
+        Question question(*this);
+        send(requestFrame(question.Id(), arguments));
+        if (auto result = await(question)) return result;
     }
     return std::nullopt;
 }
 
+/// Returns when the question is settled.
+std::optional<ResidentTool::Result> ResidentTool::await(Question& question) {
+    question.WaitedFor();
+    if (!question.IsSettled()) receive();
+    bool prompt = true;
+    while (!question.IsSettled()) {
+        const int output = process_->Output();
+        if (std::exchange(prompt, false)) {
+            pollfd awaited{output, POLLIN, 0};
+            poll(&awaited, 1, kPromptMilliseconds);
+        } else {
+            WaitReadable(output, unsent_.empty() ? -1 : kOfferMilliseconds);
+        }
+        if (!question.IsSettled()) receive();
+    }
+    if (!question.GetAnswer()) return std::nullopt;
+    return std::move(question.GetAnswer()->result);
+}
+
 void ResidentTool::Expect(const Arguments& arguments) {
-    // Sent with the next question: the hint is for what comes after that.
-    if (isRunning()) unsent_ += requestFrame(noAnswer, arguments);
+    if (expected_.contains(arguments) || !isRunning()) return;
+    auto question = std::make_unique<Question>(*this);
+    unsent_ += requestFrame(question->Id(), arguments);
+    expected_.emplace(arguments, std::move(question));
+    if (unsent_.size() >= kParcel) flush();
+}
+
+std::unique_ptr<ResidentTool::Question> ResidentTool::takeExpected(const Arguments& arguments) {
+    const auto place = expected_.find(arguments);
+    if (place == expected_.end()) return nullptr;
+    std::unique_ptr<Question> question = std::move(place->second);
+    expected_.erase(place);
+    return question;
 }
 
 void ResidentTool::ExpectNothing() {
-    if (process_) send(requestFrame(noAnswer, {}));
+    expected_.clear();
 }
 
 bool ResidentTool::isRunning() {
@@ -121,6 +156,7 @@ void ResidentTool::flush() {
     unsent_.erase(0, sent);
 }
 
+/// Takes in all that is there.
 void ResidentTool::receive() {
     if (!process_) return;
     flush();
@@ -129,21 +165,23 @@ void ResidentTool::receive() {
         const ssize_t count = read(process_->Output(), buffer.data(), buffer.size());
         if (count < 0 && errno == EINTR) continue;
         if (count < 0 && errno == EAGAIN) return;
-        if (count <= 0) break;
-        answers_.append({buffer.data(), static_cast<std::size_t>(count)});
-        while (const auto body = answers_.next()) {
-            auto answer = answerFrom(*body);
-            if (!answer) break;
-            deaths_ = 0;
-            const auto place = pending_.find(answer->id);
-            if (place == pending_.end()) continue;
-            place->second->result = std::move(answer->result);
-            place->second->Settle();
-        }
-        if (answers_.isBroken()) break;
+        if (count <= 0 || !take(buffer.data(), static_cast<std::size_t>(count))) break;
         if (static_cast<std::size_t>(count) < buffer.size()) return;
     }
     die();
+}
+
+/// False when what came makes no sense.
+bool ResidentTool::take(const char* bytes, std::size_t size) {
+    answers_.append({bytes, size});
+    while (const auto body = answers_.next()) {
+        std::optional<Answer> answer = answerFrom(*body);
+        if (!answer) return false;
+        deaths_ = 0;
+        const auto place = pending_.find(answer->id);
+        if (place != pending_.end()) place->second->Settle(std::move(answer));
+    }
+    return !answers_.isBroken();
 }
 
 void ResidentTool::die() {
@@ -151,7 +189,7 @@ void ResidentTool::die() {
     answers_ = FrameStream(kLargestAnswer);
     unsent_.clear();
     ++deaths_;
-    while (!pending_.empty()) pending_.begin()->second->Settle();
+    while (!pending_.empty()) pending_.begin()->second->Settle(std::nullopt);
 }
 
 }  // namespace framework::internal

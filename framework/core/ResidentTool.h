@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "framework/core/ChildProcess.h"
 #include "tools/service/Frames.h"
@@ -31,12 +31,13 @@ class ResidentTool {
     ResidentTool(const ResidentTool&) = delete;
     ResidentTool& operator=(const ResidentTool&) = delete;
 
-    /// What the tool says to these arguments. A thread parks meanwhile, and drops the question when it is killed; the
-    /// main thread blocks. Nothing when the tool cannot be had: it has died twice in a row over a question, or does not
-    /// start. It is then not tried again.
+    /// What the tool says to these arguments, at least one. A thread parks meanwhile, and drops the question when it is
+    /// killed; the main thread blocks. Nothing when the tool cannot be had: it has died twice in a row over a question,
+    /// or does not start. It is then not tried again.
     std::optional<Result> Ask(const Arguments& arguments);
 
-    /// Lets the tool work on a question ahead that will be asked soon. Only a hint: it is lost where that is easier.
+    /// Asks ahead what will be asked soon. The answer is taken only if the file that it is about is then still
+    /// what it was.
     void Expect(const Arguments& arguments);
     /// What is expected will not be asked.
     void ExpectNothing();
@@ -45,19 +46,25 @@ class ResidentTool {
     void Prepare() { isRunning(); }
 
   private:
-    struct Pending;
+    class Question;
 
     bool isRunning();
+    std::optional<Result> await(Question& question);
+    std::unique_ptr<Question> takeExpected(const Arguments& arguments);
     void send(const std::string& frame);
     void flush();
     void receive();
+    bool take(const char* bytes, std::size_t size);
     void die();
 
     Start start_;
     std::optional<ChildProcess> process_;
     marrowbeck::tools::FrameStream answers_;
     std::string unsent_;
-    std::map<std::uint32_t, Pending*> pending_;
+    /// Those on their way.
+    std::map<std::uint32_t, Question*> pending_;
+    std::map<Arguments, std::unique_ptr<Question>> expected_;
+    marrowbeck::tools::FileLook look_;
     std::uint32_t lastId_ = 0;
     /// How often it has died since it gave an answer.
     int deaths_ = 0;

@@ -57,6 +57,7 @@ TEST(MimeTypes, KindsFollowTheUsersLanguagesInTheirOrder) {
         setenv("LANGUAGE", wish.languages, 1);
         EXPECT_EQ(MimeTypes().kindOf("a.jpg", {}), wish.kind) << wish.locale << " " << wish.languages;
     }
+    setenv("LC_ALL", "C.UTF-8", 1);
 }
 
 }  // namespace

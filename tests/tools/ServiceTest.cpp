@@ -93,7 +93,7 @@ class ServiceTest : public testing::Test {
     TemporaryFolder folder;
     Obedient tool;
     std::map<std::uint32_t, ToolResult> replies;
-    Service service{tool, 1, [this](std::uint32_t id, ToolResult result) { replies[id] = std::move(result); }};
+    Service service{tool, 1, [this](Answer answer) { replies[answer.id] = std::move(answer.result); }};
 };
 
 TEST_F(ServiceTest, AReaderMayReadItsFileAndNothingElse) {
@@ -127,28 +127,31 @@ TEST_F(ServiceTest, AReaderThatFailsIsReplacedAndItsFileMakesNoSense) {
     EXPECT_EQ(answer(3), "read other");
 }
 
-TEST_F(ServiceTest, WhatWasReadAheadIsKnownUntilTheFileChanges) {
+TEST_F(ServiceTest, WhatWasReadIsKnownUntilTheFileChanges) {
     const std::string path = folder.write("a", "old");
-    ask(noAnswer, path);
-    ask(1, folder.write("b", "other"));
-    answer(1);  // the only reader has come to it after the first
-    EXPECT_TRUE(!replies.contains(noAnswer));
-    ask(2, path);
-    ASSERT_TRUE(replies.contains(2));
-    EXPECT_EQ(answer(2), "read old");
+    ask(1, path);
+    ask(2, folder.write("b", "other"));
+    EXPECT_EQ(answer(1), "read old");
+    answer(2);
+    ask(3, path);
+    ASSERT_TRUE(replies.contains(3));
+    EXPECT_EQ(replies[3].output, "read old");
 
     folder.write("new", "new");
     std::filesystem::rename(folder.path() + "/new", path);
-    ask(3, folder.path() + "/b");
-    ask(4, path);
-    EXPECT_FALSE(replies.contains(4));
-    EXPECT_EQ(answer(4), "read new");
-    // Read ahead in one state, asked for in another before the reader has come to it.
-    ask(noAnswer, path);
+    ask(4, folder.path() + "/b");
+    ask(5, path);
+    EXPECT_EQ(answer(5), "read new");
+    // Two questions at a time are one look into the file.
+    folder.write("c", "hang");
+    ask(6, folder.path() + "/c");
+    ask(7, folder.path() + "/b");
     folder.write("a", "newest");
-    ask(5, folder.path() + "/b");
-    ask(6, path);
-    EXPECT_EQ(answer(6), "read newest");
+    ask(8, path);
+    ask(9, path);
+    service.take({6, {}});
+    EXPECT_EQ(answer(8), "read newest");
+    EXPECT_TRUE(replies.contains(9));
 }
 
 TEST_F(ServiceTest, WhatNobodyWantsAnyMoreStopsItsReader) {
@@ -159,11 +162,6 @@ TEST_F(ServiceTest, WhatNobodyWantsAnyMoreStopsItsReader) {
     service.take({2, {}});
     EXPECT_EQ(answer(3), "read b");
     EXPECT_FALSE(replies.contains(1) || replies.contains(2));
-    // Of what is read ahead, all is dropped at once.
-    ask(noAnswer, folder.path() + "/hang");
-    service.take({noAnswer, {}});
-    ask(4, folder.write("c", "c"));
-    EXPECT_EQ(answer(4), "read c");
 }
 
 TEST(Frames, AreToldApartHoweverTheyCome) {

@@ -2,19 +2,24 @@
 
 #include <sys/stat.h>
 
+#include <array>
+#include <chrono>
+#include <cstdint>
 #include <optional>
 #include <string>
-#include <tuple>
 
 namespace marrowbeck::tools {
 
 /// Which file, and in which state: two equal ones have the same content.
 struct FileIdentity {
-    std::tuple<dev_t, ino_t, off_t, time_t, long, time_t, long> values;
+    /// Device, inode, size, and the times of the last change of content and of anything, in seconds and nanoseconds.
+    std::array<std::uint64_t, 7> numbers{};
 
+    FileIdentity() = default;
     explicit FileIdentity(const struct stat& status)
-        : values(status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec,
-                 status.st_ctim.tv_sec, status.st_ctim.tv_nsec) {}
+        : numbers{number(status.st_dev),          number(status.st_ino),         number(status.st_size),
+                  number(status.st_mtim.tv_sec),  number(status.st_mtim.tv_nsec), number(status.st_ctim.tv_sec),
+                  number(status.st_ctim.tv_nsec)} {}
 
     /// Of the file that a path leads to now; nothing when there is none.
     static std::optional<FileIdentity> of(const std::string& path) {
@@ -23,6 +28,34 @@ struct FileIdentity {
     }
 
     bool operator==(const FileIdentity&) const = default;
+
+  private:
+    template <class Number>
+    static std::uint64_t number(Number value) {
+        return static_cast<std::uint64_t>(value);
+    }
+};
+
+/// Looks at files, but not twice in a breath at the same one with no other between: the questions of one row about a
+/// file see it in one state.
+class FileLook {
+  public:
+    std::optional<FileIdentity> at(const std::string& path) {
+        const auto now = std::chrono::steady_clock::now();
+        if (path != path_ || now - time_ > breath) {
+            file_ = FileIdentity::of(path);
+            path_ = path;
+            time_ = now;
+        }
+        return file_;
+    }
+
+  private:
+    static constexpr std::chrono::milliseconds breath{2};
+
+    std::string path_;
+    std::optional<FileIdentity> file_;
+    std::chrono::steady_clock::time_point time_{};
 };
 
 }  // namespace marrowbeck::tools

@@ -1,5 +1,7 @@
 #include "tools/service/Frames.h"
 
+#include <utility>
+
 namespace marrowbeck::tools {
 
 namespace {
@@ -33,9 +35,20 @@ std::string requestFrame(std::uint32_t id, const Arguments& arguments) {
     return framed(body);
 }
 
-std::string answerFrame(std::uint32_t id, const ToolResult& result) {
-    return framed(numberBytes(id) + numberBytes(static_cast<std::uint32_t>(result.status)) +
-                  numberBytes(static_cast<std::uint32_t>(result.output.size())) + result.output + result.error);
+std::string answerFrame(const Answer& answer) {
+    const ToolResult& result = answer.result;
+    std::string body = numberBytes(answer.id) + numberBytes(static_cast<std::uint32_t>(result.status)) +
+                       numberBytes(static_cast<std::uint32_t>(result.output.size())) +
+                       numberBytes(static_cast<std::uint32_t>(result.error.size()));
+    body.append(result.output).append(result.error);
+    if (answer.about) {
+        for (const std::uint64_t number : answer.about->file.numbers) {
+            body += numberBytes(static_cast<std::uint32_t>(number >> 32));
+            body += numberBytes(static_cast<std::uint32_t>(number));
+        }
+        body += answer.about->path;
+    }
+    return framed(body);
 }
 
 std::optional<Request> requestFrom(std::string_view body) {
@@ -53,12 +66,25 @@ std::optional<Request> requestFrom(std::string_view body) {
 std::optional<Answer> answerFrom(std::string_view body) {
     const auto id = takeNumber(body);
     const auto status = takeNumber(body);
-    const auto length = takeNumber(body);
-    if (!id || !status || !length || *length > body.size()) return std::nullopt;
-    Answer answer{*id, {}};
+    const auto output = takeNumber(body);
+    const auto error = takeNumber(body);
+    if (!error || *output > body.size() || *error > body.size() - *output) return std::nullopt;
+    Answer answer;
+    answer.id = *id;
     answer.result.status = static_cast<int>(*status);
-    answer.result.output = body.substr(0, *length);
-    answer.result.error = body.substr(*length);
+    answer.result.output = body.substr(0, *output);
+    answer.result.error = body.substr(*output, *error);
+    body.remove_prefix(std::size_t{*output} + *error);
+    if (body.empty()) return answer;
+    AboutFile about;
+    for (std::uint64_t& number : about.file.numbers) {
+        const auto high = takeNumber(body);
+        const auto low = takeNumber(body);
+        if (!low) return std::nullopt;
+        number = std::uint64_t{*high} << 32 | *low;
+    }
+    about.path = body;
+    answer.about = std::move(about);
     return answer;
 }
 

@@ -5,36 +5,42 @@
 #include <string>
 #include <string_view>
 
+#include "tools/service/FileIdentity.h"
 #include "tools/service/ToolResult.h"
 
 namespace marrowbeck::tools {
 
 // What a tool that stays open reads and writes. A frame is a length and that many bytes; numbers have 32 bits, the
-// most significant byte first. A request is an id and the words behind the tool's name, a NUL after each; an answer is
-// the id, the exit status, the length of the standard output, that output, and the standard error.
+// most significant byte first. A request is an id and the words behind the tool's name, a NUL after each. An answer is
+// the id, the exit status, the lengths of the standard output and of the standard error, these two, and, where the
+// output holds as long as a file is as it was, the file's identity as seven numbers of 64 bits, and its path.
 
 /// A question to a tool that stays open.
 struct Request {
-    /// The answer bears it. One with `noAnswer` is worked on ahead and not answered.
+    /// The caller's own; the answer bears it.
     std::uint32_t id = 0;
-    /// None at all: the request of this id is no longer of interest, or, with `noAnswer`, all that was to be worked on
-    /// ahead.
+    /// None at all: the request of this id is no longer of interest, and not answered if it has not been yet.
     Arguments arguments;
 };
-
-inline constexpr std::uint32_t noAnswer = 0;
 
 /// Bytes of the longest request: more words than any command line has.
 inline constexpr std::size_t largestRequest = 1U << 20;
 
+/// The file that an answer is about, and how it was found.
+struct AboutFile {
+    FileIdentity file;
+    std::string path;
+};
+
 struct Answer {
     std::uint32_t id = 0;
     ToolResult result;
+    std::optional<AboutFile> about;
 };
 
 std::string framed(std::string_view body);
 std::string requestFrame(std::uint32_t id, const Arguments& arguments);
-std::string answerFrame(std::uint32_t id, const ToolResult& result);
+std::string answerFrame(const Answer& answer);
 
 /// The contents of a frame; nothing for one that makes no sense.
 std::optional<Request> requestFrom(std::string_view body);

@@ -12,7 +12,7 @@
 
 namespace marrowbeck::tools {
 
-/// The readers' last answers, each by the file it is about and the question, so that a file that is asked about again
+/// The readers' last answers, each with the state in which its file was, so that a file that is asked about again
 /// is not opened again. The oldest unused ones make room.
 class KeptAnswers {
   public:
@@ -20,23 +20,27 @@ class KeptAnswers {
     static constexpr std::size_t mostAnswers = 4096;
     static constexpr std::size_t mostBytes = 32U << 20;
 
-    /// `answer` is nothing for a file that makes no sense, which is worth knowing too.
-    void keep(const FileIdentity& file, const std::string& question, std::optional<std::string_view> answer);
-
     struct Kept {
+        FileIdentity file;
+        /// Nothing for a file that makes no sense, which is worth knowing too.
         std::optional<std::string> answer;
     };
-    /// Null when nothing is known; valid until the next call.
-    const Kept* find(const FileIdentity& file, const std::string& question);
+
+    void keep(const std::string& path, const std::string& question, Kept kept);
+
+    /// Null when nothing is known; valid until the next call. Whether the file is still what it was is the caller's to
+    /// look.
+    const Kept* find(const std::string& path, const std::string& question);
 
   private:
-    using Key = std::pair<decltype(FileIdentity::values), std::string>;
+    using Key = std::pair<std::string, std::string>;
     struct Entry {
         Key key;
         Kept kept;
     };
 
     static std::size_t sizeOf(const Entry& entry);
+    void remove(std::list<Entry>::iterator entry);
 
     std::list<Entry> entries_;  ///< the last used first
     std::map<Key, std::list<Entry>::iterator> places_;

@@ -16,12 +16,6 @@ constexpr std::chrono::milliseconds unusedTime = 60s;
 /// How often readers at work are looked at. Their limits are seconds.
 constexpr std::chrono::milliseconds lookPeriod = 500ms;
 
-/// What is worked on ahead is a window that moves on with the questions; more at a time is none.
-constexpr std::size_t mostAhead = 128;
-
-/// Two questions about a file within this time, with none about another between them, see it in one state.
-constexpr std::chrono::milliseconds oneLook = 100ms;
-
 int millisecondsUntil(Reader::Clock::time_point time) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(time - Reader::Clock::now());
     return static_cast<int>(std::max<std::int64_t>(left.count(), 0));
@@ -39,35 +33,35 @@ void Service::take(const Request& request) {
     }
     std::variant<Job, ToolResult> begun = tool_.begin(request.arguments);
     if (Job* const job = std::get_if<Job>(&begun)) {
-        request.id == noAnswer ? expect(std::move(*job)) : ask(request.id, std::move(*job));
-    } else if (request.id != noAnswer) {
-        reply_(request.id, std::get<ToolResult>(std::move(begun)));
+        ask(request.id, std::move(*job));
+    } else {
+        reply_({request.id, std::get<ToolResult>(std::move(begun)), std::nullopt});
     }
     dispatch();
 }
 
 void Service::ask(std::uint32_t id, Job job) {
     if (tool_.keepsAnswers()) {
-        const auto isIt = [&](const Job& other) { return other.path == job.path && other.question == job.question; };
-        const std::optional<FileIdentity> file = look(job.path);
-        if (const auto* kept = file ? kept_.find(*file, job.question) : nullptr) {
-            reply_(id, job.finish(kept->answer));
+        const auto* const kept = kept_.find(job.path, job.question);
+        if (kept != nullptr && look_.at(job.path) == kept->file) {
+            reply({id, std::move(job)}, kept->file, kept->answer);
+            return;
+        }
+        // Whoever asks one thing of a file likes to ask another directly after it.
+        if (!queue_.empty() && queue_.back().path == job.path && queue_.back().question == job.question) {
+            queue_.back().waiting.push_back({id, std::move(job)});
             return;
         }
         for (Slot& slot : slots_) {
-            if (!slot.work || !isIt(slot.work->job) || !file || slot.work->file != file) continue;
+            if (!slot.work || slot.work->path != job.path || slot.work->question != job.question) continue;
+            if (!slot.work->file || slot.work->file != look_.at(job.path)) continue;
             slot.work->waiting.push_back({id, std::move(job)});
             return;
         }
-        std::erase_if(ahead_, isIt);
     }
-    Work work{job, {}, {}, false};
+    Work work{job.path, job.question, {}, {}, false};
     work.waiting.push_back({id, std::move(job)});
     queue_.push_back(std::move(work));
-}
-
-void Service::expect(Job job) {
-    if (tool_.keepsAnswers() && ahead_.size() < mostAhead) ahead_.push_back(std::move(job));
 }
 
 void Service::cancel(std::uint32_t id) {
@@ -75,11 +69,9 @@ void Service::cancel(std::uint32_t id) {
         std::erase_if(work.waiting, [id](const Waiting& waiting) { return waiting.id == id; });
         return work.waiting.empty();
     };
-    if (id == noAnswer) ahead_.clear();
     std::erase_if(queue_, forget);
     for (Slot& slot : slots_) {
-        const bool concerned = slot.work && (id == noAnswer || !slot.work->waiting.empty());
-        if (concerned && forget(*slot.work)) slot = {};
+        if (slot.work && forget(*slot.work)) slot = {};
     }
     removeEmptySlots();
     dispatch();
@@ -146,42 +138,30 @@ void Service::dispatch() {
     const auto someoneWorks = [this] {
         return std::any_of(slots_.begin(), slots_.end(), [](const Slot& slot) { return slot.work.has_value(); });
     };
-    while (!queue_.empty() || !ahead_.empty()) {
+    while (!queue_.empty()) {
         if (freeSlot() == nullptr) {
             if (someoneWorks()) return;
             // There is no process to be had, and none whose end to wait for.
             for (Work& work : queue_) finish(work, std::nullopt, false);
             queue_.clear();
-            ahead_.clear();
             return;
         }
-        if (!queue_.empty()) {
-            Work work = std::move(queue_.front());
-            queue_.pop_front();
-            hand(std::move(work));
-        } else {
-            Work work{std::move(ahead_.front()), {}, {}, false};
-            ahead_.pop_front();
-            hand(std::move(work));
-        }
+        Work work = std::move(queue_.front());
+        queue_.pop_front();
+        hand(std::move(work));
     }
 }
 
 void Service::hand(Work work) {
-    const InputFile file(work.job.path);
+    const InputFile file(work.path);
     if (file.isOpen()) {
         work.file = FileIdentity(file.status());
-        if (work.waiting.empty() && kept_.find(*work.file, work.job.question) != nullptr) return;
-    } else {
-        if (work.waiting.empty()) return;
-        if (const std::optional<ToolResult> result = tool_.unopened(file)) {
-            for (const Waiting& waiting : work.waiting) reply_(waiting.id, *result);
-            return;
-        }
+    } else if (const std::optional<ToolResult> result = tool_.unopened(file)) {
+        for (const Waiting& waiting : work.waiting) reply_({waiting.id, *result, std::nullopt});
+        return;
     }
     Slot* const slot = freeSlot();
-    const bool taken = slot != nullptr && slot->reader->ask(work.job.question, file.isOpen() ? &file : nullptr);
-    if (taken) {
+    if (slot != nullptr && slot->reader->ask(work.question, file.isOpen() ? &file : nullptr)) {
         slot->work = std::move(work);
         return;
     }
@@ -194,23 +174,23 @@ void Service::hand(Work work) {
 void Service::bury(Work work, bool guilty) {
     if (guilty || std::exchange(work.retried, true)) {
         finish(work, std::nullopt, guilty);
-    } else if (!work.waiting.empty()) {
+    } else {
         queue_.push_front(std::move(work));
     }
 }
 
 void Service::finish(Work& work, std::optional<std::string_view> answer, bool worthKeeping) {
-    if (worthKeeping && work.file && tool_.keepsAnswers()) kept_.keep(*work.file, work.job.question, answer);
-    for (const Waiting& waiting : work.waiting) reply_(waiting.id, waiting.job.finish(answer));
+    for (const Waiting& waiting : work.waiting) reply(waiting, work.file, answer);
+    if (!worthKeeping || !work.file || !tool_.keepsAnswers()) return;
+    kept_.keep(work.path, work.question, {*work.file, answer ? std::optional<std::string>(*answer) : std::nullopt});
 }
 
-std::optional<FileIdentity> Service::look(const std::string& path) {
-    const auto now = Reader::Clock::now();
-    if (lastLook_ && lastLook_->path == path && now - lastLook_->time < oneLook) return lastLook_->file;
-    lastLook_.reset();
-    const std::optional<FileIdentity> file = FileIdentity::of(path);
-    if (file) lastLook_ = Look{path, *file, now};
-    return file;
+void Service::reply(const Waiting& waiting, const std::optional<FileIdentity>& file,
+                    std::optional<std::string_view> answer) {
+    Answer whole{waiting.id, waiting.job.finish(answer), std::nullopt};
+    // What was written somewhere else does not hold any longer than it stays there.
+    if (file && tool_.keepsAnswers()) whole.about = AboutFile{*file, waiting.job.path};
+    reply_(std::move(whole));
 }
 
 }  // namespace marrowbeck::tools

@@ -20,13 +20,13 @@
 namespace marrowbeck::tools {
 
 /// The supervisor of a tool: takes requests, opens files, hands them to readers and makes results of what those say.
-/// Requests are worked on side by side, as many as there are readers, and answered as they get ready; what is to be
-/// worked on ahead waits for them. A reader that dies or takes too long is replaced, and its file makes no sense.
+/// Requests are worked on side by side, as many as there are readers, and answered as they get ready. A reader that
+/// dies or takes too long is replaced, and its file makes no sense.
 ///
 /// Never waits: who owns it polls the descriptors and calls `work`. For one thread, the only one of its process.
 class Service {
   public:
-    using Reply = std::function<void(std::uint32_t id, ToolResult result)>;
+    using Reply = std::function<void(Answer answer)>;
 
     /// `tool` must outlive it. Readers are started as they are needed, up to `mostReaders`.
     Service(Tool& tool, std::size_t mostReaders, Reply reply);
@@ -49,9 +49,10 @@ class Service {
         std::uint32_t id;
         Job job;
     };
-    /// What one file is asked; nobody waits for what is read ahead.
+    /// What one file is asked, for all who asked it.
     struct Work {
-        Job job;
+        std::string path;
+        std::string question;
         std::vector<Waiting> waiting;
         std::optional<FileIdentity> file;
         bool retried = false;
@@ -62,13 +63,12 @@ class Service {
     };
 
     void ask(std::uint32_t id, Job job);
-    void expect(Job job);
     void cancel(std::uint32_t id);
     void dispatch();
     void hand(Work work);
     void bury(Work work, bool guilty);
     void finish(Work& work, std::optional<std::string_view> answer, bool worthKeeping);
-    std::optional<FileIdentity> look(const std::string& path);
+    void reply(const Waiting& waiting, const std::optional<FileIdentity>& file, std::optional<std::string_view> answer);
     Slot* freeSlot();
     void removeEmptySlots();
 
@@ -76,16 +76,9 @@ class Service {
     const std::size_t mostReaders_;
     const Reply reply_;
     std::deque<Work> queue_;
-    std::deque<Job> ahead_;
     std::vector<Slot> slots_;
     KeptAnswers kept_;
-
-    struct Look {
-        std::string path;
-        FileIdentity file;
-        Reader::Clock::time_point time;
-    };
-    std::optional<Look> lastLook_;
+    FileLook look_;
 };
 
 /// Serves requests in frames (see Frames.h) from `input`, with answers to `output`, until the input ends and all are

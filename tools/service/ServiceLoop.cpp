@@ -75,7 +75,7 @@ int serve(Tool& tool, int input, int output) {
     tool.warmUp();
     Outlet outlet(output);
     Service service(tool, processorCount(),
-                    [&](std::uint32_t id, const ToolResult& result) { outlet.append(answerFrame(id, result)); });
+                    [&](const Answer& answer) { outlet.append(answerFrame(answer)); });
     FrameStream requests(largestRequest);
     std::array<char, 65536> buffer;
     bool open = true;
@@ -106,7 +106,7 @@ int serve(Tool& tool, int input, int output) {
 ToolResult runOnce(Tool& tool, const Arguments& arguments) {
     constexpr std::uint32_t id = 1;
     std::optional<ToolResult> result;
-    Service service(tool, 1, [&](std::uint32_t, ToolResult answer) { result = std::move(answer); });
+    Service service(tool, 1, [&](Answer answer) { result = std::move(answer.result); });
     if (!arguments.empty()) {
         service.take({id, arguments});
     } else {

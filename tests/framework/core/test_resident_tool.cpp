@@ -66,6 +66,37 @@ TEST_F(ResidentTool, AnswersAsAProcessWouldAndSurvivesItsOwnEnd) {
     }
 }
 
+TEST_F(ResidentTool, AnAnswerAskedAheadCountsWhileItsFileStaysAsItIs) {
+    const auto put = [](const std::string& name) {
+        std::filesystem::copy_file(std::string(MARROWBECK_TEST_PICTURES "/") + name, home() + "/picture",
+                                   std::filesystem::copy_options::overwrite_existing);
+        // Questions about one file in one breath may see it in one state; with another between they do not.
+        resultOf(kWidth + home());
+    };
+    Shell::SetToolsFolder(MARROWBECK_TOOLS, {"mdls"});
+    const std::string width = kWidth + home() + "/picture";
+    const std::string kind = "mdls -name kMDItemKind -raw " + home() + "/picture";
+    put("orient6.jpg");
+    Shell::Expect(String(width));
+    Shell::Expect(String(kind));
+    EXPECT_EQ(resultOf(kind), "0 JPEG image");
+    put("1x10k.png");
+    EXPECT_EQ(resultOf(width), "0 1");
+    EXPECT_EQ(resultOf(kind), "0 PNG image");
+    Shell::Expect(String(width));
+    std::filesystem::remove(home() + "/picture");
+    resultOf(kWidth + home());
+    EXPECT_EQ(resultOf(width), "1 ");
+    // One that is over while something is expected of it, and something expected that is not asked.
+    put("orient6.jpg");
+    Shell::Expect(String(width));
+    Shell::Expect(String(kind));
+    kill(childrenOf(getpid()).front(), SIGKILL);
+    EXPECT_EQ(resultOf(width), "0 32");
+    Shell::ExpectNothing();
+    EXPECT_EQ(resultOf(kind), "0 JPEG image");
+}
+
 TEST_F(ResidentTool, IsDoneWithoutWhereItCannotStay) {
     const std::string log = home() + "/log";
     install("echo \"$*\" >> " + log + "\n[ \"$1\" = -stay_open ] && exit 1\necho one at a time\nexit 3\n");
