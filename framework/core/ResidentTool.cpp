@@ -82,6 +82,7 @@ std::optional<ResidentTool::Result> ResidentTool::Ask(const Arguments& arguments
         const auto& about = early->GetAnswer() ? early->GetAnswer()->about : std::nullopt;
         if (result && about && look_.at(about->path) == about->file) return result;
     }
+    look_.forget();
     while (isRunning()) {
         Question question(*this);
         send(requestFrame(question.Id(), arguments));

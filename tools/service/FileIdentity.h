@@ -50,6 +50,9 @@ class FileLook {
         return file_;
     }
 
+    /// Something else was asked meanwhile.
+    void forget() { path_.clear(); }
+
   private:
     static constexpr std::chrono::milliseconds breath{2};
 

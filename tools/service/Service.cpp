@@ -153,6 +153,7 @@ void Service::dispatch() {
 }
 
 void Service::hand(Work work) {
+    look_.forget();
     const InputFile file(work.path);
     if (file.isOpen()) {
         work.file = FileIdentity(file.status());
