@@ -46,7 +46,7 @@ Result downloadOurselves(const String& url, const std::string& path) {
     double last = begin;
     socket->Get(url, New<FolderItem>(String(path)));
     while (!complete) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
         const double now = Microseconds();
         result.longestStall = std::max(result.longestStall, now - last);
         last = now;

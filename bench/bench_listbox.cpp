@@ -10,15 +10,19 @@
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <random>
 #include <string>
 
+#include "bench/Pulse.h"
 #include "framework/core/Numbers.h"
 #include "framework/core/Thread.h"
 #include "framework/core/Waiting.h"
 #include "framework/ui/Listbox.h"
 
 using namespace framework;
+using marrowbeck::bench::Duration;
+using marrowbeck::bench::Measure;
 
 namespace {
 
@@ -53,29 +57,19 @@ void addRow(Listbox& list, int number, std::mt19937& random) {
     set(10, number % 4 == 0 ? "A caption of usual length, number " + std::to_string(number) : "", "Caption: ", "");
 }
 
-/// Runs the event loop while `busy`, and gives the longest time, in milliseconds, between two of its turns.
-template <class Busy>
-double longestStall(Busy busy) {
-    QElapsedTimer sinceTurn;
-    qint64 longest = 0;
-    QTimer turns;
-    QObject::connect(&turns, &QTimer::timeout, [&] {
-        longest = std::max(longest, sinceTurn.nsecsElapsed());
-        sinceTurn.start();
-    });
-    sinceTurn.start();
-    turns.start(0);
-    while (busy()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    return static_cast<double>(std::max(longest, sinceTurn.nsecsElapsed())) / 1e6;
-}
-
 void report(const char* what, double value, const char* unit) {
     std::printf("%-62s %10.1f %s\n", what, value, unit);
+}
+
+void report(const char* what, const Duration& duration) {
+    report(what, duration.whole, "ms");
+    report("  longest pause of the event loop", duration.longestPause, "ms");
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+    setenv("QT_QPA_PLATFORM", "offscreen", 0);
     QApplication application(argc, argv);
     const auto list = New<Listbox>();
     list->ColumnCount(11);
@@ -116,23 +110,16 @@ int main(int argc, char** argv) {
     report("Sort by text", passed(), "ms");
 
     const auto thread = New<Thread>();
+    const auto runs = [&thread] { return thread->State() != Thread::NotRunning; };
     list->HeadingIndex(2);
     thread->OnRun = [&list] { list->Sort(); };
-    time.start();
-    thread->Run();
-    const double threadStall = longestStall([&thread] { return thread->State() != Thread::NotRunning; });
-    report("Sort by a number, on a thread", passed(), "ms");
-    report("  longest stall of the event loop", threadStall, "ms");
+    report("Sort by a number, on a thread", Measure([&thread] { thread->Run(); }, runs));
 
     auto& view = *static_cast<QTableView*>(list->Native());
     bool placed = false;
     QObject::connect(view.model(), &QAbstractItemModel::layoutChanged, [&placed] { placed = true; });
-    time.start();
-    emit view.horizontalHeader()->sectionClicked(3);
-    const double click = passed();
-    const double clickStall = longestStall([&placed] { return !placed; });
-    report("Sort by a click on a heading", passed(), "ms");
-    report("  longest stall of the event loop", std::max(click, clickStall), "ms");
+    report("Sort by a click on a heading",
+           Measure([&view] { emit view.horizontalHeader()->sectionClicked(3); }, [&placed] { return !placed; }));
 
     for (const char* typed : {"DSC_9", "nothing"}) {
         time.start();
@@ -140,9 +127,8 @@ int main(int argc, char** argv) {
         report(typed[0] == 'D' ? "Typing a name's first letters, found" : "  not found", passed(), "ms");
     }
 
-    time.start();
-    list->DeleteAllRows();
-    report("DeleteAllRows", passed(), "ms");
+    const auto never = [] { return false; };
+    report("DeleteAllRows", Measure([&list] { list->DeleteAllRows(); }, never));
 
     thread->OnRun = [&list, &random] {
         for (int i = 0; i < kRows; ++i) {
@@ -150,10 +136,7 @@ int main(int argc, char** argv) {
             LoopYield();
         }
     };
-    time.start();
-    thread->Run();
-    const double fillStall = longestStall([&thread] { return thread->State() != Thread::NotRunning; });
-    report("Filling from a thread, rows coming to the screen meanwhile", passed(), "ms");
-    report("  longest stall of the event loop", fillStall, "ms");
+    const auto fill = [&thread] { thread->Run(); };
+    report("Filling from a thread, rows coming to the screen meanwhile", Measure(fill, runs));
     return 0;
 }

@@ -88,6 +88,9 @@ Color Label::TextColor() const {
 }
 
 void Label::TextColor(Color color) {
+    // The toolkit takes long over a palette, and a running count is coloured at each step.
+    if (ownColor_ == color) return;
+    ownColor_ = color;
     QPalette palette;
     palette.setColor(Native()->foregroundRole(), native::ToQt(color));
     Native()->setPalette(palette);

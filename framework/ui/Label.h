@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "framework/core/Color.h"
 #include "framework/ui/TextControl.h"
 
@@ -31,6 +33,7 @@ class Label : public TextControl {
 
   private:
     String text_;
+    std::optional<Color> ownColor_;
 };
 
 /// Labels under their older name.

@@ -253,7 +253,7 @@ TEST_F(Selection, OpeningNeedsAPreviewAndEscapesTheColonsOfThePath) {
     EXPECT_FALSE(std::filesystem::exists(root + "/opened"));
     window->pic = preview;
     window->Listbox1_DoubleClick();
-    ASSERT_TRUE(RunUntil([this] { return std::filesystem::exists(root + "/opened"); }));
+    ASSERT_TRUE(RunUntilThere(root + "/opened"));
     std::string url;
     std::getline(std::ifstream(root + "/opened"), url);
     EXPECT_EQ(url, "file://" + root + "/a%3Ab/c.jpg");

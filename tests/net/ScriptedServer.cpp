@@ -4,6 +4,8 @@
 #include <netinet/tcp.h>
 #include <sys/socket.h>
 
+#include <QAbstractEventDispatcher>
+#include <QCoreApplication>
 #include <array>
 #include <cstdlib>
 #include <utility>
@@ -51,6 +53,8 @@ void ScriptedServer::Peer::ReadRequest() {
     }
     const std::scoped_lock lock(server_.lock_);
     server_.requests_.push_back(request);
+    // The test may be waiting for it.
+    if (auto* const events = QCoreApplication::eventDispatcher()) events->wakeUp();
 }
 
 void ScriptedServer::Peer::Send(std::string_view bytes) const {

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <QStandardPaths>
+#include <QTimer>
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -46,6 +47,9 @@ class Service {
     /// Whether it has begun to answer.
     static bool Answers(const String& url) {
         const auto socket = New<HTTPSocket>();
+        // Nothing tells when it does: asked again and again.
+        QTimer again;
+        again.start(20);
         return RunUntil([&] {
             socket->GetHeaders(url, 2);
             return socket->HTTPStatusCode() != 0;

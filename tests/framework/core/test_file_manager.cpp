@@ -16,7 +16,7 @@ namespace framework {
 namespace {
 
 using marrowbeck::test::PrivateBus;
-using marrowbeck::test::RunUntil;
+using marrowbeck::test::RunUntilThere;
 
 /// A file manager that notes what it is to show, or refuses everything.
 class TestFileManager : public QDBusVirtualObject {
@@ -58,7 +58,7 @@ TEST(FileManager, RevealsByTheFileManagerElseOpensTheFolder) {
     std::filesystem::permissions(home + "/xdg-open", std::filesystem::perms::owner_all);
     setenv("PATH", (home + ":" + std::getenv("PATH")).c_str(), 1);
     EXPECT_TRUE(RevealInFileManager(New<FolderItem>(String(path))));
-    EXPECT_TRUE(RunUntil([&] { return std::filesystem::exists(home + "/opened"); }));
+    EXPECT_TRUE(RunUntilThere(home + "/opened"));
 
     setenv("PATH", "/nowhere", 1);
     EXPECT_FALSE(RevealInFileManager(New<FolderItem>(String(path))));

@@ -1,16 +1,21 @@
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <signal.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <QElapsedTimer>
+#include <QFileSystemWatcher>
 #include <QTimer>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 
 #include "framework/core/CommandLine.h"
+#include "framework/core/Descriptor.h"
 #include "framework/core/Shell.h"
 #include "framework/core/Thread.h"
 #include "tests/support/EventLoop.h"
@@ -94,34 +99,27 @@ TEST(Shell, AThreadWaitsWhileTheWindowLives) {
 }
 
 TEST(Shell, AKillEndsTheCommandAndItsChildren) {
-    const std::string pids = std::string(std::getenv("HOME")) + "/pids";
+    // Each process puts an empty file there that is called by its number.
+    const std::filesystem::path processes = std::string(std::getenv("HOME")) + "/processes";
+    std::filesystem::create_directory(processes);
+    const std::string note = ": > " + processes.string() + "/$$; ";
     const auto thread = New<Thread>();
-    thread->OnRun = [&] {
-        resultOf("echo $$ >> " + pids + "; (sh -c 'echo $$ >> " + pids + "; sleep 100'); echo end");
-    };
+    thread->OnRun = [&] { resultOf(note + "(sh -c '" + note + "sleep 100'); echo end"); };
     thread->Run();
     const auto started = [&] {
-        std::ifstream file(pids);
-        std::string line;
-        int lines = 0;
-        while (std::getline(file, line)) ++lines;
-        return lines == 2;
+        using Files = std::filesystem::directory_iterator;
+        return std::distance(Files(processes), Files()) == 2;
     };
+    const QFileSystemWatcher wake({QString::fromStdString(processes.string())});
     ASSERT_TRUE(RunUntil(started));
     thread->Kill();
     EXPECT_EQ(thread->State(), Thread::NotRunning);
-    std::ifstream file(pids);
-    for (pid_t process = 0; file >> process;) {
-        // The grandchild is reaped by whoever adopts it; a process that waits for that is dead as well.
-        const auto dead = [process] {
-            std::ifstream status("/proc/" + std::to_string(process) + "/stat");
-            std::string number;
-            std::string name;
-            std::string state;
-            status >> number >> name >> state;
-            return !status || state == "Z";
-        };
-        EXPECT_TRUE(RunUntil(dead)) << process;
+    constexpr int kGiveUp = 60'000;
+    for (const auto& file : std::filesystem::directory_iterator(processes)) {
+        // None at all where whoever adopted the process has reaped it already.
+        const Descriptor process(static_cast<int>(syscall(SYS_pidfd_open, std::stoi(file.path().filename()), 0)));
+        pollfd death{process.Number(), POLLIN, 0};
+        EXPECT_TRUE(process.Number() < 0 || poll(&death, 1, kGiveUp) == 1) << file.path();
     }
 }
 

@@ -15,8 +15,11 @@
 
 #include "framework/core/Descriptor.h"
 #include "framework/core/Ref.h"
+#include "tests/support/EventLoop.h"
 
 using namespace framework;
+using marrowbeck::test::RunFor;
+using marrowbeck::test::RunUntil;
 using testing::ElementsAre;
 
 namespace {
@@ -131,23 +134,8 @@ Ref<RecordingSocket> socketTo(int port, const String& address = "127.0.0.1") {
     return socket;
 }
 
-/// Runs the event loop until `done`, or for some seconds; whether it was done.
-bool runUntil(const std::function<bool()>& done) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (!done() && std::chrono::steady_clock::now() < end) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    }
-    return done();
-}
-
 bool runUntilError(const Ref<RecordingSocket>& socket) {
-    return runUntil([&] { return !socket->events.empty() && socket->events.back().starts_with("error"); });
-}
-
-void runFor(int milliseconds) {
-    QEventLoop loop;
-    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    loop.exec();
+    return RunUntil([&] { return !socket->events.empty() && socket->events.back().starts_with("error"); });
 }
 
 std::string pattern(std::size_t size) {
@@ -171,7 +159,7 @@ TEST(TCPSocket, AConversationIsReportedInOrder) {
     ASSERT_TRUE(runUntilError(socket));
     EXPECT_EQ(socket->received, "echo hello");
     EXPECT_THAT(socket->events, ElementsAre("connected", "sent", "data", "error 102"));
-    runFor(30);
+    RunFor(30);
     EXPECT_EQ(socket->events.size(), 4U);
 }
 
@@ -271,8 +259,8 @@ TEST(TCPSocket, AnUnreadBodyIsHeldUpAndComesWholeLater) {
     const auto socket = socketTo(server.Port());
     socket->onData = [] {};
     socket->Connect();
-    ASSERT_TRUE(runUntil([&] { return socket->Lookahead().ByteCount() >= std::size_t{1024} * 1024; }));
-    runFor(50);
+    ASSERT_TRUE(RunUntil([&] { return socket->Lookahead().ByteCount() >= std::size_t{1024} * 1024; }));
+    RunFor(50);
     EXPECT_EQ(socket->Lookahead().ByteCount(), std::size_t{1024} * 1024);
     EXPECT_TRUE(socket->IsConnected());
     socket->received = socket->ReadAll().ToStd();
@@ -289,16 +277,16 @@ TEST(TCPSocket, ClosingRaisesNothing) {
     const auto socket = socketTo(server.Port());
     socket->onData = [&] { socket->Close(); };
     socket->Connect();
-    ASSERT_TRUE(runUntil([&] { return socket->Saw("data"); }));
+    ASSERT_TRUE(RunUntil([&] { return socket->Saw("data"); }));
     EXPECT_FALSE(socket->IsConnected());
-    runFor(50);
+    RunFor(50);
     EXPECT_THAT(socket->events, ElementsAre("connected", "data"));
     EXPECT_EQ(socket->ReadAll().Bytes(), "x");
     socket->onData = nullptr;
 
     socket->Connect();
     socket->Close();
-    runFor(20);
+    RunFor(20);
     EXPECT_EQ(socket->events.size(), 2U);
 }
 
@@ -316,8 +304,8 @@ TEST(TCPSocket, AHandlerMayDropTheSocket) {
         if (moment == 1) socket->onData = drop;
         if (moment == 2) socket->onError = drop;
         socket->Connect();
-        EXPECT_TRUE(runUntil([&] { return dropped; })) << moment;
-        runFor(10);
+        EXPECT_TRUE(RunUntil([&] { return dropped; })) << moment;
+        RunFor(10);
     }
 }
 
@@ -344,7 +332,7 @@ TEST(TCPSocket, AHandlerMayConnectAnew) {
         }
     };
     socket->Connect();
-    ASSERT_TRUE(runUntil([&] { return socket->received == "third"; }));
+    ASSERT_TRUE(RunUntil([&] { return socket->received == "third"; }));
     ASSERT_TRUE(runUntilError(socket));
     EXPECT_THAT(socket->events,
                 ElementsAre("connected", "data", "connected", "data", "error 102", "connected", "data", "error 102"));
@@ -360,7 +348,7 @@ TEST(TCPSocket, EventsOfAConnectionDoNotNest) {
     int depth = 0;
     socket->onData = [&] {
         EXPECT_EQ(++depth, 1);
-        runFor(80);
+        RunFor(80);
         socket->Poll();
         socket->received += socket->ReadAll().ToStd();
         --depth;

@@ -166,7 +166,7 @@ TEST_F(UpdateWindow, DownloadsToTheDesktopAndOpensTheFile) {
     ASSERT_EQ(person.Read.size(), 2U);
     EXPECT_EQ(person.Read[1], "The file 'Marrowbeck 3.tar' is on your Desktop. Would you like to open it now?");
     EXPECT_EQ(ContentOf(OnDesktop("Marrowbeck 3.tar")), content);
-    EXPECT_TRUE(RunUntil([&] { return std::filesystem::exists(tools.Path("opened")); }));
+    EXPECT_TRUE(RunUntilThere(tools.Path("opened")));
     EXPECT_EQ(ContentOf(tools.Path("opened")), "file://" + OnDesktop("Marrowbeck%203.tar") + "\n");
     EXPECT_EQ(window->StaticText1->Text().Bytes(), "Downloading: 2,929KB downloaded...");
     EXPECT_EQ(window->ProgressBar1->Maximum(), 2929);
