@@ -5,10 +5,10 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <string_view>
 
+#include "tools/pictures/LoadableContent.h"
 #include "tools/pictures/PictureLibrary.h"
 
 namespace marrowbeck::tools {
@@ -39,10 +39,6 @@ Image checked(int failure, VipsImage* const& image) {
 
 std::string_view textOf(Content content) {
     return {reinterpret_cast<const char*>(content.data()), content.size()};
-}
-
-bool isWebp(std::string_view head) {
-    return head.starts_with("RIFF") && head.substr(8).starts_with("WEBP");
 }
 
 /// Of a Photoshop file that is gray or CMYK, its loader mistakes one plane for another.
@@ -97,6 +93,7 @@ ColourModel modelOf(VipsImage* image) {
 unsigned bitsOf(VipsImage* image, Content content) {
     constexpr std::size_t pngDepth = 24;
     if (textOf(content).starts_with("\x89PNG") && content.size() > pngDepth) return content[pngDepth];
+    if (textOf(content).starts_with("P1") || textOf(content).starts_with("P4")) return 1;
     const int deep = numberOf(image, "heif-bitdepth", 0);
     if (deep > 0) return static_cast<unsigned>(deep);
     return static_cast<unsigned>(vips_format_sizeof(vips_image_get_format(image)) * 8);
@@ -126,7 +123,9 @@ class VipsPictures final : public PictureLibrary {
         allowLoaders();
     }
 
-    PictureHeader header(Content content) override {
+    PictureHeader header(Content original) override {
+        const LoadableContent loadable(original);
+        const Content content = loadable.content();
         PictureHeader header;
         const Image image = open(content);
         if (!image) return header;
@@ -151,16 +150,17 @@ class VipsPictures final : public PictureLibrary {
         return header;
     }
 
-    Pixels picture(Content content, int side, int orientation) override {
-        std::string padded;
-        if (const std::string_view bytes = textOf(content); isWebp(bytes)) padded = completed(bytes);
-        if (!padded.empty()) content = {reinterpret_cast<const std::uint8_t*>(padded.data()), padded.size()};
+    Pixels picture(Content original, int side, int orientation) override {
+        const LoadableContent loadable(original);
+        const Content content = loadable.content();
         const Image image = open(content);
         if (!image || isMistaken(textOf(content))) return {};
-        Image small = thumbnail(image.get(), content, side);
+        Image whole = inMemory(forScreen(thumbnail(image.get(), content, side)));
+        if (!whole) whole = topInMemory(forScreen(thumbnail(image.get(), content, side)));
+        if (!whole) return {};
         const std::string loader = loaderOf(image.get());
-        if (loader.starts_with("heif") || loader.starts_with("jxl")) orientation = 1;
-        return small ? pixelsOf(std::move(small), orientation) : Pixels();
+        const bool upright = loader.starts_with("heif") || loader.starts_with("jxl");
+        return pixelsOf(upright ? std::move(whole) : turned(std::move(whole), orientation));
     }
 
     void warmUp() override {
@@ -216,17 +216,6 @@ class VipsPictures final : public PictureLibrary {
         return checked(0, vips_image_new_from_source(source.get(), "", "access", VIPS_ACCESS_SEQUENTIAL, nullptr));
     }
 
-    /// A decoder of WebP wants the whole file: what a short one lacks is made up, and shows as nothing much.
-    static std::string completed(std::string_view bytes) {
-        std::uint32_t promised = 0;
-        for (std::size_t i = 0; i < 4; ++i) promised |= std::uint32_t{static_cast<unsigned char>(bytes[4 + i])} << (8 * i);
-        constexpr std::uint32_t most = 256U << 20;
-        if (promised > most || promised + 8 <= bytes.size()) return {};
-        std::string whole(bytes);
-        whole.resize(promised + std::size_t{8}, '\0');
-        return whole;
-    }
-
     /// Numbers that are no bytes of a screen: made so before they are scaled, as what is scaled is taken for bytes.
     static Image screenRange(VipsImage* image) {
         const VipsBandFormat format = vips_image_get_format(image);
@@ -280,40 +269,62 @@ class VipsPictures final : public PictureLibrary {
                        small);
     }
 
-    static Pixels pixelsOf(Image image, int orientation) {
+    /// In sRGB with 8 bits a channel, three channels or four.
+    static Image forScreen(Image image) {
         VipsImage* next = nullptr;
-        if (vips_image_get_interpretation(image.get()) != VIPS_INTERPRETATION_sRGB) {
+        if (image && vips_image_get_interpretation(image.get()) != VIPS_INTERPRETATION_sRGB)
             image = checked(vips_colourspace(image.get(), &next, VIPS_INTERPRETATION_sRGB, nullptr), next);
-            if (!image) return {};
-        }
-        if (vips_image_get_format(image.get()) != VIPS_FORMAT_UCHAR) {
+        if (image && vips_image_get_format(image.get()) != VIPS_FORMAT_UCHAR)
             image = checked(vips_cast_uchar(image.get(), &next, nullptr), next);
-            if (!image) return {};
-        }
-        if (vips_image_get_bands(image.get()) > 4) {
+        if (image && vips_image_get_bands(image.get()) > 4)
             image = checked(vips_extract_band(image.get(), &next, 0, "n", 3, nullptr), next);
-            if (!image) return {};
+        return image && vips_image_get_bands(image.get()) >= 3 ? std::move(image) : nullptr;
+    }
+
+    static Image inMemory(const Image& image) {
+        return checked(0, image ? vips_image_copy_memory(image.get()) : nullptr);
+    }
+
+    /// Of a picture that breaks off, the rows down to there; the others stay black. Nothing where there are none.
+    static Image topInMemory(const Image& image) {
+        if (!image) return nullptr;
+        constexpr int rows = 4;
+        const int width = vips_image_get_width(image.get());
+        const int height = vips_image_get_height(image.get());
+        std::string bytes;
+        const std::unique_ptr<VipsRegion, Unref> region(vips_region_new(image.get()));
+        int read = 0;
+        while (read < height) {
+            const int count = std::min(rows, height - read);
+            std::size_t size = 0;
+            const std::unique_ptr<VipsPel, void (*)(void*)> some(
+                vips_region_fetch(region.get(), 0, read, width, count, &size), g_free);
+            if (!some) break;
+            bytes.append(reinterpret_cast<const char*>(some.get()), size);
+            read += count;
         }
-        if (orientation > 1 && orientation <= 8) {
-            // Turning picks pixels in any order.
-            Image whole(vips_image_copy_memory(image.get()));
-            if (!whole) return {};
-            vips_image_set_int(whole.get(), VIPS_META_ORIENTATION, orientation);
-            image = checked(vips_autorot(whole.get(), &next, nullptr), next);
-            if (!image) return {};
-        }
-        Pixels pixels;
-        const int channels = vips_image_get_bands(image.get());
-        if (channels != 3 && channels != 4) return {};
+        vips_error_clear();
+        if (read == 0) return nullptr;
+        bytes.resize(bytes.size() / static_cast<std::size_t>(read) * static_cast<std::size_t>(height), '\0');
+        return checked(0, vips_image_new_from_memory_copy(bytes.data(), bytes.size(), width, height,
+                                                          vips_image_get_bands(image.get()), VIPS_FORMAT_UCHAR));
+    }
+
+    static Image turned(Image image, int orientation) {
+        if (orientation <= 1 || orientation > 8) return image;
+        vips_image_set_int(image.get(), VIPS_META_ORIENTATION, orientation);
+        VipsImage* next = nullptr;
+        return checked(vips_autorot(image.get(), &next, nullptr), next);
+    }
+
+    static Pixels pixelsOf(const Image& image) {
         std::size_t size = 0;
-        const std::unique_ptr<void, void (*)(void*)> bytes(vips_image_write_to_memory(image.get(), &size), g_free);
+        const std::unique_ptr<void, void (*)(void*)> bytes(
+            image ? vips_image_write_to_memory(image.get(), &size) : nullptr, g_free);
         vips_error_clear();
         if (!bytes) return {};
-        pixels.width = vips_image_get_width(image.get());
-        pixels.height = vips_image_get_height(image.get());
-        pixels.channels = channels;
-        pixels.bytes.assign(static_cast<const char*>(bytes.get()), size);
-        return pixels;
+        return {vips_image_get_width(image.get()), vips_image_get_height(image.get()),
+                vips_image_get_bands(image.get()), std::string(static_cast<const char*>(bytes.get()), size)};
     }
 
     bool ready_ = false;

@@ -1,0 +1,95 @@
+#include "tools/pictures/LoadableContent.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+#include <utility>
+
+namespace marrowbeck::tools {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+/// A number with its least significant byte first.
+std::uint32_t littleEndian(std::string_view bytes, std::size_t at) {
+    std::uint32_t number = 0;
+    for (std::size_t i = 4; i-- > 0;) number = number << 8 | static_cast<unsigned char>(bytes[at + i]);
+    return number;
+}
+
+bool hasAt(std::string_view bytes, std::size_t at, std::string_view mark) {
+    return bytes.size() >= at + mark.size() && bytes.substr(at, mark.size()) == mark;
+}
+
+}  // namespace
+
+LoadableContent::LoadableContent(Content content) : content_(content) {
+    completeWebp();
+    markPict();
+    enterIcon();
+}
+
+void LoadableContent::use(std::string changed) {
+    own_ = std::move(changed);
+    content_ = {reinterpret_cast<const std::uint8_t*>(own_.data()), own_.size()};
+}
+
+/// The decoder of WebP (RFC 9649) wants the whole file. Of one that was cut short the chunk with the pixels is made a
+/// file of its own; what it lacks is made up, and shows as nothing much.
+void LoadableContent::completeWebp() {
+    constexpr std::size_t firstChunk = 12;
+    constexpr std::size_t head = 8;
+    constexpr std::uint32_t most = 256U << 20;
+    if (!hasAt(bytes(), 0, "RIFF") || !hasAt(bytes(), 8, "WEBP")) return;
+    if (std::size_t{littleEndian(bytes(), 4)} + head <= bytes().size()) return;
+    for (std::size_t at = firstChunk; at + head <= bytes().size();) {
+        const std::uint32_t size = littleEndian(bytes(), at + 4);
+        const std::size_t whole = head + size + size % 2;
+        if (hasAt(bytes(), at, "VP8 ") || hasAt(bytes(), at, "VP8L")) {
+            if (size > most) return;
+            std::string chunk(bytes().substr(at, whole));
+            chunk.resize(whole, '\0');
+            const auto length = static_cast<std::uint32_t>(whole + 4);
+            std::string file = "RIFF";
+            for (int shift = 0; shift < 32; shift += 8) file += static_cast<char>(length >> shift & 0xff);
+            use(file + "WEBP" + chunk);
+            return;
+        }
+        at += whole;
+    }
+}
+
+/// A QuickDraw picture begins with 512 bytes for anybody's use, mostly zeros, which are taken for a Targa file. They may
+/// be missing when the picture was cut out of another file.
+void LoadableContent::markPict() {
+    constexpr std::size_t room = 512;
+    constexpr std::size_t version = 10;
+    constexpr std::string_view marks[] = {"\x00\x11\x02\xff\x0c\x00"sv, "\x11\x01"sv};
+    for (const std::string_view mark : marks) {
+        if (hasAt(bytes(), room + version, mark) && (mark.size() > 2 || hasAt(bytes(), 0, std::string(room, '\0')))) {
+            use(std::string(room, '\xff').append(bytes().substr(room)));
+            return;
+        }
+    }
+    if (hasAt(bytes(), version, marks[0])) use(std::string(room, '\xff').append(bytes()));
+}
+
+/// Large icons are PNG files, behind a table that names kind, place and size of each picture. The first such is taken
+/// for the icon.
+void LoadableContent::enterIcon() {
+    constexpr std::size_t tableStart = 6;
+    constexpr std::size_t entrySize = 16;
+    if (!hasAt(bytes(), 0, "\0\0\1\0"sv) || bytes().size() < tableStart) return;
+    const std::size_t count = static_cast<unsigned char>(bytes()[4]);
+    for (std::size_t i = 0; i < count && tableStart + (i + 1) * entrySize <= bytes().size(); ++i) {
+        const std::size_t entry = tableStart + i * entrySize;
+        const std::size_t size = littleEndian(bytes(), entry + 8);
+        const std::size_t start = littleEndian(bytes(), entry + 12);
+        if (start >= bytes().size() || !hasAt(bytes(), start, "\x89PNG\r\n\x1a\n")) continue;
+        content_ = content_.subspan(start, std::min(size, bytes().size() - start));
+        return;
+    }
+}
+
+}  // namespace marrowbeck::tools
