@@ -20,6 +20,7 @@
 #include "framework/core/ShowURL.h"
 #include "framework/core/TextInputStream.h"
 #include "framework/core/TextOutputStream.h"
+#include "framework/core/Waiting.h"
 
 namespace framework {
 
@@ -68,8 +69,14 @@ class FolderItem::Listing {
         while (const dirent* found = ::readdir(folder.get())) {
             const std::string_view name = found->d_name;
             if (name != "." && name != "..") entries_.push_back({std::string(name), kindOf(found->d_type)});
+            LoopYield();
         }
-        std::sort(entries_.begin(), entries_.end(), [](const Entry& a, const Entry& b) { return a.name < b.name; });
+        constexpr std::size_t kBetweenYields = 1024;
+        std::size_t comparisons = 0;
+        std::sort(entries_.begin(), entries_.end(), [&comparisons](const Entry& a, const Entry& b) {
+            if (++comparisons % kBetweenYields == 0) LoopYield();
+            return a.name < b.name;
+        });
     }
 
     const std::vector<Entry>& Entries() const { return entries_; }
@@ -127,6 +134,8 @@ Ref<FolderItem> FolderItem::Child(const String& name) const {
 }
 
 const FolderItem::Listing& FolderItem::list() const {
+    // Others run while a large folder is read, and may drop this.
+    const Ref<const FolderItem> alive(this);
     listing_ = std::make_unique<const Listing>(path());
     return *listing_;
 }

@@ -52,6 +52,7 @@ class Listbox : public RectControl, public EditTarget {
     void AddRow(const Array<String>& texts);
     template <std::convertible_to<String>... Texts>
     requires(sizeof...(Texts) > 0) void AddRow(const Texts&... texts) { AddRow(Array<String>{String(texts)...}); }
+    /// The values in the tags of many rows live a few turns of the event loop longer.
     void DeleteAllRows();
     void RemoveRow(int row);
     /// Sorts the rows by the heading state: by the column HeadingIndex, ascending unless its direction is -1; nothing

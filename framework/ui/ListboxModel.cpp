@@ -51,6 +51,7 @@ void ListboxModel::Clear() {
     const internal::NoYield noYield;
     if (announced_ > 0) beginRemoveRows({}, 0, announced_ - 1);
     rows_.Clear();
+    if (rows_.ReleaseSome()) release_.start(0, this);
     lastChanged_ = -1;
     if (std::exchange(announced_, 0) > 0) endRemoveRows();
 }
@@ -111,11 +112,18 @@ void ListboxModel::Heading(int column, const String& text) {
 }
 
 void ListboxModel::announceLater() {
-    if (!announcement_.isActive()) announcement_.start(0, this);
+    if (announcement_.isActive()) return;
+    // The view lays itself out and paints itself anew each time, which is not worth it for rows below its lower edge.
+    constexpr int kMoreThanAScreen = 200;
+    constexpr qint64 kPause = 100;
+    const qint64 passed = sinceAnnouncement_.isValid() ? sinceAnnouncement_.elapsed() : kPause;
+    const qint64 wait = announced_ > kMoreThanAScreen ? std::max<qint64>(kPause - passed, 0) : 0;
+    announcement_.start(static_cast<int>(wait), this);
 }
 
 void ListboxModel::Announce() {
     announcement_.stop();
+    sinceAnnouncement_.start();
     const internal::NoYield noYield;
     if (lastChanged_ >= 0) {
         const int last = std::exchange(lastChanged_, -1);
@@ -129,7 +137,11 @@ void ListboxModel::Announce() {
 }
 
 void ListboxModel::timerEvent(QTimerEvent* event) {
-    if (event->timerId() == announcement_.timerId()) Announce();
+    if (event->timerId() == announcement_.timerId()) {
+        Announce();
+    } else if (event->timerId() == release_.timerId() && !rows_.ReleaseSome()) {
+        release_.stop();
+    }
 }
 
 QString ListboxModel::AsText(const std::vector<int>& rows) const {

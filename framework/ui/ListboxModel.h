@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <QBasicTimer>
+#include <QElapsedTimer>
 #include <QStringList>
 
 #include "framework/ui/ListboxRows.h"
@@ -9,7 +10,8 @@
 namespace framework {
 
 /// A list's rows as the toolkit's view sees them. Rows that were added and cells that were changed are announced to
-/// the view together, at the next turn of the event loop: until then the view knows the first rows only.
+/// the view together, at the next turn of the event loop, or in a long list a tenth of a second after those before:
+/// until then the view knows the first rows only.
 class ListboxModel : public QAbstractTableModel {
   public:
     const ListboxRows& Rows() const { return rows_; }
@@ -56,6 +58,9 @@ class ListboxModel : public QAbstractTableModel {
     int firstChanged_ = 0;
     int lastChanged_ = -1;
     QBasicTimer announcement_;
+    QElapsedTimer sinceAnnouncement_;
+    /// Runs while the room of cleared rows is given back.
+    QBasicTimer release_;
 };
 
 /// A cell's text as it is shown: on one line, and no longer than anybody could read at a glance.

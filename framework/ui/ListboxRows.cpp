@@ -57,11 +57,26 @@ void ListboxRows::Remove(int row) {
 }
 
 void ListboxRows::Clear() {
-    // Gives the memory back too; a later search may find much less.
-    std::vector<Row>().swap(rows_);
+    // Rows of an earlier time that still wait go on waiting.
+    if (cleared_.empty()) {
+        cleared_.swap(rows_);
+    } else {
+        std::move(rows_.begin(), rows_.end(), std::back_inserter(cleared_));
+        std::vector<Row>().swap(rows_);
+    }
     shared_.Forget();
     lastAppended_ = -1;
     ++revision_;
+}
+
+bool ListboxRows::ReleaseSome() {
+    // A few milliseconds' worth.
+    constexpr std::ptrdiff_t kAtOnce = 1000;
+    cleared_.erase(cleared_.end() - std::min(kAtOnce, std::ssize(cleared_)), cleared_.end());
+    if (!cleared_.empty()) return true;
+    // The memory is given back too; a later search may find much less.
+    std::vector<Row>().swap(cleared_);
+    return false;
 }
 
 void ListboxRows::Reorder(const std::vector<int>& order) {

@@ -37,7 +37,10 @@ class ListboxRows {
     /// Adds a row whose first cells take the texts.
     void Append(const Array<String>& texts);
     void Remove(int row);
+    /// The rows go at once, but the room of many only by ReleaseSome: to free it all takes long enough to be felt.
     void Clear();
+    /// Gives back the room of some of the rows that were cleared. False when none are left.
+    bool ReleaseSome();
     /// Puts the row order[i] at place i; `order` is a permutation of the first rows, those behind them stay.
     void Reorder(const std::vector<int>& order);
 
@@ -70,6 +73,7 @@ class ListboxRows {
     std::size_t helpTagPlace(int column) const { return checkedColumn(column) + static_cast<std::size_t>(columns_); }
 
     std::vector<Row> rows_;
+    std::vector<Row> cleared_;
     SharedTexts shared_;
     int columns_ = 1;
     int lastAppended_ = -1;

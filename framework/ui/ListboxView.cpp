@@ -19,7 +19,7 @@ namespace {
 /// How long a sort may hold up the window at once: half the time of a screen's frame.
 constexpr qint64 kSortSlice = 8;
 /// A sort that is done within this time is not to be seen in steps.
-constexpr qint64 kFirstSortSlice = 50;
+constexpr qint64 kFirstSortSlice = 25;
 
 using Flag = QItemSelectionModel::SelectionFlag;
 
@@ -141,6 +141,7 @@ void ListboxView::timerEvent(QTimerEvent* event) {
 
 /// Puts the rows in `order`, and lets the selection follow its rows.
 void ListboxView::place(const std::vector<int>& order) {
+    model_.Announce();
     if (std::is_sorted(order.begin(), order.end())) return;
     const ChangeScope scope(*this);
     const std::vector<int> before = SelectedRows();

@@ -6,6 +6,7 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QTimer>
+#include <QTimerEvent>
 #include <QWindow>
 #include <algorithm>
 
@@ -24,6 +25,9 @@ const QString kUriList = QStringLiteral("text/uri-list");
 
 /// How much lighter than the content the metal is at the very top of the window, in percent as Qt counts.
 constexpr int kMetalShine = 145;
+/// How long a painted window rests, in milliseconds: the time of a screen's frame. Painted at each turn of the event
+/// loop, a running count alone would take more time than what is counted.
+constexpr int kFrame = 16;
 
 Ref<DragItem> itemOf(const QMimeData& data) {
     const QByteArray list = data.data(kUriList);
@@ -170,7 +174,28 @@ bool WindowFrame::event(QEvent* event) {
             ApplyLimits();
         }
     }
-    return QWidget::event(event);
+    if (event->type() != QEvent::UpdateRequest) return QWidget::event(event);
+    if (!putOffPainting()) {
+        QWidget::event(event);
+        sincePainted_.start();
+    }
+    return true;
+}
+
+/// Whether it is too early to paint again. The toolkit asks only once for all that is to be painted.
+bool WindowFrame::putOffPainting() {
+    if (!sincePainted_.isValid() || sincePainted_.hasExpired(kFrame - 1)) return false;
+    if (!painting_.isActive())
+        painting_.start(kFrame - static_cast<int>(sincePainted_.elapsed()), Qt::PreciseTimer, this);
+    return true;
+}
+
+void WindowFrame::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != painting_.timerId()) return;
+    painting_.stop();
+    sincePainted_.invalidate();
+    QEvent request(QEvent::UpdateRequest);
+    QApplication::sendEvent(this, &request);
 }
 
 void WindowFrame::resizeEvent(QResizeEvent*) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QBasicTimer>
+#include <QElapsedTimer>
 #include <QPointer>
 #include <QSize>
 #include <QWidget>
@@ -55,12 +57,14 @@ class WindowFrame : public QWidget, public AccessibleRole {
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
   private:
     bool isMetal() const;
     int menuBarHeight() const;
     int barsHeight() const;
     void arrange();
+    bool putOffPainting();
     bool push(bool (*isIt)(const PushButton& button));
 
     Window* window_;
@@ -69,6 +73,9 @@ class WindowFrame : public QWidget, public AccessibleRole {
     QPointer<QWidget> toolbar_;
     QPointer<QWidget> lastFocus_;
     int arrangedBars_ = 0;
+    QElapsedTimer sincePainted_;
+    /// Runs while painting is put off.
+    QBasicTimer painting_;
 };
 
 /// The frame in which `widget` stands, null when it stands in none.

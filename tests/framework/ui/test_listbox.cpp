@@ -6,9 +6,12 @@
 
 #include "framework/core/Exceptions.h"
 #include "tests/framework/ui/ListboxTest.h"
+#include "tests/support/EventLoop.h"
 
 namespace framework::testing {
 namespace {
+
+using marrowbeck::test::RunUntil;
 
 TEST_F(ListboxTest, RowsAreThereAtOnceAndReachTheViewTogether) {
     Settle();
@@ -21,6 +24,28 @@ TEST_F(ListboxTest, RowsAreThereAtOnceAndReachTheViewTogether) {
     Settle();
     EXPECT_EQ(View().model()->rowCount(), 50);
     EXPECT_EQ(announced.count(), 1);
+}
+
+// Bit by bit, so that the window never stands still for them.
+TEST_F(ListboxTest, ManyRowsComeAndGoCompletely) {
+    struct Witness : Object {
+        explicit Witness(int& count) : living(++count) {}
+        ~Witness() override { --living; }
+        int& living;
+    };
+    int living = 0;
+    for (const int count : {3000, 4000}) {
+        Add(count);
+        Settle();
+        Add(1);
+        for (int row = 0; row <= count; ++row) list->CellTag(row, 0, Ref<Object>(New<Witness>(living)));
+        EXPECT_TRUE(RunUntil([&] { return View().model()->rowCount() == count + 1; }));
+        list->DeleteAllRows();
+        EXPECT_EQ(list->ListCount(), 0);
+        EXPECT_EQ(View().model()->rowCount(), 0);
+    }
+    EXPECT_GT(living, 0);
+    EXPECT_TRUE(RunUntil([&] { return living == 0; }));
 }
 
 TEST_F(ListboxTest, AChangedCellComesToTheScreen) {

@@ -8,14 +8,18 @@
 
 #include "framework/core/Application.h"
 #include "framework/core/Thread.h"
+#include "framework/ui/Canvas.h"
 #include "framework/ui/Global.h"
 #include "framework/ui/Label.h"
 #include "framework/ui/TextField.h"
 #include "framework/ui/Toolbar.h"
 #include "framework/ui/WindowFrame.h"
+#include "tests/support/EventLoop.h"
 
 namespace framework::testing {
 namespace {
+
+using marrowbeck::test::RunUntil;
 
 /// A window that writes down what happens to it.
 class Diary : public Window {
@@ -228,6 +232,21 @@ TEST(WindowLook, TitleIsShownAsItIs) {
     window->Show();
     EXPECT_EQ(window->Title(), "Marrowbeck: a[*]b");
     EXPECT_EQ(window->Native()->windowHandle()->title().toStdString(), "Marrowbeck: a[*]b");
+}
+
+TEST(WindowLook, TheLastOfManyChangesIsPaintedThoughNotEachOne) {
+    const Ref<Window> window = New<Window>();
+    const Ref<Canvas> canvas = window->Add<Canvas>("canvas", 0, 0, 50, 20);
+    int value = 0;
+    int painted = -1;
+    canvas->OnPaint = [&](Graphics&) { painted = value; };
+    window->Show();
+    for (value = 0; value < 50; ++value) {
+        canvas->Refresh(true);
+        QCoreApplication::processEvents();
+    }
+    canvas->Refresh(true);
+    EXPECT_TRUE(RunUntil([&] { return painted == value; }));
 }
 
 TEST(WindowLook, ADarkWindowGivesItsControlsLightTexts) {
