@@ -74,6 +74,8 @@ class Trees:
             open(path, "w").close()
         tiny = os.path.join(root, "tiny.jpg")
         noisy_picture(tiny, 16, 12)
+        self.warming = os.path.join(root, "warming")
+        self.copy(tiny, [os.path.join(self.warming, f"{i}.jpg") for i in range(100)])
         self.small = {}
         for count in small:
             self.small[count] = os.path.join(root, f"small {count}")
