@@ -195,7 +195,12 @@ class VipsPictures final : public PictureLibrary {
         if (head.starts_with("\xff\x0a") || head.starts_with("\0\0\0\x0cJXL "sv)) loadModule(jxl_);
     }
 
-    static bool isKnown(Content content) {
+    /// Netpbm pictures are read from a source only; ImageMagick would take them, but may not.
+    static bool isNetpbm(std::string_view head) {
+        return head.size() > 2 && head[0] == 'P' && head[1] >= '1' && head[1] <= '7';
+    }
+
+    static bool isLoadable(Content content) {
         return vips_foreign_find_load_buffer(content.data(), content.size()) != nullptr;
     }
 
@@ -203,15 +208,14 @@ class VipsPictures final : public PictureLibrary {
     Image open(Content content) {
         if (!ready_ || content.empty()) return nullptr;
         prepareFor(textOf(content));
-        const bool netpbm = content.size() > 2 && content[0] == 'P' && content[1] >= '1' && content[1] <= '7';
-        if (!netpbm && !isKnown(content)) loadModule(magick_);
+        const bool netpbm = isNetpbm(textOf(content));
+        if (!netpbm && !isLoadable(content)) loadModule(magick_);
         vips_error_clear();
         if (!netpbm) {
             VipsImage* const image = vips_image_new_from_buffer(content.data(), content.size(), "", "access",
                                                                 VIPS_ACCESS_SEQUENTIAL, nullptr);
             return checked(0, image);
         }
-        // Read from a source only.
         const Source source(vips_source_new_from_memory(content.data(), content.size()));
         return checked(0, vips_image_new_from_source(source.get(), "", "access", VIPS_ACCESS_SEQUENTIAL, nullptr));
     }
@@ -257,8 +261,7 @@ class VipsPictures final : public PictureLibrary {
         }
         auto* const data = const_cast<std::uint8_t*>(content.data());
         const char* const option = convert ? "export_profile" : nullptr;
-        if (isKnown(content)) {
-            vips_error_clear();
+        if (!isNetpbm(textOf(content))) {
             return checked(vips_thumbnail_buffer(data, content.size(), &small, box, "height", box, "no_rotate", TRUE,
                                                  option, "srgb", nullptr),
                            small);
