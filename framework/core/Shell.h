@@ -30,8 +30,9 @@ class Shell : public Object {
     /// Starts the resident tools, so that the first command finds them ready.
     static void Prepare();
 
-    /// A hint that `command` will be executed soon, for a resident tool to answer ahead; the answer counts only while the
-    /// file that it is about stays as it is. Without effect for any other line. To be given for a few dozen at a time.
+    /// A hint that `command` will be executed soon, for a resident tool to answer ahead; the answer counts only while
+    /// the file that it is about stays as it is. Without effect for any other line. To be given for a few dozen at a
+    /// time.
     static void Expect(const String& command);
     /// What was expected will not come.
     static void ExpectNothing();

@@ -6,8 +6,8 @@
 #include <random>
 #include <vector>
 
-#include "tests/tools/SipsFiles.h"
 #include "tests/tools/RunTools.h"
+#include "tests/tools/SipsFiles.h"
 
 namespace marrowbeck::tools {
 namespace {

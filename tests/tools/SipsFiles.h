@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <string>
 
-#include "tests/tools/TestFiles.h"
 #include "tests/tools/RunTools.h"
+#include "tests/tools/TestFiles.h"
 
 namespace marrowbeck::tools {
 

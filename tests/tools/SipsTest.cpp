@@ -66,7 +66,8 @@ constexpr Expected navyOfInk{26, 34, 85, 255, 45};
 
 INSTANTIATE_TEST_SUITE_P(Jpeg, SipsKind,
                          ::testing::Values(Kind{"rgb.jpg", tomato, navy}, Kind{"gray.jpg", lightGray, darkGray},
-                                           Kind{"progressive.jpg", tomato, navy}, Kind{"cmyk.jpg", tomatoOfInk, navyOfInk}));
+                                           Kind{"progressive.jpg", tomato, navy},
+                                           Kind{"cmyk.jpg", tomatoOfInk, navyOfInk}));
 INSTANTIATE_TEST_SUITE_P(Png, SipsKind,
                          ::testing::Values(Kind{"rgb.png", tomato, navy}, Kind{"interlaced.png", tomato, navy},
                                            Kind{"16-bit.png", tomato, navy}, Kind{"alpha.png", halfTomato, halfNavy},

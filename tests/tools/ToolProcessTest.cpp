@@ -153,7 +153,8 @@ TEST(ToolProcess, AToolThatStaysOpenSaysTheSame) {
         EXPECT_EQ(facts.at(id).output + facts.at(id).error, once.output) << path;
         EXPECT_EQ(facts.at(id).status, once.status) << path;
         const std::string name = nameOf(path);
-        const Outcome made = run("sips -s format png -Z 20 " + path + " --out " + folder.path() + "/once/" + name + " 2>&1");
+        const Outcome made =
+            run("sips -s format png -Z 20 " + path + " --out " + folder.path() + "/once/" + name + " 2>&1");
         EXPECT_EQ(previews.at(id).error, made.output) << path;
         EXPECT_EQ(previews.at(id).status, made.status) << path;
         EXPECT_TRUE(readFile(folder.path() + "/once/" + name) == readFile(folder.path() + "/open/" + name)) << path;
@@ -178,7 +179,8 @@ TEST(ToolProcess, WhatIsNoPictureIsNeverRun) {
         EXPECT_EQ(run("mdls -name kMDItemPixelWidth -name kMDItemPixelHeight -raw " + path).output,
                   std::string("(null)\0(null)", 13))
             << content;
-        EXPECT_EQ(run("sips -s format png " + path + " --out " + folder.path() + "/out 2>/dev/null").status, 1) << content;
+        EXPECT_EQ(run("sips -s format png " + path + " --out " + folder.path() + "/out 2>/dev/null").status, 1)
+            << content;
         EXPECT_EQ(entriesIn(folder.path()), 1U) << content;
     }
 }

@@ -1,5 +1,5 @@
-#include "tools/service/ToolMain.h"
 #include "tools/mdfind/mdfind.h"
+#include "tools/service/ToolMain.h"
 
 int main(int argumentCount, char** arguments) {
     return marrowbeck::tools::runTool(marrowbeck::tools::mdfind, argumentCount, arguments);

@@ -6,8 +6,8 @@
 #include "tools/mdls/CameraSettings.h"
 #include "tools/mdls/ColourProfile.h"
 #include "tools/mdls/EmbeddedTexts.h"
-#include "tools/pictures/TextEncoding.h"
 #include "tools/pictures/Exiv2Image.h"
+#include "tools/pictures/TextEncoding.h"
 
 namespace marrowbeck::tools {
 
@@ -54,7 +54,8 @@ std::string listText(const std::vector<std::string>& elements) {
 ColourProfile embeddedProfile(Exiv2::Image* image, const PictureHeader& header) {
     if (image != nullptr && image->iccProfileDefined()) {
         const Exiv2::DataBuf& icc = *image->iccProfile();
-        if (icc.pData_ != nullptr && icc.size_ > 0) return describeProfile({icc.pData_, static_cast<size_t>(icc.size_)});
+        if (icc.pData_ != nullptr && icc.size_ > 0)
+            return describeProfile({icc.pData_, static_cast<size_t>(icc.size_)});
     }
     return describeProfile({reinterpret_cast<const std::uint8_t*>(header.profile.data()), header.profile.size()});
 }
@@ -96,7 +97,8 @@ AttributeMap readImageAttributes(Content content) {
     }
     // What only the format's own texts say.
     const auto text = [&](const char* key) {
-        const auto found = std::find_if(header.texts.begin(), header.texts.end(), [key](const auto& one) { return one.first == key; });
+        const auto found =
+            std::find_if(header.texts.begin(), header.texts.end(), [key](const auto& one) { return one.first == key; });
         return found == header.texts.end() ? std::string() : guessedToUtf8(found->second);
     };
     const auto setIfMissing = [&](const char* name, const char* key) {

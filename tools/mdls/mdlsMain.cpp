@@ -1,7 +1,7 @@
 #include "tools/mdls/mdls.h"
-#include "tools/service/ToolMain.h"
+#include "tools/service/ServiceMain.h"
 
 int main(int argumentCount, char** arguments) {
     marrowbeck::tools::Mdls tool;
-    return marrowbeck::tools::runTool(tool, argumentCount, arguments);
+    return marrowbeck::tools::runServiceTool(tool, argumentCount, arguments);
 }

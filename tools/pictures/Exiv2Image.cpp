@@ -11,8 +11,8 @@ std::string_view textOf(Content content) {
     return {reinterpret_cast<const char*>(content.data()), content.size()};
 }
 
-/// RIFF, Matroska, QuickTime and ASF, by the library's own numbers, whose headers cannot be included. Not by the name of
-/// the type: asked for that before it is read, a raw file takes its first small picture for the whole.
+/// RIFF, Matroska, QuickTime and ASF, by the library's own numbers, whose headers cannot be included. Not by the name
+/// of the type: asked for that before it is read, a raw file takes its first small picture for the whole.
 bool isVideo(int type) {
     return (type >= 20 && type <= 22) || type == 24;
 }

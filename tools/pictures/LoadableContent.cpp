@@ -53,15 +53,15 @@ void LoadableContent::completeWebp() {
             const auto length = static_cast<std::uint32_t>(whole + 4);
             std::string file = "RIFF";
             for (int shift = 0; shift < 32; shift += 8) file += static_cast<char>(length >> shift & 0xff);
-            use(file + "WEBP" + chunk);
+            use(file.append("WEBP").append(chunk));
             return;
         }
         at += whole;
     }
 }
 
-/// A QuickDraw picture begins with 512 bytes for anybody's use, mostly zeros, which are taken for a Targa file. They may
-/// be missing when the picture was cut out of another file.
+/// A QuickDraw picture begins with 512 bytes for anybody's use, mostly zeros, which are taken for a Targa file. They
+/// may be missing when the picture was cut out of another file.
 void LoadableContent::markPict() {
     constexpr std::size_t room = 512;
     constexpr std::size_t version = 10;

@@ -17,9 +17,7 @@ class LoadableContent {
     LoadableContent& operator=(const LoadableContent&) = delete;
 
     Content content() const { return content_; }
-    std::string_view bytes() const {
-        return {reinterpret_cast<const char*>(content_.data()), content_.size()};
-    }
+    std::string_view bytes() const { return {reinterpret_cast<const char*>(content_.data()), content_.size()}; }
 
   private:
     void use(std::string changed);

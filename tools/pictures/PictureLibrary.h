@@ -17,8 +17,8 @@ enum class ColourModel { unknown, gray, rgb, cmyk, lab };
 /// What an image file says of its own pixels and what it carries beside them. Members stay at their
 /// defaults where the file does not say, or is damaged.
 struct PictureHeader {
-    std::uint32_t width = 0;   ///< pixels, before any orientation is applied
-    std::uint32_t height = 0;  ///< pixels
+    std::uint32_t width = 0;      ///< pixels, before any orientation is applied
+    std::uint32_t height = 0;     ///< pixels
     unsigned bitsPerChannel = 0;  ///< of a stored sample; of the index in a palette image
     unsigned channels = 0;        ///< stored samples a pixel, alpha included
     ColourModel colour = ColourModel::unknown;

@@ -99,7 +99,8 @@ unsigned bitsOf(VipsImage* image, Content content) {
     return static_cast<unsigned>(vips_format_sizeof(vips_image_get_format(image)) * 8);
 }
 
-void addText(VipsImage* /*image*/, const char* field, GValue* value, std::vector<std::pair<std::string, std::string>>& texts) {
+void addText(VipsImage* /*image*/, const char* field, GValue* value,
+             std::vector<std::pair<std::string, std::string>>& texts) {
     // "png-comment-3-Description"
     constexpr std::string_view prefix = "png-comment-";
     const std::string_view name = field;
@@ -267,9 +268,9 @@ class VipsPictures final : public PictureLibrary {
                            small);
         }
         const Source source(vips_source_new_from_memory(data, content.size()));
-        return checked(vips_thumbnail_source(source.get(), &small, box, "height", box, "no_rotate", TRUE, option, "srgb",
-                                             nullptr),
-                       small);
+        return checked(
+            vips_thumbnail_source(source.get(), &small, box, "height", box, "no_rotate", TRUE, option, "srgb", nullptr),
+            small);
     }
 
     /// In sRGB with 8 bits a channel, three channels or four.

@@ -10,8 +10,8 @@
 #include <string>
 #include <string_view>
 
-#include "tools/service/InputFile.h"
 #include "tools/plutil/PropertyListCheck.h"
+#include "tools/service/InputFile.h"
 #include "tools/service/ReplacementFile.h"
 
 namespace marrowbeck::tools {

@@ -1,5 +1,5 @@
-#include "tools/service/ToolMain.h"
 #include "tools/plutil/plutil.h"
+#include "tools/service/ToolMain.h"
 
 int main(int argumentCount, char** arguments) {
     // Room for the largest document that passes the checks, as a tree and as text at once.

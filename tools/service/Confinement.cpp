@@ -30,9 +30,9 @@ constexpr const char* systemData[] = {
 };
 
 /// What tells languages and data folders; nothing else of the user's environment is any business of a parser.
-constexpr std::string_view variablesKept[] = {"HOME",     "LANG",          "LANGUAGE",      "LC_ALL",
-                                              "LC_CTYPE", "LC_MESSAGES",   "XDG_DATA_HOME", "XDG_DATA_DIRS",
-                                              "VIPSHOME", "MAGICK_CONFIGURE_PATH"};
+constexpr std::string_view variablesKept[] = {
+    "HOME",        "LANG",          "LANGUAGE",      "LC_ALL",   "LC_CTYPE",
+    "LC_MESSAGES", "XDG_DATA_HOME", "XDG_DATA_DIRS", "VIPSHOME", "MAGICK_CONFIGURE_PATH"};
 
 void forgetEnvironment() {
     std::vector<std::pair<std::string, std::string>> kept;
@@ -103,36 +103,69 @@ void forbidPaths(const std::vector<std::string>& folders) {
 
 // What memory, threads, clocks and the reading of files take.
 constexpr int allowedCalls[] = {
-    SCMP_SYS(access),         SCMP_SYS(brk),
-    SCMP_SYS(clock_getres),   SCMP_SYS(clock_gettime),
-    SCMP_SYS(clock_nanosleep), SCMP_SYS(close),
-    SCMP_SYS(exit),           SCMP_SYS(exit_group),
-    SCMP_SYS(faccessat),      SCMP_SYS(faccessat2),
-    SCMP_SYS(fadvise64),      SCMP_SYS(fstat),
-    SCMP_SYS(fstatfs),        SCMP_SYS(futex),
-    SCMP_SYS(getcwd),         SCMP_SYS(getdents64),
-    SCMP_SYS(getpid),         SCMP_SYS(getrandom),
-    SCMP_SYS(getrlimit),      SCMP_SYS(getrusage),
-    SCMP_SYS(gettid),         SCMP_SYS(gettimeofday),
-    SCMP_SYS(lseek),          SCMP_SYS(lstat),
-    SCMP_SYS(madvise),        SCMP_SYS(membarrier),
-    SCMP_SYS(mmap),           SCMP_SYS(mprotect),
-    SCMP_SYS(mremap),         SCMP_SYS(munmap),
-    SCMP_SYS(nanosleep),      SCMP_SYS(newfstatat),
-    SCMP_SYS(poll),           SCMP_SYS(ppoll),
-    SCMP_SYS(pread64),        SCMP_SYS(read),
-    SCMP_SYS(readlink),       SCMP_SYS(readlinkat),
-    SCMP_SYS(readv),          SCMP_SYS(recvmsg),
-    SCMP_SYS(restart_syscall), SCMP_SYS(rseq),
-    SCMP_SYS(rt_sigaction),   SCMP_SYS(rt_sigprocmask),
-    SCMP_SYS(rt_sigreturn),   SCMP_SYS(sched_getaffinity),
-    SCMP_SYS(sched_yield),    SCMP_SYS(sendmsg),
-    SCMP_SYS(set_robust_list), SCMP_SYS(sigaltstack),
-    SCMP_SYS(stat),           SCMP_SYS(statfs),
-    SCMP_SYS(statx),          SCMP_SYS(sysinfo),
-    SCMP_SYS(uname),          SCMP_SYS(write),
+    SCMP_SYS(access),
+    SCMP_SYS(brk),
+    SCMP_SYS(clock_getres),
+    SCMP_SYS(clock_gettime),
+    SCMP_SYS(clock_nanosleep),
+    SCMP_SYS(close),
+    SCMP_SYS(exit),
+    SCMP_SYS(exit_group),
+    SCMP_SYS(faccessat),
+    SCMP_SYS(faccessat2),
+    SCMP_SYS(fadvise64),
+    SCMP_SYS(fstat),
+    SCMP_SYS(fstatfs),
+    SCMP_SYS(futex),
+    SCMP_SYS(getcwd),
+    SCMP_SYS(getdents64),
+    SCMP_SYS(getpid),
+    SCMP_SYS(getrandom),
+    SCMP_SYS(getrlimit),
+    SCMP_SYS(getrusage),
+    SCMP_SYS(gettid),
+    SCMP_SYS(gettimeofday),
+    SCMP_SYS(lseek),
+    SCMP_SYS(lstat),
+    SCMP_SYS(madvise),
+    SCMP_SYS(membarrier),
+    SCMP_SYS(mmap),
+    SCMP_SYS(mprotect),
+    SCMP_SYS(mremap),
+    SCMP_SYS(munmap),
+    SCMP_SYS(nanosleep),
+    SCMP_SYS(newfstatat),
+    SCMP_SYS(poll),
+    SCMP_SYS(ppoll),
+    SCMP_SYS(pread64),
+    SCMP_SYS(read),
+    SCMP_SYS(readlink),
+    SCMP_SYS(readlinkat),
+    SCMP_SYS(readv),
+    SCMP_SYS(recvmsg),
+    SCMP_SYS(restart_syscall),
+    SCMP_SYS(rseq),
+    SCMP_SYS(rt_sigaction),
+    SCMP_SYS(rt_sigprocmask),
+    SCMP_SYS(rt_sigreturn),
+    SCMP_SYS(sched_getaffinity),
+    SCMP_SYS(sched_yield),
+    SCMP_SYS(sendmsg),
+    SCMP_SYS(set_robust_list),
+    SCMP_SYS(sigaltstack),
+    SCMP_SYS(stat),
+    SCMP_SYS(statfs),
+    SCMP_SYS(statx),
+    SCMP_SYS(sysinfo),
+    SCMP_SYS(uname),
+    SCMP_SYS(write),
     SCMP_SYS(writev),
 };
+
+/// Argument number `index` of a call, without the bits outside `mask`, has this value.
+scmp_arg_cmp argument(unsigned index, scmp_datum_t mask, scmp_datum_t value) {
+    return {index, SCMP_CMP_MASKED_EQ, mask, value};
+}
 
 /// Every call that is not allowed fails as for want of a right: libraries try things that they can do without.
 bool filterCalls() {
@@ -140,28 +173,30 @@ bool filterCalls() {
     const Filter filter(seccomp_init(SCMP_ACT_ERRNO(EPERM)), &seccomp_release);
     if (!filter) return false;
     bool complete = true;
-    const auto allow = [&](int call) { complete = complete && seccomp_rule_add(filter.get(), SCMP_ACT_ALLOW, call, 0) == 0; };
-    const auto allowIf = [&](int call, scmp_arg_cmp condition) {
-        complete = complete && seccomp_rule_add(filter.get(), SCMP_ACT_ALLOW, call, 1, condition) == 0;
+    const auto allow = [&](int call) {
+        complete = complete && seccomp_rule_add(filter.get(), SCMP_ACT_ALLOW, call, 0) == 0;
+    };
+    const auto allowIf = [&](int call, const scmp_arg_cmp& condition) {
+        complete = complete && seccomp_rule_add_array(filter.get(), SCMP_ACT_ALLOW, call, 1, &condition) == 0;
     };
     for (const int call : allowedCalls) allow(call);
     constexpr scmp_datum_t writing = O_ACCMODE | O_CREAT | O_TRUNC | O_APPEND;
-    allowIf(SCMP_SYS(open), SCMP_A1(SCMP_CMP_MASKED_EQ, writing, O_RDONLY));
-    allowIf(SCMP_SYS(openat), SCMP_A2(SCMP_CMP_MASKED_EQ, writing, O_RDONLY));
+    constexpr scmp_datum_t all = ~scmp_datum_t{0};
+    allowIf(SCMP_SYS(open), argument(1, writing, O_RDONLY));
+    allowIf(SCMP_SYS(openat), argument(2, writing, O_RDONLY));
     // Threads, but no processes. The newer call hides its flags in memory, where no filter can see them; told that
     // there is none such, the C library takes the older one.
-    allowIf(SCMP_SYS(clone), SCMP_A0(SCMP_CMP_MASKED_EQ, CLONE_THREAD, CLONE_THREAD));
+    allowIf(SCMP_SYS(clone), argument(0, CLONE_THREAD, CLONE_THREAD));
     complete = complete && seccomp_rule_add(filter.get(), SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3), 0) == 0;
-    allowIf(SCMP_SYS(prctl), SCMP_A0(SCMP_CMP_EQ, PR_SET_NAME));
-    allowIf(SCMP_SYS(prlimit64), SCMP_A2(SCMP_CMP_EQ, 0));  // asking is free
-    for (const int command : {F_GETFD, F_SETFD, F_GETFL}) {
-        allowIf(SCMP_SYS(fcntl), SCMP_A1(SCMP_CMP_EQ, static_cast<scmp_datum_t>(command)));
-    }
+    allowIf(SCMP_SYS(prctl), argument(0, all, PR_SET_NAME));
+    allowIf(SCMP_SYS(prlimit64), argument(2, all, 0));  // asking is free
+    for (const int command : {F_GETFD, F_SETFD, F_GETFL})
+        allowIf(SCMP_SYS(fcntl), argument(1, all, static_cast<scmp_datum_t>(command)));
 #ifdef __SANITIZE_ADDRESS__  // how the sanitizer finds out whether memory may be read
     allow(SCMP_SYS(pipe2));
 #endif
     // The end by abort().
-    allowIf(SCMP_SYS(tgkill), SCMP_A0(SCMP_CMP_EQ, static_cast<scmp_datum_t>(getpid())));
+    allowIf(SCMP_SYS(tgkill), argument(0, all, static_cast<scmp_datum_t>(getpid())));
     return complete && seccomp_load(filter.get()) == 0;
 }
 

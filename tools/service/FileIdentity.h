@@ -17,8 +17,8 @@ struct FileIdentity {
 
     FileIdentity() = default;
     explicit FileIdentity(const struct stat& status)
-        : numbers{number(status.st_dev),          number(status.st_ino),         number(status.st_size),
-                  number(status.st_mtim.tv_sec),  number(status.st_mtim.tv_nsec), number(status.st_ctim.tv_sec),
+        : numbers{number(status.st_dev),         number(status.st_ino),          number(status.st_size),
+                  number(status.st_mtim.tv_sec), number(status.st_mtim.tv_nsec), number(status.st_ctim.tv_sec),
                   number(status.st_ctim.tv_nsec)} {}
 
     /// Of the file that a path leads to now; nothing when there is none.

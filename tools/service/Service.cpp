@@ -91,8 +91,8 @@ void Service::awaited(std::vector<pollfd>& descriptors) const {
 int Service::patience() const {
     int least = -1;
     for (const Slot& slot : slots_) {
-        const int left = slot.work ? static_cast<int>(lookPeriod.count())
-                                   : millisecondsUntil(slot.reader->since() + unusedTime);
+        const int left =
+            slot.work ? static_cast<int>(lookPeriod.count()) : millisecondsUntil(slot.reader->since() + unusedTime);
         least = least < 0 ? left : std::min(least, left);
     }
     return least;

@@ -18,9 +18,8 @@ constexpr std::size_t mostUnanswered = 1024;
 
 std::size_t processorCount() {
     cpu_set_t processors;
-    return sched_getaffinity(0, sizeof processors, &processors) == 0
-               ? static_cast<std::size_t>(CPU_COUNT(&processors))
-               : 1;
+    return sched_getaffinity(0, sizeof processors, &processors) == 0 ? static_cast<std::size_t>(CPU_COUNT(&processors))
+                                                                     : 1;
 }
 
 /// Answers on their way to someone who reads them when he likes.
@@ -74,8 +73,7 @@ int serve(Tool& tool, int input, int output) {
     std::signal(SIGPIPE, SIG_IGN);
     tool.warmUp();
     Outlet outlet(output);
-    Service service(tool, processorCount(),
-                    [&](const Answer& answer) { outlet.append(answerFrame(answer)); });
+    Service service(tool, processorCount(), [&](const Answer& answer) { outlet.append(answerFrame(answer)); });
     FrameStream requests(largestRequest);
     std::array<char, 65536> buffer;
     bool open = true;

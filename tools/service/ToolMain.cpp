@@ -7,7 +7,6 @@
 #include <csignal>
 #include <exception>
 
-#include "tools/service/Service.h"
 #include "tools/service/WriteAll.h"
 
 namespace marrowbeck::tools {
@@ -35,14 +34,6 @@ int runTool(const std::function<ToolResult(const Arguments&)>& tool, int argumen
         writeAll(STDERR_FILENO, "\n");
         return exitFailure;
     }
-}
-
-int runTool(Tool& tool, int argumentCount, char** arguments) noexcept {
-    const bool staysOpen = argumentCount == 2 && std::string_view(arguments[1]) == "-stay_open";
-    const auto run = [&](const Arguments& words) {
-        return staysOpen ? ToolResult{{}, {}, serve(tool, STDIN_FILENO, STDOUT_FILENO)} : runOnce(tool, words);
-    };
-    return runTool(run, argumentCount, arguments);
 }
 
 void limitProcess(unsigned long long memoryBytes, unsigned processorSeconds) noexcept {

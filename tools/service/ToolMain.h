@@ -2,7 +2,6 @@
 
 #include <functional>
 
-#include "tools/service/Tool.h"
 #include "tools/service/ToolResult.h"
 
 namespace marrowbeck::tools {
@@ -12,10 +11,6 @@ namespace marrowbeck::tools {
 /// without a word, since nobody is left to read one. Memory that runs out is a
 /// failure too; no exception leaves.
 int runTool(const std::function<ToolResult(const Arguments&)>& tool, int argumentCount, char** arguments) noexcept;
-
-/// The same for a tool of two halves, which with the one argument `-stay_open` answers requests from standard
-/// input until that ends.
-int runTool(Tool& tool, int argumentCount, char** arguments) noexcept;
 
 /// Bounds what the process may use from here on, so that a hostile file can end
 /// the tool but not the user's session. Memory that is refused is an ordinary

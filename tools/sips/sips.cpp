@@ -72,8 +72,8 @@ Pixels pixelsFrom(std::string_view answer, int side) {
     const int channels = number();
     const auto fits = [side](int length) { return length >= 1 && length <= side; };
     if (!fits(width) || !fits(height) || (channels != 3 && channels != 4)) return {};
-    if (answer.size() != std::size_t{1} * static_cast<unsigned>(width) * static_cast<unsigned>(height) *
-                             static_cast<unsigned>(channels))
+    if (answer.size() !=
+        std::size_t{1} * static_cast<unsigned>(width) * static_cast<unsigned>(height) * static_cast<unsigned>(channels))
         return {};
     return {width, height, channels, std::string(answer)};
 }

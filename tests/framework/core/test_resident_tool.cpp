@@ -53,9 +53,14 @@ constexpr const char* kWidth = "mdls -name kMDItemPixelWidth -raw ";
 
 TEST_F(ResidentTool, AnswersAsAProcessWouldAndSurvivesItsOwnEnd) {
     const std::string picture = MARROWBECK_TEST_PICTURES "/orient6.jpg";
-    const std::vector<std::string> lines = {kWidth + picture,        "mdls " + picture, kWidth + std::string("/none/such"),
-                                            "mdls -name x -raw",     "mdls",            kWidth + home(),
-                                            "mdls -stay_open extra", kWidth + picture};
+    const std::vector<std::string> lines = {kWidth + picture,
+                                            "mdls " + picture,
+                                            kWidth + std::string("/none/such"),
+                                            "mdls -name x -raw",
+                                            "mdls",
+                                            kWidth + home(),
+                                            "mdls -stay_open extra",
+                                            kWidth + picture};
     Shell::SetToolsFolder(MARROWBECK_TOOLS);
     std::vector<std::string> expected;
     for (const std::string& line : lines) expected.push_back(resultOf(line));

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "tools/service/Tool.h"
+
+namespace marrowbeck::tools {
+
+/// `runTool` for a tool of two halves, which with the one argument `-stay_open` answers requests from standard input
+/// until that ends.
+int runServiceTool(Tool& tool, int argumentCount, char** arguments) noexcept;
+
+}  // namespace marrowbeck::tools
