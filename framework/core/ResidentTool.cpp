@@ -7,7 +7,9 @@
 #include <array>
 #include <cerrno>
 #include <utility>
+#include <vector>
 
+#include "framework/core/CommandLine.h"
 #include "framework/core/Scheduler.h"
 #include "framework/core/Waiting.h"
 
@@ -15,6 +17,7 @@ namespace framework::internal {
 
 using marrowbeck::tools::Answer;
 using marrowbeck::tools::answerFrom;
+using marrowbeck::tools::Arguments;
 using marrowbeck::tools::FrameStream;
 using marrowbeck::tools::requestFrame;
 
@@ -34,6 +37,14 @@ constexpr std::size_t kParcel = 4096;
 
 /// One start again is for the accident that happens to any process; more are a fault of its own.
 constexpr int kMostDeaths = 2;
+
+/// The words behind the tool's name. A bare name asks for no more than to be told how to ask, and is no request.
+std::optional<Arguments> argumentsOf(const std::string& line) {
+    std::optional<std::vector<std::string>> words = PlainWords(line);
+    if (!words || words->size() < 2) return std::nullopt;
+    words->erase(words->begin());
+    return words;
+}
 
 }  // namespace
 
@@ -76,16 +87,17 @@ ResidentTool::~ResidentTool() {
     die();
 }
 
-std::optional<ResidentTool::Result> ResidentTool::Ask(const Arguments& arguments) {
-    if (const std::unique_ptr<Question> early = takeExpected(arguments)) {
+std::optional<ResidentTool::Result> ResidentTool::Ask(const std::string& line) {
+    if (const std::unique_ptr<Question> early = takeExpected(line)) {
         std::optional<Result> result = await(*early);
         const auto& about = early->GetAnswer() ? early->GetAnswer()->about : std::nullopt;
         if (result && about && look_.at(about->path) == about->file) return result;
     }
     look_.forget();
-    while (isRunning()) {
+    const std::optional<Arguments> arguments = argumentsOf(line);
+    while (arguments && isRunning()) {
         Question question(*this);
-        send(requestFrame(question.Id(), arguments));
+        send(requestFrame(question.Id(), *arguments));
         if (auto result = await(question)) return result;
     }
     return std::nullopt;
@@ -110,16 +122,17 @@ std::optional<ResidentTool::Result> ResidentTool::await(Question& question) {
     return std::move(question.GetAnswer()->result);
 }
 
-void ResidentTool::Expect(const Arguments& arguments) {
-    if (expected_.contains(arguments) || !isRunning()) return;
+void ResidentTool::Expect(const std::string& line) {
+    const std::optional<Arguments> arguments = argumentsOf(line);
+    if (!arguments || expected_.contains(line) || !isRunning()) return;
     auto question = std::make_unique<Question>(*this);
-    unsent_ += requestFrame(question->Id(), arguments);
-    expected_.emplace(arguments, std::move(question));
+    unsent_ += requestFrame(question->Id(), *arguments);
+    expected_.emplace(line, std::move(question));
     if (unsent_.size() >= kParcel) flush();
 }
 
-std::unique_ptr<ResidentTool::Question> ResidentTool::takeExpected(const Arguments& arguments) {
-    const auto place = expected_.find(arguments);
+std::unique_ptr<ResidentTool::Question> ResidentTool::takeExpected(const std::string& line) {
+    const auto place = expected_.find(line);
     if (place == expected_.end()) return nullptr;
     std::unique_ptr<Question> question = std::move(place->second);
     expected_.erase(place);

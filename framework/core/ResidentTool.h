@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 
 #include "framework/core/ChildProcess.h"
 #include "tools/service/Frames.h"
@@ -20,7 +21,6 @@ namespace internal {
 /// in between a question costs a message instead of a process. Several threads may ask at a time.
 class ResidentTool {
   public:
-    using Arguments = marrowbeck::tools::Arguments;
     using Result = marrowbeck::tools::ToolResult;
 
     /// How its process is started; nothing when it cannot be.
@@ -31,14 +31,14 @@ class ResidentTool {
     ResidentTool(const ResidentTool&) = delete;
     ResidentTool& operator=(const ResidentTool&) = delete;
 
-    /// What the tool says to these arguments, at least one. A thread parks meanwhile, and drops the question when it is
-    /// killed; the main thread blocks. Nothing when the tool cannot be had: it has died twice in a row over a question,
-    /// or does not start. It is then not tried again.
-    std::optional<Result> Ask(const Arguments& arguments);
+    /// What the tool says to a command line that begins with its name. A thread parks meanwhile, and drops the question
+    /// when it is killed; the main thread blocks. Nothing when the line needs a shell or has no arguments, or when the
+    /// tool cannot be had: it has died twice in a row over a question, or does not start. It is then not tried again.
+    std::optional<Result> Ask(const std::string& line);
 
-    /// Asks ahead what will be asked soon. The answer is taken only if the file that it is about is then still
-    /// what it was.
-    void Expect(const Arguments& arguments);
+    /// Asks ahead what will be asked soon, by the very same line. The answer is taken only if the file that it is about
+    /// is then still what it was.
+    void Expect(const std::string& line);
     /// What is expected will not be asked.
     void ExpectNothing();
 
@@ -50,7 +50,7 @@ class ResidentTool {
 
     bool isRunning();
     std::optional<Result> await(Question& question);
-    std::unique_ptr<Question> takeExpected(const Arguments& arguments);
+    std::unique_ptr<Question> takeExpected(const std::string& line);
     void send(const std::string& frame);
     void flush();
     void receive();
@@ -63,7 +63,7 @@ class ResidentTool {
     std::string unsent_;
     /// Those on their way.
     std::map<std::uint32_t, Question*> pending_;
-    std::map<Arguments, std::unique_ptr<Question>> expected_;
+    std::unordered_map<std::string, std::unique_ptr<Question>> expected_;
     marrowbeck::tools::FileLook look_;
     std::uint32_t lastId_ = 0;
     /// How often it has died since it gave an answer.

@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <functional>
 #include <map>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -81,22 +80,18 @@ std::map<std::string, ResidentTool, std::less<>>& residentTools() {
     return tools;
 }
 
-/// The tool that such a line is for; null for any other line. A bare name asks for no more than to be told how to ask.
-ResidentTool* residentTool(const std::optional<std::vector<std::string>>& words) {
-    const auto found = words && words->size() > 1 ? residentTools().find(words->front()) : residentTools().end();
+/// The tool whose name a line begins with; null for any other line.
+ResidentTool* residentTool(std::string_view line) {
+    const auto found = residentTools().find(line.substr(0, line.find(' ')));
     return found == residentTools().end() ? nullptr : &found->second;
 }
 
-std::vector<std::string> withoutFirst(const std::vector<std::string>& words) {
-    return {words.begin() + 1, words.end()};
-}
-
-/// Starts the command of `line`: by itself when the line is nothing but `words`, which saves a process, and through the
+/// Starts the command of `line`: by itself when the line is nothing but words, which saves a process, and through the
 /// shell otherwise. The difference does not show.
-ChildProcess start(const std::string& line, const std::optional<std::vector<std::string>>& words) {
+ChildProcess start(const std::string& line) {
     const std::string path = searchPath();
     const std::vector<std::string> environment = environmentWith(path);
-    if (words) {
+    if (const auto words = internal::PlainWords(line)) {
         const std::string program = internal::FindProgram(words->front(), path);
         if (!program.empty()) {
             if (auto child = ChildProcess::Start(program, *words, environment, workingFolder())) {
@@ -128,8 +123,8 @@ void Shell::Prepare() {
 }
 
 void Shell::Expect(const String& command) {
-    const auto words = internal::PlainWords(command.ToStd());
-    if (ResidentTool* const tool = residentTool(words)) tool->Expect(withoutFirst(*words));
+    const std::string line = command.ToStd();
+    if (ResidentTool* const tool = residentTool(line)) tool->Expect(line);
 }
 
 void Shell::ExpectNothing() {
@@ -140,15 +135,14 @@ void Shell::Execute(const String& command) {
     errorCode_ = 0;
     result_ = String();
     const std::string line = command.ToStd();
-    const auto words = internal::PlainWords(line);
-    if (ResidentTool* const tool = residentTool(words)) {
-        if (const auto answer = tool->Ask(withoutFirst(*words))) {
+    if (ResidentTool* const tool = residentTool(line)) {
+        if (const auto answer = tool->Ask(line)) {
             errorCode_ = answer->status;
             result_ = String(answer->output, Encodings::UTF8);
             return;
         }
     }
-    ChildProcess child = start(line, words);
+    ChildProcess child = start(line);
     const std::string output = child.ReadOutput();
     errorCode_ = child.Wait();
     result_ = String(output, Encodings::UTF8);

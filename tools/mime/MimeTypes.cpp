@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <utility>
 
+#include "tools/pictures/JpegHeader.h"
+
 namespace marrowbeck::tools {
 
 namespace {
@@ -132,7 +134,10 @@ bool MimeTypes::isImage(const std::string& type) {
 }
 
 std::string MimeTypes::kindOf(std::string_view name, Content content) {
-    const QMimeType told = contentType(reinterpret_cast<const char*>(content.data()), content.size());
+    // Most pictures are JPEG, and to ask all magic of the database takes longer than to read one's metadata.
+    const QMimeType told = isJpeg(content)
+                               ? QMimeDatabase().mimeTypeForName(QStringLiteral("image/jpeg"))
+                               : contentType(reinterpret_cast<const char*>(content.data()), content.size());
     const bool nothing = tellsNothing(told);
     QMimeType best = nothing ? QMimeType() : told;
     for (const QMimeType& type : QMimeDatabase().mimeTypesForFileName(textOf(name))) {
