@@ -5,11 +5,14 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <deque>
+#include <future>
 #include <memory>
 #include <optional>
 #include <string_view>
 #include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "tools/mdfind/FolderWalk.h"
@@ -78,24 +81,51 @@ std::string head(const std::string& path) {
     return file.isOpen() ? file.head(MimeTypes::contentBytes) : std::string();
 }
 
-/// Takes out the files that the user may not read. To ask the system that of each file is most of what a search of a
-/// large folder costs, so all processors ask at a time.
-void removeUnreadable(std::vector<std::string>& paths) {
-    constexpr std::size_t worthAThread = 4096;
-    const std::size_t askers =
-        std::clamp<std::size_t>(paths.size() / worthAThread, 1, std::max(std::thread::hardware_concurrency(), 1U));
-    const auto askFor = [&](std::size_t asker) {
-        for (std::size_t i = paths.size() * asker / askers; i < paths.size() * (asker + 1) / askers; ++i) {
-            if (::faccessat(AT_FDCWD, paths[i].c_str(), R_OK, AT_EACCESS) != 0) paths[i].clear();
-        }
-    };
-    {
-        std::vector<std::jthread> threads;
-        for (std::size_t asker = 1; asker < askers; ++asker) threads.emplace_back(askFor, asker);
-        askFor(0);
+/// Those of the paths, a NUL behind each, whose files the user may read, each with `ending`.
+std::string readableOf(const std::string& paths, char ending) {
+    std::string output;
+    output.reserve(paths.size());
+    for (std::size_t start = 0; start < paths.size();) {
+        const std::size_t end = paths.find('\0', start);
+        if (::faccessat(AT_FDCWD, &paths[start], R_OK, AT_EACCESS) == 0)
+            output.append(paths, start, end - start).push_back(ending);
+        start = end + 1;
     }
-    std::erase(paths, std::string());
+    return output;
 }
+
+/// Takes found paths and gives them back in their order without those that the user may not read. To ask the system
+/// that of each file is most of what a search costs; other processors do it while the search goes on.
+class Findings {
+  public:
+    explicit Findings(char ending) : ending_(ending) {}
+
+    void add(const std::string& path) {
+        batch_.append(path).push_back('\0');
+        if (batch_.size() < batchSize) return;
+        if (asking_.size() >= 2 * std::size_t{std::max(std::thread::hardware_concurrency(), 1U)}) takeOldest();
+        asking_.push_back(std::async(std::launch::async, readableOf, std::exchange(batch_, {}), ending_));
+    }
+
+    std::string take() {
+        while (!asking_.empty()) takeOldest();
+        return std::move(output_.append(readableOf(batch_, ending_)));
+    }
+
+  private:
+    /// Bytes of paths that are worth a thread.
+    static constexpr std::size_t batchSize = 128 * 1024;
+
+    void takeOldest() {
+        output_ += asking_.front().get();
+        asking_.pop_front();
+    }
+
+    char ending_;
+    std::string batch_;
+    std::deque<std::future<std::string>> asking_;
+    std::string output_;
+};
 
 }  // namespace
 
@@ -105,15 +135,13 @@ ToolResult mdfind(const Arguments& arguments) {
     if (!MimeTypes::areInstalled()) return {{}, "mdfind: the shared MIME database is not installed\n", exitFailure};
 
     MimeTypes types;
-    std::vector<std::string> found;
+    Findings found(request->ending);
     const int failure = walkFolder(absolutePath(request->folder), [&](const std::string& path, std::string_view name) {
-        const std::string type = types.typeByName(name, [&path] { return head(path); });
+        const std::string& type = types.typeByName(name, [&path] { return head(path); });
         const bool wanted = request->type.empty() ? types.isImage(type) : type == request->type;
-        if (wanted) found.push_back(path);
+        if (wanted) found.add(path);
     });
-    removeUnreadable(found);
-    ToolResult result;
-    for (const std::string& path : found) result.output.append(path).push_back(request->ending);
+    ToolResult result{found.take(), {}, exitSuccess};
     if (failure != 0) {
         result.error = "mdfind: " + request->folder + ": " + std::generic_category().message(failure) + "\n";
         result.status = exitFailure;
