@@ -20,21 +20,4 @@ inline QImage preview(const std::string& path, int side = 0) {
     return QImage(QString::fromStdString(target), "png").convertToFormat(QImage::Format_ARGB32);
 }
 
-/// Whether the program is there that reads what Qt's decoders do not.
-inline bool hasVipsThumbnail() {
-    return std::system("command -v vipsthumbnail >/dev/null") == 0;
-}
-
-/// While it lives, no other program is found.
-class NoPrograms {
-  public:
-    NoPrograms() { ::setenv("PATH", "/none", 1); }
-    ~NoPrograms() { ::setenv("PATH", path_.c_str(), 1); }
-    NoPrograms(const NoPrograms&) = delete;
-    NoPrograms& operator=(const NoPrograms&) = delete;
-
-  private:
-    const std::string path_ = std::getenv("PATH");
-};
-
 }  // namespace marrowbeck::tools

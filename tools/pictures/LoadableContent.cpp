@@ -1,5 +1,7 @@
 #include "tools/pictures/LoadableContent.h"
 
+#include <zlib.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
@@ -18,6 +20,23 @@ std::uint32_t littleEndian(std::string_view bytes, std::size_t at) {
     return number;
 }
 
+std::uint32_t bigEndian(std::string_view bytes, std::size_t at) {
+    std::uint32_t number = 0;
+    for (std::size_t i = 0; i < 4; ++i) number = number << 8 | static_cast<unsigned char>(bytes[at + i]);
+    return number;
+}
+
+/// Appends a chunk of PNG; `content` begins with its type.
+void addChunk(std::string& png, std::string_view content) {
+    const auto add = [&png](std::uint32_t number) {
+        for (int shift = 24; shift >= 0; shift -= 8) png += static_cast<char>(number >> shift & 0xff);
+    };
+    add(static_cast<std::uint32_t>(content.size() - 4));
+    png.append(content);
+    add(static_cast<std::uint32_t>(
+        crc32(0, reinterpret_cast<const Bytef*>(content.data()), static_cast<uInt>(content.size()))));
+}
+
 bool hasAt(std::string_view bytes, std::size_t at, std::string_view mark) {
     return bytes.size() >= at + mark.size() && bytes.substr(at, mark.size()) == mark;
 }
@@ -26,6 +45,7 @@ bool hasAt(std::string_view bytes, std::size_t at, std::string_view mark) {
 
 LoadableContent::LoadableContent(Content content) : content_(content) {
     completeWebp();
+    closePng();
     markPict();
     enterIcon();
 }
@@ -58,6 +78,26 @@ void LoadableContent::completeWebp() {
         }
         at += whole;
     }
+}
+
+/// The decoder of PNG (ISO/IEC 15948) takes a chunk whole or not at all, and many a file has all its pixels in one. Of
+/// one that was cut short the last chunk is given the length that is left, and the end that it lacks.
+void LoadableContent::closePng() {
+    constexpr std::size_t firstChunk = 8;
+    constexpr std::size_t head = 8;
+    constexpr std::size_t check = 4;
+    if (!hasAt(bytes(), 0, "\x89PNG\r\n\x1a\n")) return;
+    std::size_t at = firstChunk;
+    std::size_t size = 0;
+    for (; at + head <= bytes().size(); at += head + size + check) {
+        size = bigEndian(bytes(), at);
+        if (at + head + size + check > bytes().size()) break;
+    }
+    if (at + head >= bytes().size() || !hasAt(bytes(), at + 4, "IDAT")) return;
+    std::string whole(bytes().substr(0, at));
+    addChunk(whole, bytes().substr(at + 4, std::min(size + 4, bytes().size() - at - 4)));
+    addChunk(whole, "IEND");
+    use(std::move(whole));
 }
 
 /// A QuickDraw picture begins with 512 bytes for anybody's use, mostly zeros, which are taken for a Targa file. They

@@ -22,6 +22,7 @@ class LoadableContent {
   private:
     void use(std::string changed);
     void completeWebp();
+    void closePng();
     void markPict();
     void enterIcon();
 

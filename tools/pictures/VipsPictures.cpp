@@ -61,10 +61,11 @@ int numberOf(VipsImage* image, const char* name, int otherwise) {
     return number;
 }
 
-std::string loaderOf(VipsImage* image) {
+/// Whether the loader has turned the picture as its format says.
+bool isUpright(VipsImage* image) {
     const char* loader = "";
     if (vips_image_get_typeof(image, VIPS_META_LOADER) != 0) vips_image_get_string(image, VIPS_META_LOADER, &loader);
-    return loader;
+    return std::string_view(loader).starts_with("heif") || std::string_view(loader).starts_with("jxl");
 }
 
 ColourModel modelOf(VipsImage* image) {
@@ -137,8 +138,7 @@ class VipsPictures final : public PictureLibrary {
         header.colour = modelOf(image.get());
         // A packed Lab has four bands for three channels.
         header.alpha = vips_image_get_coding(image.get()) == VIPS_CODING_NONE && vips_image_hasalpha(image.get()) != 0;
-        const std::string loader = loaderOf(image.get());
-        header.upright = loader.starts_with("heif") || loader.starts_with("jxl");
+        header.upright = isUpright(image.get());
         header.profile = blobOf(image.get(), VIPS_META_ICC_NAME);
         header.xmp = blobOf(image.get(), VIPS_META_XMP_NAME);
         header.exif = blobOf(image.get(), VIPS_META_EXIF_NAME);
@@ -159,9 +159,7 @@ class VipsPictures final : public PictureLibrary {
         Image whole = inMemory(forScreen(thumbnail(image.get(), content, side)));
         if (!whole) whole = topInMemory(forScreen(thumbnail(image.get(), content, side)));
         if (!whole) return {};
-        const std::string loader = loaderOf(image.get());
-        const bool upright = loader.starts_with("heif") || loader.starts_with("jxl");
-        return pixelsOf(upright ? std::move(whole) : turned(std::move(whole), orientation));
+        return pixelsOf(isUpright(image.get()) ? std::move(whole) : turned(std::move(whole), orientation));
     }
 
     void warmUp() override {
