@@ -231,6 +231,18 @@ TEST_F(Selection, ThumbnailsAreNamedBySourceAndNeverEnlarged) {
     EXPECT_TRUE(first.Command(9, 9).ToStd().ends_with("it\\'s.jpg"));
 }
 
+TEST_F(Selection, TheLongestNameLeavesRoomForItsHash) {
+    useRealTools();
+    std::string name = "x.jpg";
+    while (name.size() < 255) name.insert(0, "ö");
+    std::filesystem::copy_file(MARROWBECK_SAMPLES "/Evening tower.jpg", pictures + "/" + name);
+    search();
+    rest();
+    EXPECT_EQ(names(), Texts{name});
+    ASSERT_TRUE(RunUntil([this] { return window->PicturescaleThread1->State() == Thread::NotRunning; }));
+    EXPECT_TRUE(window->pic);
+}
+
 TEST_F(Selection, OpeningNeedsAPreviewAndEscapesTheColonsOfThePath) {
     const std::string folder = root + "/a:b";
     std::filesystem::create_directory(folder);
