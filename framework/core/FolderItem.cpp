@@ -169,7 +169,8 @@ bool FolderItem::Directory() const {
 
 std::uint64_t FolderItem::Length() const {
     struct stat facts;
-    return ::lstat(path(), &facts) == 0 ? static_cast<std::uint64_t>(facts.st_size) : 0;
+    const bool there = ::stat(path(), &facts) == 0 || ::lstat(path(), &facts) == 0;
+    return there ? static_cast<std::uint64_t>(facts.st_size) : 0;
 }
 
 String FolderItem::Name() const {
@@ -203,7 +204,7 @@ String FolderItem::Type() const {
     if (listed == Kind::Other) return {};
     if (listed == Kind::Link) {
         struct stat facts;
-        if (::stat(path(), &facts) == 0 && !S_ISREG(facts.st_mode)) return {};
+        if (::stat(path(), &facts) != 0 || !S_ISREG(facts.st_mode)) return {};
     }
     String byName = FileType::NameForFile(Paths::LastPart(path_.Bytes()));
     if (!byName.IsEmpty()) return byName;

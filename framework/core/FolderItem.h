@@ -42,7 +42,7 @@ class FolderItem : public Object {
     bool Exists() const;
     /// Whether it is a folder. A link to one is none.
     bool Directory() const;
-    /// Size in bytes, 0 when there is nothing.
+    /// Size in bytes, 0 when there is nothing. Of a link, that of what it leads to, as its content is that one's.
     std::uint64_t Length() const;
 
     /// The name: the last part of the path, "/" for the root.

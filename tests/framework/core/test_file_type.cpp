@@ -68,6 +68,7 @@ TEST_F(FileTypeTest, OnlyFilesAreImages) {
     std::filesystem::create_directory_symlink("folder.jpg", folder_.Path("to-folder.jpg"));
     folder_.Put("file.jpg");
     std::filesystem::create_symlink("file.jpg", folder_.Path("to-file.tif"));
+    std::filesystem::create_symlink("gone.jpg", folder_.Path("to-nothing.jpg"));
     ASSERT_EQ(::mkfifo(folder_.Path("pipe.jpg").c_str(), 0600), 0);
     const Ref<FolderItem> listed = folder_.Item();
     for (int i = listed->Count(); i >= 1; --i) {

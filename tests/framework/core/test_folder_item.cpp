@@ -141,6 +141,7 @@ TEST_F(FolderItemTest, LinksStandForThemselvesUnlessChildFollowsThem) {
     EXPECT_TRUE(followed->Directory());
     EXPECT_EQ(followed->AbsolutePath().Bytes(), temporary_.Path("target"));
     EXPECT_EQ(folder_->Child("chain")->Length(), 5U);
+    EXPECT_EQ(folder_->TrueChild("chain")->Length(), 5U);
     EXPECT_TRUE(GetFolderItem(String(temporary_.Path("folder-link/")))->Directory());
 
     EXPECT_TRUE(link->Delete());
