@@ -24,7 +24,7 @@ Ref<FolderItem> programFolder() {
 }
 
 Ref<FolderItem> tempFolder() {
-    return programFolder()->Child("temp");
+    return programFolder()->TrueChild("temp");
 }
 
 /// Nil for a file that is no property list or cannot be read at all.
@@ -107,7 +107,7 @@ String Preferences::generateRandomString() {
 }
 
 Ref<FolderItem> Preferences::ThumbnailsFolder() {
-    return programFolder()->Child("thumbnails");
+    return programFolder()->TrueChild("thumbnails");
 }
 
 void Preferences::CreateFolder(const Ref<FolderItem>& folder) {
@@ -118,6 +118,8 @@ void Preferences::CreateFolder(const Ref<FolderItem>& folder) {
 
 void Preferences::deleteFilesFromFolder(const Ref<FolderItem>& folder) {
     CheckStack();
+    // What a link leads to is somebody else's.
+    if (!folder->Directory()) return;
     // From the end, since deleting shifts what follows.
     for (int i = folder->Count(); i >= 1; --i) {
         if (const Ref<FolderItem> item = folder->TrueItem(i)) {

@@ -54,7 +54,10 @@ std::vector<std::string> documentsOf(int argc, char** argv) {
         if (argument.starts_with("file:")) {
             if (auto path = internal::PathFromUri(argument)) paths.push_back(*std::move(path));
         } else {
-            paths.push_back(std::filesystem::absolute(argument).string());
+            // From a folder that is gone, no path leads anywhere; the document then is one that does not exist.
+            std::error_code gone;
+            const std::filesystem::path path = std::filesystem::absolute(argument, gone);
+            paths.push_back(gone ? std::string(argument) : path.string());
         }
     }
     return paths;

@@ -158,6 +158,14 @@ TEST_F(Commands, EmptyingAFolderTakesItsFoldersAndLinksAndKeepsItself) {
     EXPECT_TRUE(std::filesystem::is_empty(folder));
     EXPECT_TRUE(std::filesystem::exists(pictures + "/image0.jpg")) << "a link is removed, not followed";
     EXPECT_THROW(Preferences::deleteFilesFromFolder(Nil), NilObjectException);
+
+    // The cache itself may be a link.
+    const std::string cache = Preferences::ThumbnailsFolder()->AbsolutePath().ToStd();
+    std::filesystem::remove_all(cache);
+    std::filesystem::create_directory_symlink(pictures, cache);
+    search();
+    EXPECT_TRUE(std::filesystem::exists(pictures + "/image0.jpg"));
+    std::filesystem::remove(cache);
 }
 
 }  // namespace
