@@ -47,6 +47,9 @@ ListboxView::ListboxView(Listbox& list) {
     updateScrollBars();
     columns_ = std::make_unique<ListboxColumns>(*this);
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) { headingClicked(column); });
+    // The second of two quick clicks is a click like any other.
+    connect(horizontalHeader(), &QHeaderView::sectionDoubleClicked, this,
+            [this](int column) { headingClicked(column); });
 }
 
 ListboxView::~ListboxView() {

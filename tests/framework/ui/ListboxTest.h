@@ -45,9 +45,19 @@ class ListboxTest : public ::testing::Test {
     }
     void ClickHeading(int column) {
         Settle();
+        QTest::mouseClick(View().horizontalHeader()->viewport(), Qt::LeftButton, {}, HeadingPlace(column));
+    }
+    /// A second click directly after the first.
+    void ClickHeadingAgain(int column) {
+        const QPointF place = HeadingPlace(column);
+        for (const QEvent::Type type : {QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease}) {
+            QMouseEvent event(type, place, place, Qt::LeftButton, Qt::LeftButton, {});
+            QApplication::sendEvent(View().horizontalHeader()->viewport(), &event);
+        }
+    }
+    QPoint HeadingPlace(int column) {
         const QHeaderView& header = *View().horizontalHeader();
-        const int middle = header.sectionViewportPosition(column) + header.sectionSize(column) / 2;
-        QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, QPoint(middle, header.height() / 2));
+        return {header.sectionViewportPosition(column) + header.sectionSize(column) / 2, header.height() / 2};
     }
     void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(&View(), key, modifiers); }
 

@@ -119,7 +119,7 @@ TEST_F(ListboxSortTest, AHeadingsClickSortsAndTheNextOneReverses) {
     EXPECT_EQ(clicked, 1);
     EXPECT_EQ(Column(1), "1 2 3");
     EXPECT_EQ(list->HeadingIndex(), 1);
-    ClickHeading(1);
+    ClickHeadingAgain(1);
     EXPECT_EQ(Column(1), "3 2 1");
     EXPECT_EQ(list->ColumnSortDirection(1), -1);
     ClickHeading(0);
