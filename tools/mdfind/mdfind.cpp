@@ -114,7 +114,7 @@ class Findings {
 
   private:
     /// Bytes of paths that are worth a thread.
-    static constexpr std::size_t batchSize = 128 * 1024;
+    static constexpr std::size_t batchSize = std::size_t{128} * 1024;
 
     void takeOldest() {
         output_ += asking_.front().get();

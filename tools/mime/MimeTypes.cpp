@@ -135,9 +135,8 @@ bool MimeTypes::isImage(const std::string& type) {
 
 std::string MimeTypes::kindOf(std::string_view name, Content content) {
     // Most pictures are JPEG, and to ask all magic of the database takes longer than to read one's metadata.
-    const QMimeType told = isJpeg(content)
-                               ? QMimeDatabase().mimeTypeForName(QStringLiteral("image/jpeg"))
-                               : contentType(reinterpret_cast<const char*>(content.data()), content.size());
+    const QMimeType told = isJpeg(content) ? QMimeDatabase().mimeTypeForName(QStringLiteral("image/jpeg"))
+                                           : contentType(reinterpret_cast<const char*>(content.data()), content.size());
     const bool nothing = tellsNothing(told);
     QMimeType best = nothing ? QMimeType() : told;
     for (const QMimeType& type : QMimeDatabase().mimeTypesForFileName(textOf(name))) {
