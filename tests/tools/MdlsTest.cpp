@@ -64,6 +64,7 @@ const HeaderCase headerCases[] = {
     {"png-inside.ico", "32|RGB|0|Windows icon|32|48"},
     {"alpha.jxl", "32|RGB|1|JPEG XL image|32|48"},
     {"10-bit-alpha.avif", "40|RGB|1|AVIF image|32|48"},
+    {"turned-twice.avif", "32|RGB|0|AVIF image|48|32"},
     {"late-exif.heic", "32|RGB|0|HEIF image|32|48"},  // it stands as the format says, not as its Exif does
 };
 

@@ -186,6 +186,9 @@ TEST(Sips, StandsUprightInEveryFormatThatSaysHow) {
         EXPECT_TRUE(isColour(image, 0, 24, navy)) << name;
         EXPECT_TRUE(isColour(image, 31, 24, tomato)) << name;
     }
+    // Where the format itself says how, what Exif says besides does not count.
+    EXPECT_EQ(preview(picture("turned-twice.avif")).size(), QSize(32, 48));
+    EXPECT_EQ(preview(picture("late-exif.heic")).size(), QSize(48, 32));
     const QImage image = preview(picture("orient8.tif"));
     ASSERT_EQ(image.size(), QSize(32, 48));
     EXPECT_TRUE(isColour(image, 0, 24, tomato));
