@@ -7,16 +7,18 @@ namespace framework {
 namespace {
 
 std::function<void(const String&)>& presenter() {
-    static std::function<void(const String&)> present = [](const String& text) {
-        std::fprintf(stderr, "%s\n", text.CString());
-    };
+    static std::function<void(const String&)> present;
     return present;
 }
 
 }  // namespace
 
 void MsgBox(const String& text) {
-    presenter()(text);
+    if (presenter()) {
+        presenter()(text);
+    } else {
+        std::fprintf(stderr, "%s\n", text.CString());
+    }
 }
 
 void internal::SetAlertPresenter(std::function<void(const String& text)> present) {

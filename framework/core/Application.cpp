@@ -91,6 +91,7 @@ void Application::open() {
 }
 
 void Application::openDocument(const Ref<FolderItem>& item) {
+    if (quitting_) return;
     if (opened_) {
         Dispatch([&] { Event_OpenDocument(item); });
     } else {
@@ -98,10 +99,16 @@ void Application::openDocument(const Ref<FolderItem>& item) {
     }
 }
 
-void Application::quit(int code) {
-    if (std::exchange(quitting_, true)) return;
+/// The close events, once; False when they were given before.
+bool Application::close() {
+    if (std::exchange(quitting_, true)) return false;
     if (quitPreparation()) quitPreparation()();
     Dispatch([this] { Event_Close(); });
+    return true;
+}
+
+void Application::quit(int code) {
+    if (!close()) return;
     Scheduler::Instance().KillAll();
     QCoreApplication::exit(code);
 }
@@ -125,6 +132,15 @@ void SetQuitPreparation(std::function<void()> closeWindows) {
 
 void RaiseOpen() {
     Application::Current()->open();
+}
+
+bool IsQuitting() {
+    return theApplication && theApplication->quitting_;
+}
+
+void CloseForGood() {
+    const NoYield stay;
+    if (const Ref<Application> application = Application::Current()) application->close();
 }
 
 void RaiseOpenDocument(const Ref<FolderItem>& item) {

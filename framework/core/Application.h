@@ -20,6 +20,11 @@ namespace internal {
 void SetQuitPreparation(std::function<void()> closeWindows);
 /// Raises the application's Open event through the door.
 void RaiseOpen();
+/// Whether the application quits: nothing new is opened any more.
+bool IsQuitting();
+/// Gives the windows and the application their close events as Quit does, for a process that is about to be ended from
+/// elsewhere. Serves no events and lets no thread go on.
+void CloseForGood();
 /// Hands an item to the application's OpenDocument event; until RaiseOpen is over the item waits.
 void RaiseOpenDocument(const Ref<FolderItem>& item);
 
@@ -69,10 +74,13 @@ class Application : public Object {
   private:
     friend void Quit(int code);
     friend void internal::RaiseOpen();
+    friend bool internal::IsQuitting();
+    friend void internal::CloseForGood();
     friend void internal::RaiseOpenDocument(const Ref<FolderItem>& item);
 
     void open();
     void openDocument(const Ref<FolderItem>& item);
+    bool close();
     void quit(int code);
 
     bool opened_ = false;

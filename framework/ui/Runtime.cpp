@@ -17,6 +17,7 @@
 #include "framework/core/FolderItem.h"
 #include "framework/core/TerminationSignals.h"
 #include "framework/ui/AlertBox.h"
+#include "framework/ui/DisplayLoss.h"
 #include "framework/ui/DragItem.h"
 #include "framework/ui/Global.h"
 #include "framework/ui/Native.h"
@@ -25,17 +26,42 @@
 namespace framework {
 namespace {
 
+/// The end of the person's session, which waits for nobody: what would be an alert goes to standard error, and one that
+/// is open already closes.
+void endWithSession() {
+    internal::SetAlertPresenter({});
+    if (internal::IsQuitting()) {
+        QCoreApplication::exit(1);
+    } else {
+        Quit();
+    }
+}
+
+/// The toolkit, for which a session manager ends a program by an event.
+class Toolkit : public QApplication {
+  public:
+    using QApplication::QApplication;
+
+  protected:
+    bool event(QEvent* event) override {
+        if (event->type() != QEvent::Quit) return QApplication::event(event);
+        Dispatch(endWithSession);
+        return true;
+    }
+};
+
 /// What lasts from the initialisation to the end of the run. The toolkit keeps references to the argument count.
 struct Process {
     Process(int count, char** arguments) : argumentCount(count), toolkit(argumentCount, arguments) {}
 
     int argumentCount;
-    QApplication toolkit;
+    Toolkit toolkit;
     std::vector<std::string> documents;
 };
 
 std::unique_ptr<Process>& process() {
-    static std::unique_ptr<Process> theProcess;
+    // Never taken down by the exit handlers of the process: what the toolkit still refers to is gone by then.
+    static auto& theProcess = *new std::unique_ptr<Process>;
     return theProcess;
 }
 
@@ -93,7 +119,11 @@ int RuntimeRun() {
                 internal::RaiseOpen();
                 for (const Ref<FolderItem>& item : items) internal::RaiseOpenDocument(item);
             });
-            const TerminationSignals endOfSession([] { Dispatch([] { Quit(); }); });
+            const TerminationSignals endOfSession([] { Dispatch(endWithSession); });
+            internal::OnDisplayLoss([] {
+                internal::SetAlertPresenter({});
+                internal::CloseForGood();
+            });
             code = QApplication::exec();
         }
     }

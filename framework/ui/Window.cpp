@@ -5,8 +5,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "framework/core/Application.h"
 #include "framework/core/Dispatch.h"
 #include "framework/core/Waiting.h"
+#include "framework/ui/DisplayLoss.h"
 #include "framework/ui/Native.h"
 #include "framework/ui/Toolbar.h"
 #include "framework/ui/WindowFrame.h"
@@ -46,7 +48,7 @@ bool Window::Event_DragEnter(const Ref<DragItem>&, int) {
 }
 
 void Window::Realize() {
-    if (std::exchange(realized_, true)) return;
+    if (internal::IsQuitting() || std::exchange(realized_, true)) return;
     const Ref<Window> alive(this);
     Layout();
     CreateControls();
@@ -66,7 +68,7 @@ void Window::bringBack() {
 void Window::Show() {
     const bool isNew = !realized_;
     Realize();
-    if (isNew && !open_) return;  // its open event closed it
+    if ((isNew && !open_) || internal::IsQuitting()) return;  // its open event closed it
     bringBack();
     RunOnMainStack([this] { frame_->Present(false); });
 }
@@ -89,7 +91,7 @@ void Window::ShowModal() {
     const bool isNew = !realized_;
     const Ref<Window> alive(this);
     Realize();
-    if ((isNew && !open_) || modalEnd_) return;
+    if ((isNew && !open_) || modalEnd_ || internal::IsQuitting()) return;
     bringBack();
     Modal modal(*this);
     RunOnMainStack([this] { frame_->Present(true); });
@@ -101,12 +103,13 @@ void Window::Close() {
     const Ref<Window> alive(this);
     Dispatch([this] { Event_Close(); });
     std::erase(openWindows(), alive);
-    frame_->hide();
+    if (!internal::IsDisplayLost()) frame_->hide();
     if (modalEnd_) modalEnd_->Complete();
 }
 
 void Window::Title(const String& title) {
     title_ = title;
+    if (internal::IsDisplayLost()) return;
     // "[*]" stands for a mark that Qt puts there; doubled, for itself.
     frame_->setWindowTitle(native::ToQt(title).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
 }

@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QProcess>
 #include <cstdio>
+#include <cstdlib>
+#include <string_view>
 
 #include "framework/core/Application.h"
 #include "framework/core/FolderItem.h"
@@ -19,6 +21,7 @@ void say(const std::string& line) {
 
 class SampleWindow : public Window {
   public:
+    void Event_Open() override { say("window opens"); }
     void Event_Close() override {
         say("window closes");
         Quit(7);
@@ -27,15 +30,26 @@ class SampleWindow : public Window {
 
 class SampleApplication : public Application {
   public:
+    explicit SampleApplication(bool quitsAtOnce) : quitsAtOnce_(quitsAtOnce) {}
+
     void Event_Open() override {
         say("open");
+        if (quitsAtOnce_) Quit(3);
         Global<SampleWindow>()->Show();
     }
     void Event_OpenDocument(const Ref<FolderItem>& item) override {
         say("document " + item->AbsolutePath().ToStd());
         if (item->Name() == "last") Global<SampleWindow>()->Close();
+        if (item->Name() == "display lost") {
+            // What the toolkit does then.
+            qWarning("The X11 connection broke (error 1). Did the X11 server die?");
+            std::exit(1);
+        }
     }
     void Event_Close() override { say("close"); }
+
+  private:
+    bool quitsAtOnce_;
 };
 
 }  // namespace
@@ -43,7 +57,7 @@ class SampleApplication : public Application {
 int RunSampleProgram(int argc, char** argv) {
     Ref<Application> application;
     const int started = RunFrameworkInitialization(argc, argv, {"Sample", "org.example.sample"}, [&] {
-        application = New<SampleApplication>();
+        application = New<SampleApplication>(std::string_view(argv[argc - 1]) == kQuitAtOnceFlag);
         say("startup");
         return 0;
     });
@@ -58,7 +72,8 @@ SampleRun StartSampleProgram(const std::vector<std::string>& arguments) {
     QProcess process;
     process.start(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), QString::fromStdString(command)});
     process.waitForFinished(30000);
-    return {process.readAllStandardOutput().toStdString(), process.exitCode()};
+    const bool exited = process.exitStatus() == QProcess::NormalExit;
+    return {process.readAllStandardOutput().toStdString(), exited ? process.exitCode() : -1};
 }
 
 }  // namespace framework::testing

@@ -7,10 +7,12 @@ namespace framework::testing {
 
 /// Has the test program run as a small program of its own, which writes a line for each thing that happens to it.
 inline constexpr const char* kSampleProgramFlag = "--sample-program";
+/// As its last argument: it quits in its Open event, with status 3, and goes on as if it had not.
+inline constexpr const char* kQuitAtOnceFlag = "-quit-at-once";
 
 int RunSampleProgram(int argc, char** argv);
 
-/// What a started sample program wrote, and its exit code.
+/// What a started sample program wrote, and its exit code; -1 where a signal ended it.
 struct SampleRun {
     std::string Output;
     int ExitCode = -1;
