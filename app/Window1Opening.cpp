@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <array>
+
 #include "app/App.h"
 #include "app/Colors.h"
 #include "app/Preferences.h"
@@ -14,6 +17,24 @@ constexpr const char* kFilterKeys[] = {"Seg0", "Seg1", "Seg2", "Seg3"};
 
 Ref<plistDict> preferences() {
     return Preferences::prefs()->root;
+}
+
+/// Whether the entry of the key is of that type, or there is none.
+bool isAtMost(const Ref<plistDict>& node, const char* key, const char* type) {
+    return !node->Exists(key) || node->GetType(key) == type;
+}
+
+/// Whether the window can be restored from what is saved of it. What somebody put there by hand may be anything, and a
+/// leaf has no children to ask.
+bool isWindow(const Ref<plistDict>& root) {
+    if (!isAtMost(root, kWindowKey, "dict")) return false;
+    if (!root->Exists(kWindowKey)) return true;
+    const Ref<plistDict> window = root->child(kWindowKey);
+    if (!isAtMost(window, "windowName", "string") || !isAtMost(window, "WindowPos", "dict")) return false;
+    if (!window->Exists("WindowPos")) return true;
+    const Ref<plistDict> position = window->child("WindowPos");
+    return std::ranges::all_of(std::array{"left", "top", "width", "height"},
+                               [&](const char* field) { return isAtMost(position, field, "integer"); });
 }
 
 }  // namespace
@@ -33,6 +54,7 @@ void Window1::Event_Open() {
 
 void Window1::RestoreState() {
     const Ref<plistDict> root = preferences();
+    if (!isWindow(root)) root->Remove(kWindowKey);
     root->GetWindow(kWindowKey, Ref<Window>(this));
     for (int item = kJpgItem; item <= kAllItem; ++item) {
         if (root->GetBoolean(kFilterKeys[item])) SegmentedControl1->Items(item)->Selected(true);

@@ -125,6 +125,21 @@ TEST_F(WindowLife, EntriesOfTheWrongTypeHarmNothing) {
     expectSaved(text("Sub", "yes"));
 }
 
+class DamagedWindowEntry : public WindowLife, public testing::WithParamInterface<int> {};
+
+TEST_P(DamagedWindowEntry, GivesWayToTheDesign) {
+    const std::string damages[] = {
+        "<string>wide</string>\n", "<dict>\n" + number("WindowPos", 5) + "</dict>\n",
+        "<dict>\n<key>WindowPos</key>\n<dict>\n" + text("width", "all") + "</dict>\n</dict>\n"};
+    start("<key>Window Main</key>\n" + damages[GetParam()]);
+    EXPECT_GT(window->Width(), window->MinWidth());
+    window->Close();
+    EXPECT_THAT(messages, IsEmpty());
+    expectSaved(number("width", window->Width()));
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, DamagedWindowEntry, testing::Range(0, 3));
+
 TEST_F(WindowLife, APlaceOnAScreenThatIsGoneIsKept) {
     start(bounds(-3000, 5000, 700, 500));
     EXPECT_EQ(window->Left(), -3000);
