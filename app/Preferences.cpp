@@ -39,6 +39,15 @@ Ref<plist> read(const Ref<FolderItem>& file) {
     }
 }
 
+/// Deletes what a tool that died in the middle of a conversion left of it.
+void deleteHalfConverted(const Ref<FolderItem>& folder) {
+    for (int i = folder->Count(); i >= 1; --i) {
+        const Ref<FolderItem> item = folder->TrueItem(i);
+        if (item && Left(item->Name(), 5) == ".new-" && !item->Directory()) item->Delete();
+        LoopYield();
+    }
+}
+
 bool rename(const Ref<FolderItem>& from, const Ref<FolderItem>& to) {
     try {
         FileReplace::Rename(from, to);
@@ -85,6 +94,7 @@ void Preferences::LoadPreferences() {
     CreateFolder(tempFolder());
     CreateFolder(ThumbnailsFolder());
     deleteFilesFromFolder(tempFolder());
+    deleteHalfConverted(programFolder());
     Properties& module = properties();
     module.TempFile = tempFolder()->Child(kFileName + String(".temp") + generateRandomString() + ".plist");
     plist::StagingFile(module.TempFile);
@@ -94,7 +104,14 @@ void Preferences::LoadPreferences() {
 }
 
 void Preferences::SavePreferences() {
-    prefs()->Save();
+    try {
+        prefs()->Save();
+    } catch (FileReplaceException& failure) {
+        const int reason = prefs()->systemError != 0 ? prefs()->systemError : failure.ErrorNumber();
+        failure.Explanation("The preferences could not be saved to " + PreferenceFile()->AbsolutePath() + ": " +
+                            System::FileErrorReason(reason) + ". What was saved before is still there.");
+        throw;
+    }
     deleteFilesFromFolder(tempFolder());
     PreferenceFile()->MacCreator("ttxt");
     PreferenceFile()->MacType("TEXT");

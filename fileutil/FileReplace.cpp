@@ -55,6 +55,18 @@ void syncFolder(const Ref<FolderItem>& item) {
     if (folder) Descriptor::Open(FileReplace::POSIXPath(folder).CString(), O_RDONLY | O_DIRECTORY).Sync();
 }
 
+/// A file beside `target`, of a name that the next copy finds again should this process die.
+Ref<FolderItem> besideOf(const Ref<FolderItem>& target) {
+    return target->Parent()->TrueChild("." + target->Name() + ".new");
+}
+
+bool isOnVolumeOf(const Ref<FolderItem>& item, const Ref<FolderItem>& folder) {
+    struct stat one {};
+    struct stat other {};
+    return stat(FileReplace::POSIXPath(item).CString(), &one) == 0 &&
+           stat(FileReplace::POSIXPath(folder).CString(), &other) == 0 && one.st_dev == other.st_dev;
+}
+
 /// The swap. The source takes on the target's catalog information first, so that the new file is never, not for a
 /// moment, open to more people than the old one.
 void exchangeObjects(const Ref<FolderItem>& source, const Ref<FolderItem>& target) {
@@ -74,6 +86,10 @@ void FileReplace::Replace(const Ref<FolderItem>& source, const Ref<FolderItem>& 
     // What a person put elsewhere and linked to stays there.
     const Ref<FolderItem> place = GetFolderItem(target->AbsolutePath());
     if (place->Directory()) throw FileReplaceException(0, "Target is a directory.");
+    // A link may lead to another volume, where the source can only arrive as a copy.
+    if (place->AbsolutePath() != target->AbsolutePath() && !isOnVolumeOf(source, place->Parent())) {
+        return ReplaceByCopy(source, place);
+    }
     syncContent(source);
     if (place->Exists() && VolumeSupportsFSExchangeObjects(source)) {
         exchangeObjects(source, place);
@@ -82,6 +98,19 @@ void FileReplace::Replace(const Ref<FolderItem>& source, const Ref<FolderItem>& 
     }
     syncFolder(place);
     syncFolder(source);
+}
+
+void FileReplace::ReplaceByCopy(const Ref<FolderItem>& source, const Ref<FolderItem>& target) {
+    const Ref<FolderItem> place = GetFolderItem(target->AbsolutePath());
+    const Ref<FolderItem> copy = besideOf(place);
+    copy->Delete();
+    if (!source->CopyFileTo(copy)) {
+        const int code = errno;
+        throw FileReplaceException(code, std::strerror(code));
+    }
+    syncContent(copy);
+    Rename(copy, place);
+    syncFolder(place);
 }
 
 bool FileReplace::VolumeSupportsFSExchangeObjects(const Ref<FolderItem>& item) {

@@ -30,25 +30,28 @@ void plist::Load(const Ref<FolderItem>& file, const Ref<FolderItem>& defaultFile
     Ref<TextInputStream> stream = source->OpenAsTextFile();
     const String firstLine = stream->ReadLine();
     stream->Close();
-    if (Left(firstLine, 6) == "bplist") {
-        source = convertToText(source);
-        savePath = source;
-    }
-    stream = source->OpenAsTextFile();
+    stream = Left(firstLine, 6) == "bplist" ? openAsText(source) : source->OpenAsTextFile();
     loadText(stream, firstLine);
     stream->Close();
 }
 
-/// An XML copy beside the file. Where the conversion fails, the copy is as binary as the file.
-Ref<FolderItem> plist::convertToText(const Ref<FolderItem>& source) {
+/// By way of an XML copy beside the file. Where the conversion fails, the copy is as binary as the file.
+Ref<TextInputStream> plist::openAsText(const Ref<FolderItem>& binary) {
     isBinary = true;
+    org = binary;
     // A link of that name is not what is meant, and what it leads to is not ours to delete.
-    const Ref<FolderItem> copy = source->Parent()->TrueChild(source->Name() + " temp");
-    if (copy->Exists()) copy->Delete();
-    source->CopyFileTo(copy);
-    New<Shell>()->Execute("plutil -convert xml1 " + copy->ShellPath());
-    org = source;
-    return copy;
+    savePath = binary->Parent()->TrueChild(binary->Name() + " temp");
+    if (savePath->Exists()) savePath->Delete();
+    const Ref<Shell> shell = New<Shell>();
+    const bool copied = binary->CopyFileTo(savePath);
+    if (copied) {
+        shell->Execute("plutil -convert xml1 " + savePath->ShellPath());
+        if (shell->ErrorCode() == 0) return savePath->OpenAsTextFile();
+    }
+    // A disk that is full, or may not be written, takes no copy; that makes no file unreadable.
+    shell->Execute("plutil -convert xml1 -o - " + binary->ShellPath());
+    if (shell->ErrorCode() == 0) return New<TextInputStream>(shell->Result());
+    return (copied ? savePath : binary)->OpenAsTextFile();
 }
 
 void plist::loadText(const Ref<TextInputStream>& stream, String line) {

@@ -1,3 +1,5 @@
+#include <cerrno>
+
 #include "fileutil/FileReplace.h"
 #include "plist/EntryPrinter.h"
 #include "plist/plist.h"
@@ -47,9 +49,12 @@ void plist::writeDocument(const Ref<TextOutputStream>& stream) {
 }
 
 void plist::Save(bool cleanup) {
-    if (const auto stream = TextOutputStream::Create(StagingFile())) {
+    systemError = 0;
+    // What a document holds is its owner's; the file that it replaces says who else may read it.
+    if (const auto stream = TextOutputStream::CreatePrivate(StagingFile())) {
         writeDocument(stream);
         if (!stream->Close()) {
+            systemError = stream->ErrorNumber();
             // Half a document must not take the place of a whole one. Without its source the replacement below fails
             // as it does where the staging file could not even be made.
             error = true;
@@ -57,6 +62,7 @@ void plist::Save(bool cleanup) {
             StagingFile()->Delete();
         }
     } else {
+        systemError = errno;
         error = true;
         errorMessage = "Could not open file for saving";
     }
@@ -71,8 +77,8 @@ void plist::Save() {
 
 void plist::convertToBinary() {
     New<Shell>()->Execute("plutil -convert binary1 " + savePath->ShellPath());
-    org->Delete();
-    savePath->CopyFileTo(org);
+    // By a rename, so that there is a file at every moment.
+    FileReplace::ReplaceByCopy(savePath, org);
 }
 
 void plist::Cleanup() {

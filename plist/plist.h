@@ -68,6 +68,8 @@ class plist : public Object {
     /// Whether the last operation failed, and why.
     bool error = false;
     String errorMessage;
+    /// Why the last Save could not write the staging file, by the operating system's number; 0 where it could.
+    int systemError = 0;
     /// The file that Save replaces; for a binary document the XML copy beside it.
     Ref<FolderItem> savePath;
     /// Whether the file was in binary form; then `org` is that file.
@@ -93,7 +95,7 @@ class plist : public Object {
     void writeDocument(const Ref<TextOutputStream>& stream);
     void convertToBinary();
     void loadText(const Ref<TextInputStream>& stream, String line);
-    Ref<FolderItem> convertToText(const Ref<FolderItem>& source);
+    Ref<TextInputStream> openAsText(const Ref<FolderItem>& binary);
     void beginDocument();
 
     String lastSearch;

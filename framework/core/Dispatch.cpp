@@ -24,9 +24,13 @@ RuntimeException* asRuntimeException(const std::exception_ptr& stray, RuntimeExc
 void report(RuntimeException& error) {
     const Ref<Application> application = Application::Current();
     if (application && application->Event_UnhandledException(error)) return;
-    String text = error.ClassName();
-    if (!error.Message().IsEmpty()) text += ": " + error.Message();
-    MsgBox("The program has to quit because of an error that it did not expect.\n\n" + text);
+    if (!error.Explanation().IsEmpty()) {
+        MsgBox(error.Explanation());
+    } else {
+        String text = error.ClassName();
+        if (!error.Message().IsEmpty()) text += ": " + error.Message();
+        MsgBox("The program has to quit because of an error that it did not expect.\n\n" + text);
+    }
     Quit(1);
 }
 

@@ -9,6 +9,10 @@ namespace framework {
 RuntimeException::RuntimeException(String message, int errorNumber)
     : message_(std::move(message)), errorNumber_(errorNumber) {}
 
+void RuntimeException::Explanation(String explanation) {
+    explanation_ = std::move(explanation);
+}
+
 const char* RuntimeException::what() const noexcept {
     return message_.CString();
 }

@@ -17,6 +17,11 @@ class RuntimeException : public std::exception {
     /// A number that the raiser chose, often one of the operating system; 0 when there is none.
     int ErrorNumber() const { return errorNumber_; }
 
+    /// What a person is told where nothing catches this, for a failure that is no fault of the program; empty for a
+    /// fault.
+    const String& Explanation() const { return explanation_; }
+    void Explanation(String explanation);
+
     /// The class's name, for the alert on an exception that nothing caught.
     virtual String ClassName() const { return "RuntimeException"; }
 
@@ -24,6 +29,7 @@ class RuntimeException : public std::exception {
 
   private:
     String message_;
+    String explanation_;
     int errorNumber_ = 0;
 };
 

@@ -241,8 +241,9 @@ Ref<TextInputStream> FolderItem::OpenAsTextFile() const {
     return file.IsOpen() ? New<TextInputStream>(std::move(file)) : Nil;
 }
 
-Ref<TextOutputStream> FolderItem::CreateTextFile() const {
-    Descriptor file = Descriptor::Open(path(), O_WRONLY | O_CREAT | O_TRUNC | O_NOCTTY | O_NONBLOCK);
+Ref<TextOutputStream> FolderItem::CreateTextFile(mode_t permissions) const {
+    Descriptor file =
+        Descriptor::Open(path(), O_WRONLY | O_CREAT | O_TRUNC | O_NOCTTY | O_NONBLOCK, permissions);
     return file.IsOpen() ? New<TextOutputStream>(std::move(file)) : Nil;
 }
 

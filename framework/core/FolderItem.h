@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -74,8 +76,9 @@ class FolderItem : public Object {
 
     /// Opens a file for reading; Nil when that fails.
     Ref<TextInputStream> OpenAsTextFile() const;
-    /// Makes or empties a file and opens it for writing; Nil when that fails.
-    Ref<TextOutputStream> CreateTextFile() const;
+    /// Makes or empties a file and opens it for writing; Nil when that fails. One that is made gets `permissions`, less
+    /// those that the process's umask takes away.
+    Ref<TextOutputStream> CreateTextFile(mode_t permissions = 0666) const;
     /// Opens an existing file, to be written too or only to be read; Nil when that fails.
     Ref<BinaryStream> OpenAsBinaryFile(bool write = false) const;
 

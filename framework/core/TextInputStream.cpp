@@ -7,6 +7,8 @@ namespace framework {
 
 TextInputStream::TextInputStream(Descriptor file) : file_(std::move(file)) {}
 
+TextInputStream::TextInputStream(const String& text) : buffer_(text.Bytes()), rest_(buffer_) {}
+
 bool TextInputStream::refill() {
     constexpr std::size_t kBufferSize = std::size_t{64} * 1024;
     if (!file_.IsOpen()) return false;

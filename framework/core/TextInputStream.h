@@ -14,6 +14,8 @@ namespace framework {
 class TextInputStream : public Object {
   public:
     explicit TextInputStream(Descriptor file);
+    /// Reads what a command printed, say, as if it were a file.
+    explicit TextInputStream(const String& text);
 
     /// The next line without its end, labelled with `encoding`; empty at the end.
     String ReadLine(TextEncoding encoding = Encodings::UTF8);

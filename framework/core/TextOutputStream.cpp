@@ -1,5 +1,8 @@
 #include "framework/core/TextOutputStream.h"
 
+#include <sys/stat.h>
+
+#include <cerrno>
 #include <utility>
 
 #include "framework/core/FolderItem.h"
@@ -16,6 +19,13 @@ Ref<TextOutputStream> TextOutputStream::Create(const Ref<FolderItem>& file) {
     return file->CreateTextFile();
 }
 
+Ref<TextOutputStream> TextOutputStream::CreatePrivate(const Ref<FolderItem>& file) {
+    constexpr mode_t kOwnerOnly = 0600;
+    Ref<TextOutputStream> stream = file->CreateTextFile(kOwnerOnly);
+    // One that was there has kept its rights so far.
+    return stream && fchmod(stream->file_.Number(), kOwnerOnly) == 0 ? stream : Nil;
+}
+
 void TextOutputStream::Write(const String& text) {
     constexpr std::size_t kBufferSize = std::size_t{64} * 1024;
     buffer_ += text.Bytes();
@@ -27,21 +37,26 @@ void TextOutputStream::WriteLine(const String& text) {
     Write("\n");
 }
 
+/// Remembers why the first call failed that did.
+void TextOutputStream::note(bool worked) {
+    if (!worked && errorNumber_ == 0) errorNumber_ = errno != 0 ? errno : EIO;
+}
+
 void TextOutputStream::flush() {
-    if (!buffer_.empty() && !failed_) failed_ = !file_.IsOpen() || !file_.Write(buffer_);
+    if (!buffer_.empty() && !Failed()) note(file_.Write(buffer_));
     buffer_.clear();
 }
 
 bool TextOutputStream::Sync() {
     flush();
-    if (!failed_) failed_ = !file_.IsOpen() || !file_.Sync();
-    return !failed_;
+    if (!Failed()) note(file_.Sync());
+    return !Failed();
 }
 
 bool TextOutputStream::Close() {
     flush();
-    if (!file_.Close()) failed_ = true;
-    return !failed_;
+    note(file_.Close());
+    return !Failed();
 }
 
 }  // namespace framework

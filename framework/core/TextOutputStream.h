@@ -19,8 +19,10 @@ class TextOutputStream : public Object {
     explicit TextOutputStream(Descriptor file);
     ~TextOutputStream() override;
 
-    /// A stream on `file`, made or emptied; Nil when that fails.
+    /// A stream on `file`, made or emptied; Nil, with errno telling why, when that fails.
     static Ref<TextOutputStream> Create(const Ref<FolderItem>& file);
+    /// The same, and nobody but its owner may read or write the file, from before the first byte.
+    static Ref<TextOutputStream> CreatePrivate(const Ref<FolderItem>& file);
 
     void Write(const String& text);
     /// Writes the text and a line feed.
@@ -29,14 +31,17 @@ class TextOutputStream : public Object {
     bool Sync();
     /// False when something that was ever written is not in the file. A second call answers the same.
     bool Close();
-    bool Failed() const { return failed_; }
+    bool Failed() const { return errorNumber_ != 0; }
+    /// Why a write failed, by the operating system's number; 0 where none did.
+    int ErrorNumber() const { return errorNumber_; }
 
   private:
     void flush();
+    void note(bool worked);
 
     Descriptor file_;
     std::string buffer_;
-    bool failed_ = false;
+    int errorNumber_ = 0;
 };
 
 }  // namespace framework

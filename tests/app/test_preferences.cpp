@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
-#include "fileutil/FileReplaceException.h"
+#include "framework/core/Dispatch.h"
 #include "tests/app/AppTest.h"
 
 namespace marrowbeck::test {
@@ -35,7 +35,9 @@ TEST_F(PreferencesTest, WhatADeadRunLeftIsGoneBeforeTheDocumentIsRead) {
     remember("<key>lastfolder</key>\n<string>there</string>\n");
     fs::create_directories(folder + "/temp/deep/deeper");
     std::ofstream(folder + "/temp/com.kv2tqq.marrowbeck.preferences.temp1.plist") << "half";
+    std::ofstream(folder + "/.new-Ab12Cd") << "half";
     Preferences::LoadPreferences();
+    EXPECT_FALSE(fs::exists(folder + "/.new-Ab12Cd"));
     EXPECT_TRUE(fs::is_empty(folder + "/temp"));
     EXPECT_EQ(Preferences::prefs()->root->GetString("lastfolder"), String("there"));
     const String name = Preferences::TempFile()->Name();
@@ -98,7 +100,9 @@ TEST_F(PreferencesTest, ASaveThatFailsIsToldAndLeavesTheFile) {
     Preferences::LoadPreferences();
     fs::remove_all(folder + "/temp");
     std::ofstream(folder + "/temp") << "in the way";
-    EXPECT_THROW(Preferences::SavePreferences(), FileReplaceException);
+    framework::Dispatch([] { Preferences::SavePreferences(); });
+    EXPECT_THAT(messages, ElementsAre("The preferences could not be saved to " + file +
+                                      ": there is no such folder. What was saved before is still there."));
     EXPECT_TRUE(Preferences::prefs()->error);
     EXPECT_EQ(saved(), before);
 }

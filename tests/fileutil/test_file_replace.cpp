@@ -139,5 +139,10 @@ TEST_F(FileReplacement, OfAnotherVolumeNothingIsCopied) {
     EXPECT_EQ(failure(GetFolderItem(String(path)), item("old")), "18 ");
     EXPECT_EQ(failure(GetFolderItem(String(path)), item("third")), "18 Invalid cross-device link");
     EXPECT_EQ(read("old"), "old content");
+    // But a link that leads there is what a person made, who means the file to be there.
+    std::filesystem::create_symlink(path, folder.Path("link"));
+    FileReplace::Replace(item("new"), item("link"));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("link")));
+    EXPECT_EQ(read("link"), "new content");
     std::filesystem::remove(path);
 }

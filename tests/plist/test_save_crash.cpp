@@ -16,8 +16,10 @@ using namespace marrowbeck::test;
 
 namespace {
 
-/// Whether the volume swaps files, or is made to refuse.
-class Crash : public testing::TestWithParam<bool> {
+/// Whether the volume swaps files, or is made to refuse; or a document in binary form.
+enum class Kind { swapping, renaming, binary };
+
+class Crash : public testing::TestWithParam<Kind> {
   protected:
     Crash() : oldText(save("old")), newText(save("new")) { writeFile(documents.Path(), oldText); }
 
@@ -28,11 +30,16 @@ class Crash : public testing::TestWithParam<bool> {
         const auto document = documents.Open();
         fill(document, what);
         document->Save();
+        if (GetParam() == Kind::binary) {
+            Shell::SetToolsFolder(MARROWBECK_TOOLS);
+            New<Shell>()->Execute("plutil -convert binary1 " + documents.Item()->ShellPath());
+        }
         return documents.Text();
     }
+    static bool settle() { return GetParam() != Kind::renaming || RefuseExchange(); }
     /// Gets ready for a save of the new document.
     Ref<plist> prepare() const {
-        if (!GetParam() && !RefuseExchange()) return Nil;
+        if (!settle()) return Nil;
         auto document = documents.Open();
         fill(document, "new");
         return document;
@@ -54,9 +61,10 @@ void reset(const Documents& documents, const std::string& text) {
 
 }  // namespace
 
-TEST_P(Crash, AtAnyMomentLeavesTheOldFileOrTheNew) {
+using CrashOfAnyForm = Crash;
+
+TEST_P(CrashOfAnyForm, AtAnyMomentLeavesTheOldFileOrTheNew) {
     std::mt19937 random(4711);
-    // Twice, with both kinds of volumes.
     constexpr int kRounds = 150;
     int seenNew = 0;
     const auto document = documents.Open();
@@ -72,7 +80,7 @@ TEST_P(Crash, AtAnyMomentLeavesTheOldFileOrTheNew) {
         int ready[2];
         ASSERT_EQ(::pipe(ready), 0);
         const pid_t child = Fork([&] {
-            if (!GetParam() && !RefuseExchange()) return false;
+            if (!settle()) return false;
             ::close(ready[1]);
             while (true) document->Save();
             return true;
@@ -160,5 +168,14 @@ TEST_P(Crash, InAFolderThatCannotBeWrittenTheOldFileStays) {
     EXPECT_EQ(documents.Text(), oldText);
 }
 
-INSTANTIATE_TEST_SUITE_P(Volumes, Crash, testing::Bool(),
-                         [](const auto& volume) { return volume.param ? "Swapping" : "Renaming"; });
+namespace {
+
+std::string nameOf(const testing::TestParamInfo<Kind>& kind) {
+    constexpr const char* kNames[] = {"Swapping", "Renaming", "Binary"};
+    return kNames[static_cast<int>(kind.param)];
+}
+
+}  // namespace
+
+INSTANTIATE_TEST_SUITE_P(Volumes, Crash, testing::Values(Kind::swapping, Kind::renaming), nameOf);
+INSTANTIATE_TEST_SUITE_P(Forms, CrashOfAnyForm, testing::Values(Kind::swapping, Kind::renaming, Kind::binary), nameOf);

@@ -1,9 +1,13 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
+#include <csignal>
 #include <cstdlib>
+#include <filesystem>
 
 #include "fileutil/FileReplace.h"
 #include "tests/plist/Documents.h"
+#include "tests/support/ForkedProcess.h"
 
 using namespace marrowbeck;
 using namespace marrowbeck::test;
@@ -151,6 +155,23 @@ TEST_F(Writer, BinaryDocumentsAreConvertedAndConvertedBack) {
     document->root->SetInteger("n", 45);
     document->SaveAsInvisible(Nil, true);
     EXPECT_EQ(documents.Open()->root->GetInteger("n"), 45);
+
+    // A disk that takes no copy makes no file unreadable.
+    EXPECT_TRUE(InForkedProcess([this] {
+        ::signal(SIGXFSZ, SIG_IGN);
+        const rlimit nothing{0, 0};
+        ::setrlimit(RLIMIT_FSIZE, &nothing);
+        return outline(documents.Open()->root) == "text=string:a<b n=integer:45";
+    }));
+}
+
+TEST_F(Writer, ANewFileIsItsOwnersAndAnOldOneKeepsItsRights) {
+    const auto rights = [this] { return std::filesystem::status(documents.Path()).permissions(); };
+    document->Save();
+    EXPECT_EQ(rights(), std::filesystem::perms{0600});
+    std::filesystem::permissions(documents.Path(), std::filesystem::perms{0640});
+    document->Save();
+    EXPECT_EQ(rights(), std::filesystem::perms{0640});
 }
 
 TEST_F(Writer, DocumentsOfOtherMakersComeThroughARound) {

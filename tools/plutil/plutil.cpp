@@ -3,8 +3,11 @@
 #include <plist.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,23 +21,33 @@ namespace marrowbeck::tools {
 
 namespace {
 
-constexpr const char* usage = "Usage: plutil -convert xml1|binary1 FILE\n";
+constexpr const char* usage = "Usage: plutil -convert xml1|binary1 [-o -] FILE\n";
 
 enum class Form { xml, binary };
 
 struct Request {
     Form form = Form::xml;
+    bool toOutput = false;
     std::string path;
 };
 
-std::optional<Request> parse(const Arguments& arguments) {
-    const bool marked = arguments.size() == 4 && arguments[2] == "--";
-    if (arguments.size() != 3 && !marked) return std::nullopt;
-    const std::string& path = arguments.back();
-    if (arguments[0] != "-convert" || path.empty() || (path.starts_with('-') && !marked)) return std::nullopt;
-    if (arguments[1] == "xml1") return Request{Form::xml, path};
-    if (arguments[1] == "binary1") return Request{Form::binary, path};
-    return std::nullopt;
+std::optional<Request> parse(Arguments arguments) {
+    Request request;
+    const auto take = [&arguments](std::initializer_list<std::string_view> words) {
+        if (arguments.size() < words.size() || !std::equal(words.begin(), words.end(), arguments.begin())) return false;
+        arguments.erase(arguments.begin(), arguments.begin() + static_cast<std::ptrdiff_t>(words.size()));
+        return true;
+    };
+    if (take({"-convert", "binary1"})) {
+        request.form = Form::binary;
+    } else if (!take({"-convert", "xml1"})) {
+        return std::nullopt;
+    }
+    request.toOutput = take({"-o", "-"});
+    const bool marked = take({"--"});
+    if (arguments.size() != 1 || arguments[0].empty() || (arguments[0].starts_with('-') && !marked)) return std::nullopt;
+    request.path = arguments[0];
+    return request;
 }
 
 struct FreeTree {
@@ -97,6 +110,7 @@ ToolResult plutil(const Arguments& arguments) {
     if (!file.isOpen()) return failure(file.error());
     Output output;
     if (const std::string refusal = convert(file, request->form, output); !refusal.empty()) return failure(refusal);
+    if (request->toOutput) return {std::string(output.View()), {}, exitSuccess};
     ReplacementFile replacement(request->path);
     if (!replacement.replaceWith(output.View())) return failure(replacement.error());
     return {};
