@@ -29,7 +29,9 @@ ThumbnailEntry::ThumbnailEntry(const Ref<FolderItem>& source)
 }
 
 void ThumbnailEntry::MakeFolder() {
-    Preferences::CreateFolder(Preferences::ThumbnailsFolder());
+    const Ref<FolderItem> folder = Preferences::ThumbnailsFolder();
+    Preferences::CreateFolder(folder);
+    if (!folder->Exists()) throw NilObjectException("There is no folder for thumbnails.");
 }
 
 Ref<FolderItem> ThumbnailEntry::File() const {

@@ -12,7 +12,8 @@ class ThumbnailEntry {
     /// Raises NilObjectException for Nil.
     explicit ThumbnailEntry(const Ref<FolderItem>& source);
 
-    /// Makes the cache's folder, and the program's, where they are missing.
+    /// Makes the cache's folder, and the program's, where they are missing. Raises NilObjectException where that cannot
+    /// be done.
     static void MakeFolder();
 
     /// The entry's file, whether it exists or not.

@@ -10,6 +10,7 @@
 #include <QStringList>
 #include <QVariantMap>
 
+#include "framework/core/FolderOpener.h"
 #include "framework/core/Waiting.h"
 
 namespace framework {
@@ -49,9 +50,22 @@ bool askPortal(const Ref<FolderItem>& item) {
 }  // namespace
 
 bool RevealInFileManager(const Ref<FolderItem>& item) {
-    if (askFileManager(item) || askPortal(item)) return true;
-    const Ref<FolderItem> folder = item->Parent();
-    return folder && folder->Launch();
+    // Whom the wait seems long presses again. All of that is one wish, the last one.
+    static Ref<FolderItem> wanted;
+    const bool asking = wanted != Nil;
+    wanted = item;
+    if (asking) return true;
+    struct Fulfilled {
+        ~Fulfilled() { wanted = Nil; }
+    } const atEnd;
+
+    bool shown = false;
+    for (Ref<FolderItem> asked; !asked || wanted->AbsolutePath() != asked->AbsolutePath();) {
+        asked = wanted;
+        shown = askFileManager(asked) || askPortal(asked);
+    }
+    const Ref<FolderItem> folder = wanted->Parent();
+    return shown || (folder && internal::OpenFolderElsewhere(folder));
 }
 
 }  // namespace framework

@@ -242,8 +242,7 @@ Ref<TextInputStream> FolderItem::OpenAsTextFile() const {
 }
 
 Ref<TextOutputStream> FolderItem::CreateTextFile(mode_t permissions) const {
-    Descriptor file =
-        Descriptor::Open(path(), O_WRONLY | O_CREAT | O_TRUNC | O_NOCTTY | O_NONBLOCK, permissions);
+    Descriptor file = Descriptor::Open(path(), O_WRONLY | O_CREAT | O_TRUNC | O_NOCTTY | O_NONBLOCK, permissions);
     return file.IsOpen() ? New<TextOutputStream>(std::move(file)) : Nil;
 }
 

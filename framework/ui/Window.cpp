@@ -288,9 +288,19 @@ void internal::CloseAllWindows() {
 }
 
 void internal::BringWindowsToFront() {
+    QWidget* const dialog = QApplication::activeModalWidget();
     for (const Ref<Window>& window : openWindows()) {
-        if (window->Visible()) window->Native()->BringToFront();
+        if (!window->Visible()) continue;
+        if (dialog) {
+            window->Native()->raise();
+        } else {
+            window->Native()->BringToFront();
+        }
     }
+    if (!dialog) return;
+    // The keys stay with the dialog, for which the windows wait.
+    dialog->raise();
+    dialog->activateWindow();
 }
 
 }  // namespace framework

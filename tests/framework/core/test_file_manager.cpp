@@ -6,7 +6,11 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <iterator>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "framework/core/FileManager.h"
 #include "tests/support/EventLoop.h"
@@ -18,12 +22,14 @@ namespace {
 using marrowbeck::test::PrivateBus;
 using marrowbeck::test::RunUntilThere;
 
-/// A file manager that notes what it is to show, or refuses everything.
+/// A file manager that notes what it is to show, or refuses everything. Before it refuses it does what a test wants.
 class TestFileManager : public QDBusVirtualObject {
   public:
     QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
         if (refuses) {
+            ++refused;
+            if (const auto act = std::exchange(beforeRefusal, nullptr)) act();
             connection.send(message.createErrorReply(QDBusError::Failed, "no"));
         } else {
             shown = message.arguments().first().toStringList();
@@ -34,7 +40,28 @@ class TestFileManager : public QDBusVirtualObject {
 
     QStringList shown;
     bool refuses = false;
+    int refused = 0;
+    std::function<void()> beforeRefusal;
 };
+
+/// A desktop on which these programs open folders, the first one by a person's choice. Each writes down what it opens
+/// in a file of its name; the name is that of its executable.
+void setUpDesktop(const std::string& home, const std::vector<std::string>& programs) {
+    const std::string applications = home + "/share/applications";
+    std::filesystem::create_directories(applications);
+    for (const std::string& name : programs) {
+        std::ofstream(home + "/" + name) << "#!/bin/sh\necho \"$1\" > " << home << "/part\nmv " << home << "/part "
+                                         << home << "/opened-by-" << name << "\n";
+        std::filesystem::permissions(home + "/" + name, std::filesystem::perms::owner_all);
+        std::ofstream(applications + "/" + name + ".desktop")
+            << "[Desktop Entry]\nType=Application\nName=" << name << "\nExec=" << home << "/" << name
+            << " %f\nMimeType=inode/directory;\n";
+    }
+    std::ofstream(applications + "/mimeapps.list")
+        << "[Default Applications]\ninode/directory=" << programs.front() << ".desktop\n[Added Associations]\n"
+        << "inode/directory=" << programs.front() << ".desktop;" << programs.back() << ".desktop;\n";
+    setenv("XDG_DATA_DIRS", (home + "/share").c_str(), 1);
+}
 
 TEST(FileManager, RevealsByTheFileManagerElseOpensTheFolder) {
     const PrivateBus bus;
@@ -51,16 +78,20 @@ TEST(FileManager, RevealsByTheFileManagerElseOpensTheFolder) {
     EXPECT_EQ(manager.shown, QStringList(QString::fromStdString("file://" + home + "/one%2C%20two%2050%25.jpg")))
         << manager.shown.join(' ').toStdString();
 
-    // Without a file manager and a portal that help, the folder is opened by whatever opens folders.
+    // Without a file manager and a portal that help, the folder is opened: once however often that was asked for
+    // meanwhile, and by another program than this one, which is set for folders here.
+    const std::string self = std::filesystem::read_symlink("/proc/self/exe").filename().string();
+    setUpDesktop(home, {self, "other"});
     manager.refuses = true;
-    std::ofstream(home + "/xdg-open") << "#!/bin/sh\necho \"$1\" > " << home << "/part\nmv " << home << "/part " << home
-                                      << "/opened\n";
-    std::filesystem::permissions(home + "/xdg-open", std::filesystem::perms::owner_all);
-    setenv("PATH", (home + ":" + std::getenv("PATH")).c_str(), 1);
+    manager.beforeRefusal = [&path] { EXPECT_TRUE(RevealInFileManager(New<FolderItem>(String(path)))); };
     EXPECT_TRUE(RevealInFileManager(New<FolderItem>(String(path))));
-    EXPECT_TRUE(RunUntilThere(home + "/opened"));
+    EXPECT_EQ(manager.refused, 1);
+    ASSERT_TRUE(RunUntilThere(home + "/opened-by-other"));
+    std::ifstream opened(home + "/opened-by-other");
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(opened), {}), home + "\n");
+    EXPECT_FALSE(std::filesystem::exists(home + "/opened-by-" + self));
 
-    setenv("PATH", "/nowhere", 1);
+    std::filesystem::remove(home + "/other");
     EXPECT_FALSE(RevealInFileManager(New<FolderItem>(String(path))));
 }
 
