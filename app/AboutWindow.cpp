@@ -47,6 +47,13 @@ void AboutWindow::CreateControls() {
     Label2->Bold(true);
 }
 
+bool AboutWindow::Event_KeyDown(const String& key) {
+    constexpr int kEscape = 27;
+    if (key != Chr(kEscape)) return false;
+    Close();
+    return true;
+}
+
 void AboutWindow::Event_Open() {
     VersionText->Text(VersionLine());
 }

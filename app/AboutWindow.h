@@ -5,12 +5,13 @@
 namespace marrowbeck {
 
 /// The about box: emblem, name, by-line and version. One instance, Global<AboutWindow>(), which Show brings back. It
-/// has no button; its close box closes it. Main thread.
+/// has no button; its close box and Escape close it. Main thread.
 class AboutWindow : public Window {
   public:
     void Layout() override;
     void CreateControls() override;
     void Event_Open() override;
+    bool Event_KeyDown(const String& key) override;
 
     Ref<Label> Label1;
     Ref<Label> VersionText;

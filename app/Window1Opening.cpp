@@ -11,6 +11,8 @@ namespace marrowbeck {
 namespace {
 
 constexpr const char* kWindowKey = "Window Main";
+/// Beside the window's entry, which holds the bounds that it has when it is not maximised.
+constexpr const char* kMaximizedKey = "maximized";
 
 /// Whether each item of the filter is selected, in the items' order.
 constexpr const char* kFilterKeys[] = {"Seg0", "Seg1", "Seg2", "Seg3"};
@@ -56,6 +58,7 @@ void Window1::RestoreState() {
     const Ref<plistDict> root = preferences();
     if (!isWindow(root)) root->Remove(kWindowKey);
     root->GetWindow(kWindowKey, Ref<Window>(this));
+    Maximized(root->GetBoolean(kMaximizedKey, false));
     for (int item = kJpgItem; item <= kAllItem; ++item) {
         if (root->GetBoolean(kFilterKeys[item])) SegmentedControl1->Items(item)->Selected(true);
     }
@@ -74,6 +77,7 @@ void Window1::Event_Close() {
     Title("Marrowbeck");
     const Ref<plistDict> root = preferences();
     root->SetWindow(kWindowKey, Ref<Window>(this));
+    root->SetBoolean(kMaximizedKey, Maximized());
     for (int item = kJpgItem; item <= kAllItem; ++item) {
         root->SetBoolean(kFilterKeys[item], SegmentedControl1->Items(item)->Selected());
     }

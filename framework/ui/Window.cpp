@@ -47,6 +47,10 @@ bool Window::Event_DragEnter(const Ref<DragItem>&, int) {
     return false;
 }
 
+bool Window::Event_KeyDown(const String&) {
+    return false;
+}
+
 void Window::Realize() {
     if (internal::IsQuitting() || std::exchange(realized_, true)) return;
     const Ref<Window> alive(this);
@@ -115,7 +119,7 @@ void Window::Title(const String& title) {
 }
 
 int Window::Left() const {
-    return frame_->x();
+    return frame_->Bounds().left();
 }
 
 void Window::Left(int left) {
@@ -124,7 +128,7 @@ void Window::Left(int left) {
 }
 
 int Window::Top() const {
-    return frame_->y();
+    return frame_->Bounds().top();
 }
 
 void Window::Top(int top) {
@@ -133,7 +137,7 @@ void Window::Top(int top) {
 }
 
 int Window::Width() const {
-    return frame_->Content().width();
+    return frame_->Bounds().width();
 }
 
 void Window::Width(int width) {
@@ -141,7 +145,7 @@ void Window::Width(int width) {
 }
 
 int Window::Height() const {
-    return frame_->Content().height();
+    return frame_->Bounds().height();
 }
 
 void Window::Height(int height) {
@@ -207,8 +211,15 @@ bool Window::FullScreen() const {
 }
 
 void Window::FullScreen(bool fullScreen) {
-    frame_->setWindowState(fullScreen ? frame_->windowState() | Qt::WindowFullScreen
-                                      : frame_->windowState() & ~Qt::WindowFullScreen);
+    frame_->Fill(Qt::WindowFullScreen, fullScreen);
+}
+
+bool Window::Maximized() const {
+    return frame_->isMaximized();
+}
+
+void Window::Maximized(bool maximized) {
+    frame_->Fill(Qt::WindowMaximized, maximized);
 }
 
 void Window::MenuBarVisible(bool visible) {

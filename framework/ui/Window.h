@@ -47,6 +47,10 @@ class Window : public Object {
     /// The pointer, or something that is dragged, left the window.
     virtual void Event_MouseExit() {}
 
+    /// A key, as the text that it types, that neither a control nor a button of the window took. True says that it was
+    /// handled.
+    virtual bool Event_KeyDown(const String& key);
+
     // Life.
 
     /// Makes the window whole: Layout, CreateControls, Event_Open, each once. Show does it too.
@@ -63,13 +67,14 @@ class Window : public Object {
 
     String Title() const { return title_; }
     void Title(const String& title);
-    /// The place of the window's frame on the screen, in pixels. What is read can be written back later and gives the
-    /// same place.
+    /// The place of the window's frame on the screen, in pixels; while the window is maximised or fills the screen, the
+    /// place that it goes back to. What is read can be written back later and gives the same place.
     int Left() const;
     void Left(int left);
     int Top() const;
     void Top(int top);
-    /// The size of the content, in pixels: what lies below the menu bar and the toolbar.
+    /// The size of the content, in pixels: what lies below the menu bar and the toolbar. Of a window that is maximised
+    /// or fills the screen, the size that it goes back to.
     int Width() const;
     void Width(int width);
     int Height() const;
@@ -100,6 +105,8 @@ class Window : public Object {
     void Visible(bool visible);
     bool FullScreen() const;
     void FullScreen(bool fullScreen);
+    bool Maximized() const;
+    void Maximized(bool maximized);
     /// Whether the application's menu bar stands at the window's top.
     bool MenuBarVisible() const { return menuBarVisible_; }
     void MenuBarVisible(bool visible);

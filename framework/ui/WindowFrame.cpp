@@ -84,6 +84,10 @@ void WindowFrame::ResizeContent(QSize size) {
     arrange();  // a window that is not on show hears of no resize
 }
 
+QRect WindowFrame::Bounds() const {
+    return normal_.Get().adjusted(0, 0, 0, -barsHeight());
+}
+
 void WindowFrame::ApplyLimits() {
     ResizeContent(content_->size());
 }
@@ -237,7 +241,11 @@ void WindowFrame::keyPressEvent(QKeyEvent* event) {
     const bool cancel = event->key() == Qt::Key_Escape;
     const bool pushed = plain && ((accept && push([](const PushButton& button) { return button.Default(); })) ||
                                   (cancel && push([](const PushButton& button) { return button.Cancel(); })));
-    if (!pushed) QWidget::keyPressEvent(event);
+    if (pushed) return;
+    bool handled = false;
+    const Ref<Window> window(window_);
+    if (window && plain) Dispatch([&] { handled = window->Event_KeyDown(FromQt(event->text())); });
+    if (!handled) QWidget::keyPressEvent(event);
 }
 
 void WindowFrame::leaveEvent(QEvent*) {

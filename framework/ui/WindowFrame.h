@@ -8,6 +8,7 @@
 
 #include "framework/ui/AccessibleRole.h"
 #include "framework/ui/EditTarget.h"
+#include "framework/ui/NormalBounds.h"
 #include "framework/ui/Window.h"
 
 class QMenuBar;
@@ -30,6 +31,10 @@ class WindowFrame : public QWidget, public AccessibleRole {
     QWidget& Content() { return *content_; }
     /// Makes the content this large, within the window's limits.
     void ResizeContent(QSize size);
+    /// The place of the frame and the size of the content; where the window fills the screen, those that it goes back to.
+    QRect Bounds() const;
+    /// Makes the window fill the screen, or no longer.
+    void Fill(Qt::WindowState how, bool fills) { normal_.Fill(how, fills); }
     /// Takes over what the window's values say of limits, decorations, bars and colours.
     void ApplyLimits();
     void ApplyFlags();
@@ -72,6 +77,7 @@ class WindowFrame : public QWidget, public AccessibleRole {
     QMenuBar* menuBar_ = nullptr;
     QPointer<QWidget> toolbar_;
     QPointer<QWidget> lastFocus_;
+    NormalBounds normal_{*this};
     int arrangedBars_ = 0;
     QElapsedTimer sincePainted_;
     /// Runs while painting is put off.

@@ -1,10 +1,13 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMessageBox>
 
+#include "app/AboutWindow.h"
 #include "app/Colors.h"
 #include "framework/ui/AlertBox.h"
+#include "framework/ui/WindowFrame.h"
 #include "tests/app/AppTest.h"
 #include "tests/support/EventLoop.h"
 
@@ -150,6 +153,24 @@ TEST_F(WindowLife, TooSmallABoundIsWidened) {
     start(bounds(10, 10, 20, 20));
     EXPECT_EQ(window->Width(), 640);
     EXPECT_EQ(window->Height(), 400);
+}
+
+TEST_F(WindowLife, AMaximisedOneComesBackSoAndKeepsItsNormalBounds) {
+    start(bounds(31, 47, 1111, 777) + truth("maximized", true));
+    EXPECT_TRUE(window->Maximized());
+    EXPECT_TRUE(RunUntil([this] { return window->Native()->width() != 1111; }));
+    window->Close();
+    expectSaved(bounds(31, 47, 1111, 777));
+    expectSaved(truth("maximized", true));
+}
+
+TEST_F(WindowLife, EscapeClosesTheAboutBox) {
+    App::Current()->_HelpAboutMarrowbeck_Action();
+    const Ref<AboutWindow> about = Global<AboutWindow>();
+    ASSERT_TRUE(about->Visible());
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier, "\x1b");
+    QApplication::sendEvent(about->Native(), &escape);
+    EXPECT_FALSE(about->Visible());
 }
 
 TEST_F(WindowLife, ClosingSavesWhatIsOnShow) {

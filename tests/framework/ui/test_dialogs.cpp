@@ -49,6 +49,24 @@ TEST(MsgBox, WaitsUntilItIsDismissedByReturnOrEscape) {
     }
 }
 
+TEST(MsgBox, KeepsTheKeysWhenTheProgramIsStartedOnceMore) {
+    const Ref<Window> window = New<Window>();
+    window->Show();
+    QWidget* active = nullptr;
+    QWidget* box = nullptr;
+    answer([&] {
+        box = openBox();
+        internal::BringWindowsToFront();
+        QCoreApplication::processEvents();
+        active = QApplication::activeWindow();
+        box->close();
+    });
+    MsgBox("first this");
+    EXPECT_TRUE(box);
+    EXPECT_EQ(active, box);
+    window->Close();
+}
+
 TEST(MsgBox, OfAThreadLetsTheThreadWaitAndTheWindowsLive) {
     const Ref<Thread> thread = New<Thread>();
     bool over = false;
