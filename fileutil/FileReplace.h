@@ -9,10 +9,10 @@
 /// FileReplaceException and leave the target as it was.
 namespace marrowbeck::FileReplace {
 
-/// Puts `source` in the place of `target`, which need not exist. Both lie on one volume, unless `target` is a link. Where the volume can swap two
-/// files in one step, `source` then is the old file; elsewhere it is gone. The new file has the old one's mode, owner
-/// and attributes, and its own modification time. Where `target` is a link, what it leads to is replaced. Returns when
-/// all of it is on the disk.
+/// Puts `source` in the place of `target`, which need not exist. Both lie on one volume, unless `target` is a link.
+/// Where the volume can swap two files in one step, `source` then is the old file; elsewhere it is gone. The new file
+/// has the old one's mode, owner and attributes, and its own modification time. Where `target` is a link, what it leads
+/// to is replaced. Returns when all of it is on the disk.
 void Replace(const Ref<FolderItem>& source, const Ref<FolderItem>& target);
 
 /// Puts a copy of `source` in the place of `target`, which may lie on another volume; `source` stays as it is. For the

@@ -12,8 +12,8 @@ void MsgBox(const String& text);
 
 namespace internal {
 
-/// How alerts are shown; set by the layer that has windows. Empty: on standard error again, for when nobody is there any
-/// more to dismiss them.
+/// How alerts are shown; set by the layer that has windows. Empty: on standard error again, for when nobody is there
+/// any more to dismiss them.
 void SetAlertPresenter(std::function<void(const String& text)> presenter);
 
 }  // namespace internal

@@ -31,7 +31,8 @@ class WindowFrame : public QWidget, public AccessibleRole {
     QWidget& Content() { return *content_; }
     /// Makes the content this large, within the window's limits.
     void ResizeContent(QSize size);
-    /// The place of the frame and the size of the content; where the window fills the screen, those that it goes back to.
+    /// The place of the frame and the size of the content; where the window fills the screen, those that it goes back
+    /// to.
     QRect Bounds() const;
     /// Makes the window fill the screen, or no longer.
     void Fill(Qt::WindowState how, bool fills) { normal_.Fill(how, fills); }

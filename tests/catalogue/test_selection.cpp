@@ -74,6 +74,16 @@ TEST_F(Selection, TheFirstRowIsShownByItself) {
     EXPECT_TRUE(entry->Name().ToStd().ends_with("a picture.jpg"));
 }
 
+TEST_F(Selection, OfAFactWithoutEndThePanelShowsTheBeginning) {
+    Texts fields = plainFields();
+    fields.back() = std::string(65536, 'x');
+    answer(addFile("a.jpg"), fields);
+    search();
+    rest();
+    EXPECT_NE(window->DataLabel->Text().ToStd().find("xxx\u2026\n"), std::string::npos);
+    EXPECT_LT(window->DataLabel->Text().ByteCount(), 5000U);
+}
+
 TEST_F(Selection, TheFirstRowIsShownWhileRowsKeepComing) {
     for (int i = 10; i < 40; ++i) addImage(std::to_string(i) + ".jpg");
     replaceTool("mdls", "for last; do :; done\nsleep 0.02\nexec cat \"$last.image\"\n");

@@ -45,7 +45,8 @@ std::optional<Request> parse(Arguments arguments) {
     }
     request.toOutput = take({"-o", "-"});
     const bool marked = take({"--"});
-    if (arguments.size() != 1 || arguments[0].empty() || (arguments[0].starts_with('-') && !marked)) return std::nullopt;
+    if (arguments.size() != 1 || arguments[0].empty() || (arguments[0].starts_with('-') && !marked))
+        return std::nullopt;
     request.path = arguments[0];
     return request;
 }
