@@ -49,7 +49,8 @@ void CatalogInfo::ApplyTo(const String& path) const {
     // A list that came with the new file would outlive its mode.
     lremovexattr(file, kAccessList);
     for (const auto& [name, value] : attributes_) lsetxattr(file, name.c_str(), value.data(), value.size(), 0);
-    fchmodat(AT_FDCWD, file, mode, 0);
+    // Where that fails, the new file stays its owner's alone, as it was made.
+    [[maybe_unused]] const int widened = fchmodat(AT_FDCWD, file, mode, 0);
     const timespec times[2] = {status_.st_atim, {0, UTIME_OMIT}};
     utimensat(AT_FDCWD, file, times, AT_SYMLINK_NOFOLLOW);
 }

@@ -3,7 +3,8 @@
 namespace framework {
 
 /// Root of all classes that are held by reference. Counts its references itself; the count is plain, since exactly one
-/// thread of the program runs at a time. Born with a count of zero: the first Ref takes it over.
+/// thread of the program runs at a time. Born with one reference, which New hands to the first Ref, so that an object may
+/// refer to itself while it is being built.
 class Object {
   public:
     Object() = default;
@@ -13,10 +14,14 @@ class Object {
 
     void Retain() const noexcept { ++references_; }
     void Release() const noexcept {
-        if (--references_ == 0) delete this;
+        if (--references_ == 0) destroy();
     }
 
   private:
+    /// Out of line, so that every use of a Ref stays small, and so that no compiler takes the end of one Ref for the end
+    /// of an object to which another one still refers.
+    void destroy() const noexcept;
+
     mutable int references_ = 1;
 };
 

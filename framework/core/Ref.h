@@ -55,6 +55,9 @@ class Ref {
     bool operator==(std::nullptr_t) const noexcept { return object_ == nullptr; }
 
   private:
+    template <class U, class... Arguments>
+    friend Ref<U> New(Arguments&&... arguments);
+
     void retain() const noexcept {
         if (object_) object_->Retain();
     }
@@ -65,8 +68,8 @@ class Ref {
 /// Makes a new object; the only way by which objects come into being.
 template <class T, class... Arguments>
 Ref<T> New(Arguments&&... arguments) {
-    const Ref<T> made(new T(std::forward<Arguments>(arguments)...));
-    made->Release();
+    Ref<T> made;
+    made.object_ = new T(std::forward<Arguments>(arguments)...);  // with the reference that it is born with
     return made;
 }
 
