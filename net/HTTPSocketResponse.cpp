@@ -94,6 +94,10 @@ void HTTPSocket::_ProcessData(const String& data) {
     _currentLength = static_cast<int>(std::min<std::int64_t>(length, std::numeric_limits<int>::max()));
     if (_downloadStream) {
         _downloadStream->Write(data);
+        if (_downloadStream->Failed()) {
+            loseDownload();
+            return;
+        }
     } else {
         _pageBuffer += data;
     }
@@ -118,8 +122,13 @@ void HTTPSocket::Event_Error() {
 
 void HTTPSocket::_ProcessPage() {
     if (_pageComplete) return;
-    _pageComplete = true;
     const bool wasDownload = static_cast<bool>(_downloadStream);
+    // A full disk may show no sooner than here.
+    if (wasDownload && !(_downloadStream->Sync() && _downloadStream->Close())) {
+        loseDownload();
+        return;
+    }
+    _pageComplete = true;
     const Ref<FolderItem> file = _downloadFile;
     _KillDownloadStream();
     if (synchronous || _httpAction == "HEAD") return;
@@ -128,6 +137,19 @@ void HTTPSocket::_ProcessPage() {
     } else {
         OnPageReceived.Raise(*this, _processingURL, _httpStatusCode, _pageHeaders, _pageBuffer);
     }
+}
+
+/// Ends the request, and leaves nothing of a file that would pass for the whole one.
+void HTTPSocket::loseDownload() {
+    Close();
+    _connectionValid = false;
+    _pageComplete = true;
+    lossReason_ = _downloadStream->FailureReason();
+    // The place may be a link to the file, or a device, which is not ours to remove.
+    const Ref<FolderItem> file = _downloadStream->IsOrdinaryFile() ? GetFolderItem(_downloadFile->AbsolutePath()) : Nil;
+    _KillDownloadStream();
+    if (file) file->Delete();
+    SetError(DownloadLost);
 }
 
 Ref<InternetHeaders> HTTPSocket::PageHeaders() const {

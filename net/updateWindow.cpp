@@ -112,11 +112,16 @@ void updateWindow::fail(const String& message) {
 
 void updateWindow::hp_Error(int code) {
     const Ref<updateWindow> keep(this);
+    if (code == HTTPSocket::DownloadLost) {
+        fail("The file '" + target_->AbsolutePath() + "' could not be written. Please check the disk and try again " +
+             "later. (" + hp->LossReason() + ")");
+        return;
+    }
     fail("There was a communication error with the website. Please try again later. (Code: " + Str(code) + ")");
 }
 
 void updateWindow::hp_ReceiveProgress(int bytesReceived, int totalBytes) {
-    if (!isFetchingFile_ && bytesReceived > kLargestPage) {
+    if (!target_ && bytesReceived > kLargestPage) {
         const Ref<updateWindow> keep(this);
         hp->Close();
         fail(kContentProblem);
@@ -189,8 +194,12 @@ void updateWindow::download(const String& url) {
         isDownloadingFile = true;
         hp->Get(url);
     } else {
-        isFetchingFile_ = true;
-        hp->Get(url, SpecialFolder::Desktop()->Child(getFilename(url)));
+        target_ = SpecialFolder::Desktop()->Child(getFilename(url));
+        if (target_) {
+            hp->Get(url, target_);
+        } else {
+            hp_Error(HTTPSocket::DownloadUnusable);
+        }
     }
 }
 

@@ -56,8 +56,8 @@ class updateWindow : public Window {
     static String getFilename(const String& url);
 
     UpdateSite site_;
-    /// What comes goes to the Desktop, and may be of any size; a page is kept in memory.
-    bool isFetchingFile_ = false;
+    /// What comes goes into this file, and may be of any size. Nil for a page, which is kept in memory.
+    Ref<FolderItem> target_;
 };
 
 }  // namespace marrowbeck

@@ -8,6 +8,7 @@
 
 #include "net/HTTPHead.h"
 #include "tests/net/Client.h"
+#include "tests/net/FullDisk.h"
 #include "tests/net/ScriptedServer.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -238,11 +239,24 @@ TEST(HTTPDownload, NeedsAFileThatCanBeWritten) {
     EXPECT_EQ(std::filesystem::file_size(folder.Path("empty")), 0U);
 }
 
-TEST(HTTPDownload, AFullDiskLosesTheFileButNotTheProgram) {
-    const std::string body(100'000, 'x');
-    const ScriptedServer server({ScriptedServer::Answering("HTTP/1.0 200 OK\r\n\r\n" + body)});
+TEST(HTTPDownload, AFullDiskIsAnErrorAndLeavesNoHalfFile) {
+    const TemporaryFolder folder;
+    const auto answer = ScriptedServer::Answering("HTTP/1.0 200 OK\r\n\r\n" + std::string(100'000, 'x'));
+    const ScriptedServer server({answer, answer, answer});
     Client client;
-    client->Get(server.Url(), item("/dev/full"));
+    {
+        const FullDisk disk(40'000);
+        client->Get(server.Url(), item(folder.Path("part")));
+        ASSERT_TRUE(client.Await());
+        EXPECT_FALSE(client->Get(server.Url(), item(folder.Path("part")), 0));
+    }
+    EXPECT_THAT(client.Log, ElementsAre("connected", "headers 200", "error 2"));
+    EXPECT_FALSE(std::filesystem::exists(folder.Path("part")));
+    // A device is not removed.
+    std::filesystem::create_symlink("/dev/full", folder.Path("full"));
+    client->Get(server.Url(), item(folder.Path("full")));
     ASSERT_TRUE(client.Await());
-    EXPECT_TRUE(client.Ends == 1 || client->ErrorCode() == HTTPSocket::DownloadUnusable);
+    EXPECT_EQ(client->ErrorCode(), HTTPSocket::DownloadLost);
+    EXPECT_EQ(client->LossReason().Bytes(), "No space left on device");
+    EXPECT_TRUE(std::filesystem::exists("/dev/full"));
 }

@@ -11,6 +11,7 @@
 #include <fstream>
 
 #include "net/updateWindow.h"
+#include "tests/net/FullDisk.h"
 #include "tests/net/ScriptedServer.h"
 #include "tests/support/EventLoop.h"
 #include "tests/support/TemporaryFolder.h"
@@ -205,6 +206,19 @@ TEST_F(UpdateWindow, ADownloadWithoutANameFails) {
     EXPECT_TRUE(Show(server));
     ASSERT_EQ(person.Read.size(), 2U);
     EXPECT_EQ(person.Read[1].substr(person.Read[1].size() - 9), "(Code: 1)");
+}
+
+TEST_F(UpdateWindow, ADownloadThatCannotBeWrittenIsNotComplete) {
+    const ScriptedServer files({page(std::string(100'000, 'x'))});
+    const ScriptedServer server({page(feed("3", "Yes", files.Url("/new.tar").ToStd()))});
+    Person person({"Download", "OK"});
+    const FullDisk disk(40'000);
+    EXPECT_TRUE(Show(server));
+    ASSERT_EQ(person.Read.size(), 2U);
+    EXPECT_EQ(person.Read[1],
+              "The file '" + OnDesktop("new.tar") +
+                  "' could not be written. Please check the disk and try again later. (File too large)");
+    EXPECT_FALSE(std::filesystem::exists(OnDesktop("new.tar")));
 }
 
 TEST_F(UpdateWindow, StaysOpenBesideTheWebsite) {
