@@ -27,6 +27,7 @@ class HTTPSocket : public TCPSocket, public _SOAPSocket {
         TimedOut = -1,         ///< Nothing happened in time; the connection was closed.
         DownloadUnusable = 1,  ///< The file is a folder, or could not be made or opened.
         DownloadLost = 2,      ///< Not all of the answer could be written, and the file was removed: see LossReason.
+        HeadTooLong = 3,       ///< The head of the answer is one that no server sends: see IsTooLong.
     };
 
     HTTPSocket();
@@ -121,6 +122,7 @@ class HTTPSocket : public TCPSocket, public _SOAPSocket {
     void _ParseURL(const String& url);
     bool _SetDownloadFile(const Ref<FolderItem>& file);
     void _KillDownloadStream();
+    void breakOff(int code);
     void loseDownload();
     void _SendRequest(const String& action);
     String _EncodeURLString(const String& text) const;

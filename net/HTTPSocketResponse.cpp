@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <string_view>
 #include <utility>
 
 #include "net/HTTPSocket.h"
@@ -61,7 +62,13 @@ void HTTPSocket::_HandleNewData() {
 }
 
 void HTTPSocket::_ReadHead() {
-    const auto found = headSearch_.Look(LookaheadBytes());
+    const std::string_view received = LookaheadBytes();
+    const auto found = headSearch_.Look(received);
+    // Without an end, what is there is looked at for its size alone: no more would come behind a full buffer.
+    if (found ? IsTooLong(received.substr(0, found->headSize)) : received.size() >= IncomingLimit) {
+        breakOff(HeadTooLong);
+        return;
+    }
     if (!found) return;
     _ParseHeaders(Read(static_cast<int>(found->headSize)));
 
@@ -141,15 +148,19 @@ void HTTPSocket::_ProcessPage() {
 
 /// Ends the request, and leaves nothing of a file that would pass for the whole one.
 void HTTPSocket::loseDownload() {
-    Close();
-    _connectionValid = false;
-    _pageComplete = true;
     lossReason_ = _downloadStream->FailureReason();
     // The place may be a link to the file, or a device, which is not ours to remove.
     const Ref<FolderItem> file = _downloadStream->IsOrdinaryFile() ? GetFolderItem(_downloadFile->AbsolutePath()) : Nil;
     _KillDownloadStream();
     if (file) file->Delete();
-    SetError(DownloadLost);
+    breakOff(DownloadLost);
+}
+
+void HTTPSocket::breakOff(int code) {
+    Close();
+    Purge();
+    _connectionValid = false;
+    SetError(code);
 }
 
 Ref<InternetHeaders> HTTPSocket::PageHeaders() const {

@@ -5,8 +5,9 @@
 namespace marrowbeck {
 namespace {
 
-/// In bytes. A feed or the page of a short link is a thousand times smaller; what is larger is neither.
-constexpr int kLargestPage = 16 * 1024 * 1024;
+/// In bytes. A feed or the page of a short link is a hundred times smaller; what is larger is neither, and looking for
+/// the values in it would hold up the window.
+constexpr int kLargestPage = 256 * 1024;
 
 constexpr const char* kContentProblem = "There was a problem with the website content. Please try again later.";
 
