@@ -5,6 +5,7 @@
 #include "app/ImageFormats.h"
 #include "app/Preferences.h"
 #include "app/Window1.h"
+#include "net/UpdateSite.h"
 #include "net/updateWindow.h"
 
 namespace marrowbeck {
@@ -74,7 +75,7 @@ bool App::_OnlineHelp_Action() {
 }
 
 bool App::_HelpMarrowbeckWebsite_Action() {
-    ShowURL(String("http://") + Configuration::kSiteHost + "/photography/marrowbeck/marrowbeck.html");
+    ShowURL(UpdateSite::Configured().ProductUrl());
     return true;
 }
 

@@ -21,6 +21,12 @@ std::optional<HeadSearch::Found> HeadSearch::Look(std::string_view received) {
     return std::nullopt;
 }
 
+bool IsTooLong(std::string_view head) {
+    constexpr std::ptrdiff_t kMostLines = 5000;
+    return head.size() >= TCPSocket::IncomingLimit || std::count(head.begin(), head.end(), '\n') > kMostLines ||
+           std::count(head.begin(), head.end(), '\r') > kMostLines;
+}
+
 HTTPHead ReadHTTPHead(const String& text) {
     const String eol = LineEndOf(text);
     const auto headers = New<InternetHeaders>();

@@ -27,6 +27,10 @@ class HeadSearch {
     std::size_t searched_ = 0;
 };
 
+/// Whether a head, as far as it is there, has a mebibyte or thousands of lines, so that reading it would hold us up for
+/// nothing.
+bool IsTooLong(std::string_view head);
+
 /// What the head of an answer says. Any text can be read as one.
 struct HTTPHead {
     /// The second word of the first line; 0 where that is no number.

@@ -26,6 +26,8 @@ class HTTPSocket : public TCPSocket, public _SOAPSocket {
     enum : int {
         TimedOut = -1,         ///< Nothing happened in time; the connection was closed.
         DownloadUnusable = 1,  ///< The file is a folder, or could not be made or opened.
+        DownloadLost = 2,      ///< Not all of the answer could be written, and the file was removed: see LossReason.
+        HeadTooLong = 3,       ///< The head of the answer is one that no server sends: see IsTooLong.
     };
 
     HTTPSocket();
@@ -48,7 +50,7 @@ class HTTPSocket : public TCPSocket, public _SOAPSocket {
         OnAuthenticationRequired;
     /// Before the request is written. Post content may still be set.
     Event<void(HTTPSocket& sender)> OnConnected;
-    /// The end of a download.
+    /// The end of a download: all of it is on the disk.
     Event<void(HTTPSocket& sender, String url, int httpStatus, Ref<InternetHeaders> headers, Ref<FolderItem> file)>
         OnDownloadComplete;
     /// The request failed; see ErrorCode.
@@ -88,6 +90,8 @@ class HTTPSocket : public TCPSocket, public _SOAPSocket {
     Ref<InternetHeaders> GetHeaders(const String& url, int timeout);
     /// The status of the last answer; 0 before there is one.
     int HTTPStatusCode() const { return _httpStatusCode; }
+    /// What the system says of a download that was lost, for people.
+    String LossReason() const { return lossReason_; }
     /// The head of the last answer; Nil when it held no header.
     Ref<InternetHeaders> PageHeaders() const;
     void Post(const String& url);
@@ -118,6 +122,8 @@ class HTTPSocket : public TCPSocket, public _SOAPSocket {
     void _ParseURL(const String& url);
     bool _SetDownloadFile(const Ref<FolderItem>& file);
     void _KillDownloadStream();
+    void breakOff(int code);
+    void loseDownload();
     void _SendRequest(const String& action);
     String _EncodeURLString(const String& text) const;
 
@@ -167,6 +173,7 @@ class HTTPSocket : public TCPSocket, public _SOAPSocket {
     Ref<Dictionary> _Nonces;
 
     HeadSearch headSearch_;
+    String lossReason_;
     /// Counts the connections, so that what comes back from a handler can see whether its own is still the one.
     unsigned request_ = 0;
 };

@@ -112,6 +112,8 @@ void HTTPSocket::_DoConnect(String url, String action, Ref<FolderItem> file) {
     ++request_;
     threadProtection = false;
     _connectionValid = false;
+    // And where nobody answers, nothing is left of an earlier answer.
+    _ResetVariables();
     Connect();
 }
 

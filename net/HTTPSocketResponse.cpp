@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <string_view>
 #include <utility>
 
 #include "net/HTTPSocket.h"
@@ -61,7 +62,13 @@ void HTTPSocket::_HandleNewData() {
 }
 
 void HTTPSocket::_ReadHead() {
-    const auto found = headSearch_.Look(LookaheadBytes());
+    const std::string_view received = LookaheadBytes();
+    const auto found = headSearch_.Look(received);
+    // Without an end, what is there is looked at for its size alone: no more would come behind a full buffer.
+    if (found ? IsTooLong(received.substr(0, found->headSize)) : received.size() >= IncomingLimit) {
+        breakOff(HeadTooLong);
+        return;
+    }
     if (!found) return;
     _ParseHeaders(Read(static_cast<int>(found->headSize)));
 
@@ -94,6 +101,10 @@ void HTTPSocket::_ProcessData(const String& data) {
     _currentLength = static_cast<int>(std::min<std::int64_t>(length, std::numeric_limits<int>::max()));
     if (_downloadStream) {
         _downloadStream->Write(data);
+        if (_downloadStream->Failed()) {
+            loseDownload();
+            return;
+        }
     } else {
         _pageBuffer += data;
     }
@@ -118,8 +129,13 @@ void HTTPSocket::Event_Error() {
 
 void HTTPSocket::_ProcessPage() {
     if (_pageComplete) return;
-    _pageComplete = true;
     const bool wasDownload = static_cast<bool>(_downloadStream);
+    // A full disk may show no sooner than here.
+    if (wasDownload && !(_downloadStream->Sync() && _downloadStream->Close())) {
+        loseDownload();
+        return;
+    }
+    _pageComplete = true;
     const Ref<FolderItem> file = _downloadFile;
     _KillDownloadStream();
     if (synchronous || _httpAction == "HEAD") return;
@@ -128,6 +144,23 @@ void HTTPSocket::_ProcessPage() {
     } else {
         OnPageReceived.Raise(*this, _processingURL, _httpStatusCode, _pageHeaders, _pageBuffer);
     }
+}
+
+/// Ends the request, and leaves nothing of a file that would pass for the whole one.
+void HTTPSocket::loseDownload() {
+    lossReason_ = _downloadStream->FailureReason();
+    // The place may be a link to the file, or a device, which is not ours to remove.
+    const Ref<FolderItem> file = _downloadStream->IsOrdinaryFile() ? GetFolderItem(_downloadFile->AbsolutePath()) : Nil;
+    _KillDownloadStream();
+    if (file) file->Delete();
+    breakOff(DownloadLost);
+}
+
+void HTTPSocket::breakOff(int code) {
+    Close();
+    Purge();
+    _connectionValid = false;
+    SetError(code);
 }
 
 Ref<InternetHeaders> HTTPSocket::PageHeaders() const {

@@ -2,12 +2,20 @@
 
 namespace marrowbeck {
 
+namespace {
+
+String urlOf(const String& host, const String& path) {
+    return "http://" + host + "/photography/marrowbeck/" + path;
+}
+
+}  // namespace
+
 String UpdateSite::FeedUrl() const {
-    return "http://" + Host + "/photography/marrowbeck/updates/marrowbeck.xml";
+    return urlOf(Host, "updates/marrowbeck.xml");
 }
 
 String UpdateSite::ProductUrl() const {
-    return "http://" + Host + "/photography/marrowbeck/marrowbeck.html";
+    return urlOf(Host, "marrowbeck.html");
 }
 
 bool UpdateSite::IsShortLink(const String& url) const {

@@ -4,7 +4,7 @@
 
 namespace marrowbeck {
 
-/// Where the update check looks.
+/// The program's site, and its short links. The URLs of its pages are made here alone.
 struct UpdateSite {
     /// Host, with its port if it has one, of the feed and the product page.
     String Host;
@@ -14,7 +14,9 @@ struct UpdateSite {
     /// The hosts that the program was built for.
     static UpdateSite Configured();
 
+    /// What the update check reads.
     String FeedUrl() const;
+    /// What a person is shown.
     String ProductUrl() const;
     /// Whether the URL holds the name of the short-link host as a host stands in it.
     bool IsShortLink(const String& url) const;

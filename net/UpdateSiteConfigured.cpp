@@ -5,7 +5,7 @@ namespace marrowbeck {
 
 // In a file of its own, so that a test program can link another answer.
 UpdateSite UpdateSite::Configured() {
-    return {Configuration::kUpdateHost, Configuration::kShortLinkHost};
+    return {Configuration::kSiteHost, Configuration::kShortLinkHost};
 }
 
 }  // namespace marrowbeck

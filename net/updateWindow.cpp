@@ -1,14 +1,33 @@
 #include "net/updateWindow.h"
 
+#include <string_view>
 #include <utility>
+
+#include "framework/core/Characters.h"
 
 namespace marrowbeck {
 namespace {
 
-/// In bytes. A feed or the page of a short link is a thousand times smaller; what is larger is neither.
-constexpr int kLargestPage = 16 * 1024 * 1024;
+/// In bytes. A feed or the page of a short link is a hundred times smaller; what is larger is neither, and looking for
+/// the values in it would hold up the window.
+constexpr int kLargestPage = 256 * 1024;
 
 constexpr const char* kContentProblem = "There was a problem with the website content. Please try again later.";
+
+bool isUtf8(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const Character character = ReadCharacter(bytes, Encodings::UTF8);
+        if (character.code >= kStrayByte + 0x80 && character.code <= kStrayByte + 0xFF) return false;
+        bytes.remove_prefix(character.size);
+    }
+    return true;
+}
+
+/// A text of the site for people. It says nothing of its encoding: what is no UTF-8 is most likely Windows-1252.
+String readable(const String& text) {
+    const TextEncoding encoding = isUtf8(text.Bytes()) ? Encodings::UTF8 : Encodings::WindowsLatin1;
+    return ConvertEncoding(DefineEncoding(text, encoding), Encodings::UTF8);
+}
 
 }  // namespace
 
@@ -112,11 +131,16 @@ void updateWindow::fail(const String& message) {
 
 void updateWindow::hp_Error(int code) {
     const Ref<updateWindow> keep(this);
+    if (code == HTTPSocket::DownloadLost) {
+        fail("The file '" + target_->AbsolutePath() + "' could not be written. Please check the disk and try again " +
+             "later. (" + hp->LossReason() + ")");
+        return;
+    }
     fail("There was a communication error with the website. Please try again later. (Code: " + Str(code) + ")");
 }
 
 void updateWindow::hp_ReceiveProgress(int bytesReceived, int totalBytes) {
-    if (!isFetchingFile_ && bytesReceived > kLargestPage) {
+    if (!target_ && bytesReceived > kLargestPage) {
         const Ref<updateWindow> keep(this);
         hp->Close();
         fail(kContentProblem);
@@ -125,7 +149,8 @@ void updateWindow::hp_ReceiveProgress(int bytesReceived, int totalBytes) {
     const int kb = bytesReceived / 1024;
     StaticText1->Text("Downloading: " + Format(kb, "###,###") + "KB downloaded...");
     ProgressBar1->Visible(true);
-    if (totalBytes > 0) ProgressBar1->Maximum(totalBytes / 1024);
+    // Without a length the bar is an indefinite one, also when the page before had one.
+    ProgressBar1->Maximum(totalBytes / 1024);
     ProgressBar1->Value(kb);
 }
 
@@ -133,7 +158,9 @@ void updateWindow::hp_DownloadComplete(const String& url, const Ref<FolderItem>&
     const Ref<updateWindow> keep(this);
     const Ref<MessageDialog> question = New<MessageDialog>();
     question->Title("Download Complete!");
-    question->Message("The file '" + getFilename(url) + "' is on your Desktop. Would you like to open it now?");
+    question->Message("The file '" + readable(getFilename(url)) + "' is " +
+                      (isTargetAtHome_ ? "in your home folder. " : "on your Desktop. ") +
+                      "Would you like to open it now?");
     question->ActionButton()->Caption("Yes");
     question->CancelButton()->Caption("No");
     question->CancelButton()->Visible(true);
@@ -157,11 +184,11 @@ String updateWindow::endTag(const String& name) {
 void updateWindow::askUpgrade(const String& version, const String& description, const String& url, bool isFree) {
     const Ref<MessageDialog> offer = New<MessageDialog>();
     offer->Title("New version available!");
-    offer->Message("Version " + version + " is now available. (You are using version " +
+    offer->Message("Version " + readable(version) + " is now available. (You are using version " +
                    Application::Current()->ShortVersion() + ".) " +
                    (isFree ? "This is a free upgrade. Would you like to automatically download this update?"
                            : "This is a paid upgrade. Would you like to automatically download the trial version?"));
-    offer->Explanation(description);
+    offer->Explanation(readable(description));
     offer->ActionButton()->Caption("Download");
     offer->CancelButton()->Visible(true);
     offer->AlternateActionButton()->Caption("Go to Website");
@@ -189,8 +216,16 @@ void updateWindow::download(const String& url) {
         isDownloadingFile = true;
         hp->Get(url);
     } else {
-        isFetchingFile_ = true;
-        hp->Get(url, SpecialFolder::Desktop()->Child(getFilename(url)));
+        const Ref<FolderItem> home = SpecialFolder::Home();
+        const Ref<FolderItem> desktop = SpecialFolder::Desktop();
+        const Ref<FolderItem> folder = desktop->Directory() ? desktop : home;
+        isTargetAtHome_ = folder->AbsolutePath().SameBytes(home->AbsolutePath());
+        target_ = folder->Child(getFilename(url));
+        if (target_) {
+            hp->Get(url, target_);
+        } else {
+            hp_Error(HTTPSocket::DownloadUnusable);
+        }
     }
 }
 

@@ -7,9 +7,10 @@
 namespace marrowbeck {
 
 /// A small modal window that asks a server which version of the program is current, offers a newer one, fetches it to
-/// the Desktop and offers to open it. The check begins as soon as the window is whole, without a time-out, and the
-/// window closes when it is over; nothing is said when the running version is the current one and the check was
-/// automatic. One instance, Global<updateWindow>(); to be shown with ShowModal. Main thread.
+/// the Desktop, or to the home folder where there is no Desktop, and offers to open it. The check begins as soon as the
+/// window is whole, without a time-out, and the window closes when it is over; nothing is said when the running version
+/// is the current one and the check was automatic. One instance, Global<updateWindow>(); to be shown with ShowModal.
+/// Main thread.
 ///
 /// The feed is a text that holds the word "standalone" and four values, each between a start and an end tag:
 /// CurrentVersion, Description, Free, DownloadURLOSX. Every version but the running one counts as an update.
@@ -56,8 +57,9 @@ class updateWindow : public Window {
     static String getFilename(const String& url);
 
     UpdateSite site_;
-    /// What comes goes to the Desktop, and may be of any size; a page is kept in memory.
-    bool isFetchingFile_ = false;
+    /// What comes goes into this file, and may be of any size. Nil for a page, which is kept in memory.
+    Ref<FolderItem> target_;
+    bool isTargetAtHome_ = false;
 };
 
 }  // namespace marrowbeck

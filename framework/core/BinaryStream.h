@@ -8,8 +8,8 @@
 
 namespace framework {
 
-/// Reads and writes a file's bytes at a position that moves along and can be set. Nothing is buffered. A read or write
-/// that fails is remembered.
+/// Reads and writes a file's bytes at a position that moves along and can be set. Nothing is buffered. The first read
+/// or write that fails is remembered.
 class BinaryStream : public Object {
   public:
     explicit BinaryStream(Descriptor file);
@@ -25,15 +25,27 @@ class BinaryStream : public Object {
     void Position(std::uint64_t position) { position_ = position; }
     /// Whether the position is at or behind the end.
     bool EndOfFile() const { return position_ >= Length(); }
+    /// Whether the bytes are those of an ordinary file, and not a device's.
+    bool IsOrdinaryFile() const { return ordinary_; }
 
+    /// Returns when all that was written is on the disk; False when something is not.
+    bool Sync();
     /// False when something that was written is not in the file. A second call answers the same.
     bool Close();
-    bool Failed() const { return failed_; }
+    bool Failed() const { return error_ != 0; }
+    /// What the system says of the failure, for people; empty without one.
+    String FailureReason() const;
 
   private:
+    void fail(int error);
+
     Descriptor file_;
+    bool ordinary_;
     std::uint64_t position_ = 0;
-    bool failed_ = false;
+    /// Bytes written since the disk was last told to begin.
+    std::uint64_t unsent_ = 0;
+    /// The system's number of the first failure; 0 without one.
+    int error_ = 0;
 };
 
 }  // namespace framework

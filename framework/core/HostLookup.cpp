@@ -39,8 +39,11 @@ struct HostLookup::Answer {
 };
 
 HostLookup::HostLookup(const std::string& host, int port) : answer_(std::make_shared<Answer>()) {
-    if (!host.empty()) answer_->Find(host, port, AI_NUMERICHOST | AI_NUMERICSERV);
-    if (host.empty() || !answer_->addresses.empty()) {
+    // The system would read a name up to its NUL only, and find another host.
+    const bool isName = !host.empty() && host.find('\0') == std::string::npos;
+    if (isName) answer_->Find(host, port, AI_NUMERICHOST | AI_NUMERICSERV);
+    if (!answer_->signal.IsOpen()) return;
+    if (!isName || !answer_->addresses.empty()) {
         answer_->Finish();
         return;
     }
@@ -59,6 +62,7 @@ int HostLookup::SignalDescriptor() const {
 }
 
 bool HostLookup::IsOver() const {
+    if (!answer_->signal.IsOpen()) return true;
     pollfd signal{answer_->signal.Number(), POLLIN, 0};
     return ::poll(&signal, 1, 0) == 1;
 }

@@ -21,7 +21,8 @@ class HostLookup {
   public:
     HostLookup(const std::string& host, int port);
 
-    /// A descriptor that can be read from once the lookup is over.
+    /// A descriptor that can be read from once the lookup is over; -1 when the system has none left. Then names are not
+    /// looked up, and the lookup is over at once.
     int SignalDescriptor() const;
     bool IsOver() const;
     /// The addresses, best first, none when the host is not known. After the lookup is over.

@@ -68,6 +68,10 @@ Ref<FolderItem> ApplicationData() {
     return New<FolderItem>(String(inHome("XDG_DATA_HOME", ".local/share")));
 }
 
+Ref<FolderItem> Home() {
+    return New<FolderItem>(String(home()));
+}
+
 Ref<FolderItem> Desktop() {
     return userFolder("XDG_DESKTOP_DIR", "Desktop");
 }

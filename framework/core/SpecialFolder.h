@@ -7,6 +7,8 @@ namespace framework::SpecialFolder {
 
 /// Where programs keep their data: `XDG_DATA_HOME` by the XDG Base Directory Specification, else `~/.local/share`.
 Ref<FolderItem> ApplicationData();
+/// `HOME`, else the home folder by the system's list of users.
+Ref<FolderItem> Home();
 /// The desktop and the pictures by the desktop's own setting, the file `user-dirs.dirs`; else `~/Desktop`,
 /// `~/Pictures`.
 Ref<FolderItem> Desktop();

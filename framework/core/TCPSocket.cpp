@@ -24,8 +24,6 @@ namespace framework {
 
 namespace {
 
-/// What may wait to be read: enough to keep a fast line busy, and little enough for a program that reads nothing.
-constexpr std::size_t kIncomingLimit = std::size_t{1024} * 1024;
 /// The most that one event announces, so that a fast line does not hold up the window.
 constexpr std::size_t kPiece = std::size_t{64} * 1024;
 /// How long an address may leave us without an answer. The system itself would wait for two minutes.
@@ -95,6 +93,10 @@ void TCPSocket::Connection::Open(const String& address, int port) {
     failure_ = validPort ? NameNotResolved : InvalidPort;
     lookup_.emplace(validPort ? address.ToStd() : std::string(), port);
     phase_ = Phase::LookingUp;
+    if (lookup_->SignalDescriptor() < 0) {
+        failure_ = SocketFailed;
+        timer_.start(0);
+    }
     watch();
 }
 
@@ -171,7 +173,7 @@ void TCPSocket::Connection::serveAttempt() {
 
 void TCPSocket::Connection::serveConnection() {
     if (!outgoing_.IsEmpty() && sendSome() && !raise(&SocketCore::Event_SendComplete)) return;
-    if (incoming_.Size() < kIncomingLimit) receiveSome();
+    if (incoming_.Size() < IncomingLimit) receiveSome();
 }
 
 /// Sends what the line takes now; True when that was the last of it.
@@ -191,7 +193,7 @@ bool TCPSocket::Connection::sendSome() {
 
 void TCPSocket::Connection::receiveSome() {
     std::array<char, kPiece> piece;
-    const std::size_t room = std::min(piece.size(), kIncomingLimit - incoming_.Size());
+    const std::size_t room = std::min(piece.size(), IncomingLimit - incoming_.Size());
     const ssize_t count = ::recv(descriptor_.Number(), piece.data(), room, 0);
     if (count > 0) {
         incoming_.Append({piece.data(), static_cast<std::size_t>(count)});
@@ -224,7 +226,7 @@ void TCPSocket::Connection::watch() {
     int writing = -1;
     if (phase_ == Phase::LookingUp) reading = lookup_->SignalDescriptor();
     if (phase_ == Phase::Connecting) writing = descriptor_.Number();
-    if (phase_ == Phase::Connected && incoming_.Size() < kIncomingLimit) reading = descriptor_.Number();
+    if (phase_ == Phase::Connected && incoming_.Size() < IncomingLimit) reading = descriptor_.Number();
     if (phase_ == Phase::Connected && !outgoing_.IsEmpty()) writing = descriptor_.Number();
     watch(reader_, QSocketNotifier::Read, handling_ ? -1 : reading);
     watch(writer_, QSocketNotifier::Write, handling_ ? -1 : writing);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string_view>
 
@@ -8,14 +9,18 @@
 
 namespace framework {
 
-/// A connection by TCP to another machine, by its side that begins. What comes in waits to be read; when a mebibyte
-/// waits, the other side is held up until some of it was read.
+/// A connection by TCP to another machine, by its side that begins. What comes in waits to be read; when IncomingLimit
+/// is reached, the other side is held up until some of it was read.
 class TCPSocket : public SocketCore {
   public:
+    /// What may wait to be read, in bytes: enough to keep a fast line busy, and little enough for a program that reads
+    /// nothing.
+    static constexpr std::size_t IncomingLimit = std::size_t{1024} * 1024;
+
     TCPSocket();
     ~TCPSocket() override;
 
-    /// The other side: a name, or an IPv4 or IPv6 address.
+    /// The other side: a name, or an IPv4 or IPv6 address. One that holds a NUL is not resolved.
     const String& Address() const { return address_; }
     void Address(const String& address) { address_ = address; }
 

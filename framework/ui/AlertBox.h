@@ -9,10 +9,13 @@ namespace framework {
 namespace native {
 
 /// A message box for texts that come from anywhere: none of them is read as markup, and none makes the box larger than
-/// a screen.
+/// a screen. A message is cut short; an explanation scrolls.
 class AlertBox : public QMessageBox {
   public:
     AlertBox(QMessageBox::Icon icon, const String& title, const String& message, const String& explanation = {});
+
+  private:
+    void explain(const QString& text);
 };
 
 }  // namespace native

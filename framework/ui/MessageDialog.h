@@ -30,7 +30,7 @@ class MessageDialog : public Object {
     void Title(const String& title) { title_ = title; }
     String Message() const { return message_; }
     void Message(const String& message) { message_ = message; }
-    /// Said below the message, less loudly.
+    /// Said below the message, less loudly. A long one scrolls.
     String Explanation() const { return explanation_; }
     void Explanation(const String& explanation) { explanation_ = explanation; }
     int Icon() const { return icon_; }

@@ -39,6 +39,9 @@ TEST(HTTPWaiting, GivesThePageTheHeadersOrTheFile) {
     EXPECT_TRUE(client->Get(server.Url(), file, 5));
     EXPECT_EQ(file->Length(), 2U);
     EXPECT_FALSE(client->Get(server.Url(), file, 5)) << "the server is gone";
+    EXPECT_EQ(client->Get(server.Url(), 5).Bytes(), "") << "and with it what it said before";
+    EXPECT_EQ(client->HTTPStatusCode(), 0);
+    EXPECT_FALSE(client->PageHeaders());
     EXPECT_TRUE(client.Log.empty());
     EXPECT_EQ(client.Ends, 0);
     EXPECT_TRUE(client.Pieces.empty());

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -134,6 +135,24 @@ Ref<RecordingSocket> socketTo(int port, const String& address = "127.0.0.1") {
     return socket;
 }
 
+/// While one lives, the process can open no file and no socket.
+class NoMoreDescriptors {
+  public:
+    NoMoreDescriptors() {
+        ::getrlimit(RLIMIT_NOFILE, &limit_);
+        const rlimit few{64, limit_.rlim_max};
+        ::setrlimit(RLIMIT_NOFILE, &few);
+        while (taken_.emplace_back(::dup(STDERR_FILENO)).IsOpen()) continue;
+    }
+    ~NoMoreDescriptors() { ::setrlimit(RLIMIT_NOFILE, &limit_); }
+    NoMoreDescriptors(const NoMoreDescriptors&) = delete;
+    NoMoreDescriptors& operator=(const NoMoreDescriptors&) = delete;
+
+  private:
+    rlimit limit_{};
+    std::vector<Descriptor> taken_;
+};
+
 bool runUntilError(const Ref<RecordingSocket>& socket) {
     return RunUntil([&] { return !socket->events.empty() && socket->events.back().starts_with("error"); });
 }
@@ -161,17 +180,6 @@ TEST(TCPSocket, AConversationIsReportedInOrder) {
     EXPECT_THAT(socket->events, ElementsAre("connected", "sent", "data", "error 102"));
     RunFor(30);
     EXPECT_EQ(socket->events.size(), 4U);
-}
-
-TEST(TCPSocket, PollIsEnoughWithoutAnEventLoop) {
-    Server server({[](Peer& peer) { peer.Send("answer to " + peer.Receive(3)); }});
-    const auto socket = socketTo(server.Port(), "localhost");
-    socket->Connect();
-    socket->Write("one");
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (!socket->Saw("error 102") && std::chrono::steady_clock::now() < end) socket->Poll();
-    EXPECT_EQ(socket->received, "answer to one");
-    EXPECT_THAT(socket->events, ElementsAre("connected", "sent", "data", "error 102"));
 }
 
 TEST(TCPSocket, WhatHasComeInWaitsToBeRead) {
@@ -214,8 +222,12 @@ TEST(TCPSocket, FailedAttemptsHaveTheirCodes) {
     EXPECT_EQ(attempt(unused, "localhost"), SocketCore::ConnectFailed) << "each of its addresses";
     EXPECT_EQ(attempt(80, String(std::string(300, 'x'))), SocketCore::NameNotResolved);
     EXPECT_EQ(attempt(80, ""), SocketCore::NameNotResolved);
+    EXPECT_EQ(attempt(80, String(std::string_view("127.0.0.1\0.example", 18))), SocketCore::NameNotResolved);
     EXPECT_EQ(attempt(0, "127.0.0.1"), SocketCore::InvalidPort);
     EXPECT_EQ(attempt(65536, "127.0.0.1"), SocketCore::InvalidPort);
+    const NoMoreDescriptors none;
+    EXPECT_EQ(attempt(80, "127.0.0.1"), SocketCore::SocketFailed);
+    EXPECT_EQ(attempt(80, "localhost"), SocketCore::SocketFailed);
 }
 
 TEST(TCPSocket, WritingWithoutAConnectionIsAnError) {

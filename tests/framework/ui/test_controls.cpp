@@ -233,7 +233,7 @@ TEST_F(Controls, APopupMenuSelectsWhatItIsTold) {
 
 TEST_F(Controls, AProgressBarTakesValuesFromBeyondItsEnds) {
     const Ref<ProgressBar> bar = window->Add<ProgressBar>("bar", 0, 0, 100, 12);
-    const auto& widget = *static_cast<QProgressBar*>(bar->Native());
+    auto& widget = *static_cast<QProgressBar*>(bar->Native());
     bar->Value(70);
     EXPECT_EQ(widget.value(), 70);
     bar->Maximum(50);
@@ -245,6 +245,16 @@ TEST_F(Controls, AProgressBarTakesValuesFromBeyondItsEnds) {
     EXPECT_EQ(widget.value(), 70);
     bar->Value(-5);
     EXPECT_EQ(widget.value(), 0);
+
+    // Without a maximum it looks neither empty nor full, whatever its value.
+    const QImage empty = widget.grab().toImage();
+    bar->Value(70);
+    bar->Maximum(0);
+    const QImage indefinite = widget.grab().toImage();
+    int left = 0;
+    for (int x = 0; x < 100; ++x) left += indefinite.pixel(x, 6) == empty.pixel(x, 6) ? 1 : 0;
+    EXPECT_GT(left, 60);
+    EXPECT_LT(left, 90);
 }
 
 TEST_F(Controls, AWheelTurnsWhileItIsToBeSeen) {

@@ -6,7 +6,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 
@@ -121,6 +124,30 @@ TEST(MessageDialog, ReturnsTheButtonThatWasPressed) {
     EXPECT_EQ(dialog->ShowModal(), dialog->CancelButton());
     answer([] { QTest::keyClick(openBox(), Qt::Key_Return); });
     EXPECT_EQ(dialog->ShowModal(), dialog->ActionButton());
+}
+
+TEST(MessageDialog, ScrollsALongExplanationAndKeepsItsKeys) {
+    std::string lines;
+    for (int i = 0; i < 1000; ++i) lines += "line\n";
+    const Ref<MessageDialog> dialog = New<MessageDialog>();
+    dialog->Message(String(lines));
+    dialog->Explanation(String(lines + "<b>end</b>"));
+    dialog->CancelButton()->Visible(true);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
+        answer([key] {
+            EXPECT_LE(openBox()->height(), openBox()->screen()->availableGeometry().height());
+            auto* const text = openBox()->findChild<QPlainTextEdit*>();
+            ASSERT_TRUE(text);
+            EXPECT_TRUE(text->toPlainText().endsWith(QLatin1String("line\n<b>end</b>")));
+            // Through the buttons to the text, in which the keys move and do not write.
+            for (int i = 0; i < 2; ++i) QTest::keyClick(openBox()->focusWidget(), Qt::Key_Tab);
+            EXPECT_EQ(openBox()->focusWidget(), text);
+            QTest::keyClick(text, Qt::Key_End, Qt::ControlModifier);
+            EXPECT_GT(text->verticalScrollBar()->value(), 0);
+            QTest::keyClick(text, key);
+        });
+        EXPECT_EQ(dialog->ShowModal(), key == Qt::Key_Return ? dialog->ActionButton() : dialog->CancelButton());
+    }
 }
 
 class FolderDialog : public ::testing::Test {

@@ -11,6 +11,7 @@
 #include <fstream>
 
 #include "net/updateWindow.h"
+#include "tests/net/FullDisk.h"
 #include "tests/net/ScriptedServer.h"
 #include "tests/support/EventLoop.h"
 #include "tests/support/TemporaryFolder.h"
@@ -29,7 +30,7 @@ ScriptedServer::Part page(const std::string& content) {
 
 std::string feed(const std::string& version, const std::string& free = "Yes", const std::string& url = "") {
     return "<standalone/><Free>" + free + "</Free><CurrentVersion>" + version +
-           "</CurrentVersion><Description>New & better</Description><DownloadURLOSX>" + url + "</DownloadURLOSX>";
+           "</CurrentVersion><Description>New \x96 & better</Description><DownloadURLOSX>" + url + "</DownloadURLOSX>";
 }
 
 /// A person who reads each box that comes, and presses the next of the buttons that were decided beforehand.
@@ -121,7 +122,7 @@ TEST_F(UpdateWindow, OffersEveryOtherVersion) {
                             (free ? "This is a free upgrade. Would you like to automatically download this update?"
                                   : "This is a paid upgrade. Would you like to automatically download the trial "
                                     "version?") +
-                            "|New & better"));
+                            "|New \u2013 & better"));
         }
     }
 }
@@ -205,6 +206,34 @@ TEST_F(UpdateWindow, ADownloadWithoutANameFails) {
     EXPECT_TRUE(Show(server));
     ASSERT_EQ(person.Read.size(), 2U);
     EXPECT_EQ(person.Read[1].substr(person.Read[1].size() - 9), "(Code: 1)");
+}
+
+TEST_F(UpdateWindow, WithoutADesktopTheFileGoesHome) {
+    std::filesystem::remove_all(OnDesktop(""));
+    const ScriptedServer files({ScriptedServer::Answering("HTTP/1.0 200 OK\r\n\r\n" + std::string(5000, 'x'))});
+    const std::string longFeed = feed("3", "Yes", files.Url("/caf\u00E9").ToStd()) + std::string(2000, ' ');
+    const ScriptedServer server({page(longFeed)});
+    Person person({"Download", "No"});
+    EXPECT_TRUE(Show(server));
+    std::filesystem::create_directory(OnDesktop(""));
+    ASSERT_EQ(person.Read.size(), 2U);
+    EXPECT_EQ(person.Read[1], "The file 'caf\u00E9' is in your home folder. Would you like to open it now?");
+    EXPECT_EQ(std::filesystem::file_size(std::string(std::getenv("HOME")) + "/caf\u00E9"), 5000U);
+    EXPECT_EQ(window->ProgressBar1->Maximum(), 0) << "the feed's length is not the file's";
+    EXPECT_EQ(window->ProgressBar1->Value(), 4);
+}
+
+TEST_F(UpdateWindow, ADownloadThatCannotBeWrittenIsNotComplete) {
+    const ScriptedServer files({page(std::string(100'000, 'x'))});
+    const ScriptedServer server({page(feed("3", "Yes", files.Url("/new.tar").ToStd()))});
+    Person person({"Download", "OK"});
+    const FullDisk disk(40'000);
+    EXPECT_TRUE(Show(server));
+    ASSERT_EQ(person.Read.size(), 2U);
+    EXPECT_EQ(person.Read[1],
+              "The file '" + OnDesktop("new.tar") +
+                  "' could not be written. Please check the disk and try again later. (File too large)");
+    EXPECT_FALSE(std::filesystem::exists(OnDesktop("new.tar")));
 }
 
 TEST_F(UpdateWindow, StaysOpenBesideTheWebsite) {
