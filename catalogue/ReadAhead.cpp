@@ -1,5 +1,7 @@
 #include "catalogue/ReadAhead.h"
 
+#include <utility>
+
 #include "catalogue/MetadataQueries.h"
 
 namespace marrowbeck {

@@ -1,3 +1,5 @@
+#include <cstdint>
+
 #include "app/Colors.h"
 #include "app/Window1.h"
 #include "catalogue/ImageFacts.h"

@@ -1,3 +1,5 @@
+#include <array>
+
 #include "app/Window1.h"
 #include "catalogue/RowRecord.h"
 

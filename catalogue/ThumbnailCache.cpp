@@ -1,5 +1,7 @@
 #include "catalogue/ThumbnailCache.h"
 
+#include <string_view>
+
 #include "app/Preferences.h"
 #include "framework/core/Paths.h"
 

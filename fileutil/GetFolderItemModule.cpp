@@ -1,5 +1,8 @@
 #include "fileutil/GetFolderItemModule.h"
 
+#include <string>
+#include <string_view>
+
 #include "framework/core/Paths.h"
 
 namespace marrowbeck {

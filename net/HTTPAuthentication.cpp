@@ -1,5 +1,7 @@
 // The answer to a challenge: HTTPSocket's part of Basic and Digest authentication (RFC 2617).
 
+#include <cstdint>
+
 #include "net/HTTPSocket.h"
 
 namespace marrowbeck {

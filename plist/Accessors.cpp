@@ -1,3 +1,5 @@
+#include <cstdint>
+
 #include "plist/plist.h"
 
 namespace marrowbeck {

@@ -1,3 +1,6 @@
+#include <cstdint>
+#include <string_view>
+
 #include "framework/ui/Clipboard.h"
 #include "plist/EntryPrinter.h"
 #include "plist/plist.h"

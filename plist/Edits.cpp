@@ -1,3 +1,5 @@
+#include <cstdint>
+
 #include "framework/core/StackCheck.h"
 #include "plist/plist.h"
 

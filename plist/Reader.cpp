@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <string_view>
 
 #include "framework/core/StackCheck.h"
 #include "plist/EntryReader.h"

@@ -1,4 +1,6 @@
 #include <cerrno>
+#include <cstdint>
+#include <string_view>
 
 #include "fileutil/FileReplace.h"
 #include "plist/EntryPrinter.h"

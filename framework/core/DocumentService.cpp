@@ -6,6 +6,7 @@
 #include <QDBusVirtualObject>
 #include <QStringList>
 #include <QVariantMap>
+#include <string_view>
 #include <utility>
 
 #include "framework/core/Application.h"

@@ -1,10 +1,12 @@
 #include "framework/core/Numbers.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "framework/core/Characters.h"
 

@@ -7,6 +7,7 @@
 #include <QTimerEvent>
 #include <algorithm>
 #include <cassert>
+#include <cstdint>
 #include <exception>
 #include <utility>
 

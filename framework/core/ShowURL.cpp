@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <string_view>
 #include <thread>
 
 namespace framework {

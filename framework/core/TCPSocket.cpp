@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <chrono>
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 

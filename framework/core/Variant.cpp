@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstdio>
 #include <functional>
+#include <limits>
+#include <string_view>
 
 #include "framework/core/Exceptions.h"
 #include "framework/core/Numbers.h"

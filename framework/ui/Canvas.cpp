@@ -5,6 +5,7 @@
 #include <QStyle>
 #include <QStyleOptionFocusRect>
 #include <QWidget>
+#include <utility>
 
 #include "framework/core/Dispatch.h"
 #include "framework/ui/NativePicture.h"

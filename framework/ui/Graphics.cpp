@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QWidget>
+#include <utility>
 
 #include "framework/ui/Native.h"
 #include "framework/ui/NativePicture.h"

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <utility>
 
 namespace framework {

@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "framework/core/Characters.h"

@@ -3,6 +3,7 @@
 #include <QMimeData>
 #include <QTimerEvent>
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 #include "framework/core/Dispatch.h"

@@ -4,6 +4,7 @@
 #include <QBasicTimer>
 #include <QElapsedTimer>
 #include <QStringList>
+#include <vector>
 
 #include "framework/ui/ListboxRows.h"
 

@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QPaintEvent>
 #include <QPainter>
+#include <optional>
 
 #include "framework/core/Dispatch.h"
 #include "framework/ui/Listbox.h"

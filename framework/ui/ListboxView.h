@@ -3,6 +3,7 @@
 #include <QBasicTimer>
 #include <QElapsedTimer>
 #include <QTableView>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <vector>

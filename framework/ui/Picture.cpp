@@ -7,6 +7,7 @@
 #include <cmath>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "framework/core/Descriptor.h"
 #include "framework/core/FolderItem.h"

@@ -5,6 +5,8 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLayout>
+#include <string>
+#include <string_view>
 
 #include "framework/ui/DialogRun.h"
 #include "framework/ui/Native.h"

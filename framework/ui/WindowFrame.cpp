@@ -9,6 +9,7 @@
 #include <QTimerEvent>
 #include <QWindow>
 #include <algorithm>
+#include <string_view>
 
 #include "framework/core/Application.h"
 #include "framework/core/Dispatch.h"

@@ -2,7 +2,9 @@
 
 #include <QString>
 #include <algorithm>
+#include <string_view>
 #include <unordered_set>
+#include <utility>
 
 #include "tools/pictures/TextEncoding.h"
 

@@ -1,7 +1,10 @@
 #include "tools/mdls/ImageAttributes.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <memory>
 #include <utility>
+#include <vector>
 
 #include "tools/mdls/CameraSettings.h"
 #include "tools/mdls/ColourProfile.h"

@@ -1,6 +1,7 @@
 #include "tools/mdls/mdls.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <memory>
 #include <set>

@@ -1,5 +1,10 @@
 #pragma once
 
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
 #include "tools/mime/MimeTypes.h"
 #include "tools/service/Tool.h"
 

@@ -1,6 +1,7 @@
 #include "tools/pictures/Exiv2Image.h"
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 
 namespace marrowbeck::tools {

@@ -1,6 +1,7 @@
 #pragma once
 
 // The only place that includes Exiv2, so that its traps are met once.
+#include <cstdint>
 #include <exiv2/exiv2.hpp>
 #include <memory>
 

@@ -4,9 +4,13 @@
 #include <vips/vips.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "tools/pictures/LoadableContent.h"
 #include "tools/pictures/PictureLibrary.h"

@@ -17,6 +17,7 @@
 #include <cstring>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 namespace marrowbeck::tools {
 

@@ -6,7 +6,11 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
+#include <optional>
+#include <string>
+#include <string_view>
 
 #include "tools/service/Confinement.h"
 #include "tools/service/Frames.h"

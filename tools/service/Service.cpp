@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <utility>
+#include <variant>
 
 namespace marrowbeck::tools {
 

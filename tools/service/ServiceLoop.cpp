@@ -5,6 +5,12 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "tools/service/Service.h"
 

@@ -1,6 +1,7 @@
 #include "tools/sips/EmbeddedPreview.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace marrowbeck::tools {
 

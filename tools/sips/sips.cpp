@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
+#include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "tools/pictures/PictureLibrary.h"

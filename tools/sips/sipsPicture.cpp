@@ -1,6 +1,7 @@
 #include "tools/sips/sipsPicture.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <memory>
 
 #include "tools/pictures/Exiv2Image.h"
