@@ -71,44 +71,53 @@ class HTTPSocket : public TCPSocket, public _SOAPSocket {
     void Event_Error() override;
     void Event_SendComplete() override {}
 
-    void ClearRequestHeaders();
+    virtual void ClearRequestHeaders();
     /// The entries as "application/x-www-form-urlencoded", in the dictionary's order. Escapes more than it must (hyphen
     /// and underscore) and leaves bytes above 127 as they are.
-    String EncodeFormData(const Ref<Dictionary>& form) const;
+    virtual String EncodeFormData(const Ref<Dictionary>& form) const;
     /// 0, one of the codes above, or the socket's LastErrorCode.
     int ErrorCode() const override { return mErrorCode; }
 
-    void Get(const String& url);
-    void Get(const String& url, const Ref<FolderItem>& file);
+    virtual void Get(const String& url);
+    virtual void Get(const String& url, const Ref<FolderItem>& file);
     /// True when there was no error.
-    bool Get(const String& url, const Ref<FolderItem>& file, int timeout);
+    virtual bool Get(const String& url, const Ref<FolderItem>& file, int timeout);
     /// The page; after an error, what had arrived.
     String Get(const String& url, int timeout) override;
     /// Asks for the head alone. OnHeadersReceived is the only answer.
-    void GetHeaders(const String& url);
+    virtual void GetHeaders(const String& url);
     /// Nil when no head came.
-    Ref<InternetHeaders> GetHeaders(const String& url, int timeout);
+    virtual Ref<InternetHeaders> GetHeaders(const String& url, int timeout);
     /// The status of the last answer; 0 before there is one.
-    int HTTPStatusCode() const { return _httpStatusCode; }
+    virtual int HTTPStatusCode() const { return _httpStatusCode; }
     /// What the system says of a download that was lost, for people.
     String LossReason() const { return lossReason_; }
     /// The head of the last answer; Nil when it held no header.
-    Ref<InternetHeaders> PageHeaders() const;
-    void Post(const String& url);
-    void Post(const String& url, const Ref<FolderItem>& file);
-    bool Post(const String& url, const Ref<FolderItem>& file, int timeout);
+    virtual Ref<InternetHeaders> PageHeaders() const;
+    virtual void Post(const String& url);
+    virtual void Post(const String& url, const Ref<FolderItem>& file);
+    virtual bool Post(const String& url, const Ref<FolderItem>& file, int timeout);
     String Post(const String& url, int timeout) override;
     /// As Get, with a method of the caller's; it goes out in the case in which it is given.
-    void SendRequest(const String& method, const String& url);
-    void SendRequest(const String& method, const String& url, const Ref<FolderItem>& file);
-    bool SendRequest(const String& method, const String& url, const Ref<FolderItem>& file, int timeout);
-    String SendRequest(const String& method, const String& url, int timeout);
+    virtual void SendRequest(const String& method, const String& url);
+    virtual void SendRequest(const String& method, const String& url, const Ref<FolderItem>& file);
+    virtual bool SendRequest(const String& method, const String& url, const Ref<FolderItem>& file, int timeout);
+    virtual String SendRequest(const String& method, const String& url, int timeout);
     /// Has the next Post send a form; Nil takes it back.
-    void SetFormData(const Ref<Dictionary>& form);
+    virtual void SetFormData(const Ref<Dictionary>& form);
     /// Has the next Post send this. A request of another kind forgets it.
     void SetPostContent(const String& content, const String& contentType) override;
     /// An empty value removes the header.
-    void SetRequestHeader(const String& name, const String& value);
+    virtual void SetRequestHeader(const String& name, const String& value);
+
+  protected:
+    // What reads the texts of a stranger, open to those who try it with the worst of them.
+
+    void _ParseHeaders(const String& text);
+    bool _SetAuthentication(const String& kind);
+    Ref<Dictionary> _ParseAuthenticationParams(const String& text) const;
+    String _CreateAuthenticationData(const String& scheme, const String& name, const String& password,
+                                     const Ref<Dictionary>& params);
 
   private:
     class Protection;
@@ -130,14 +139,9 @@ class HTTPSocket : public TCPSocket, public _SOAPSocket {
     void _ResetVariables();
     void _HandleNewData();
     void _ReadHead();
-    void _ParseHeaders(const String& text);
     void _ProcessData(const String& data);
     void _ProcessPage();
 
-    bool _SetAuthentication(const String& kind);
-    Ref<Dictionary> _ParseAuthenticationParams(const String& text) const;
-    String _CreateAuthenticationData(const String& scheme, const String& name, const String& password,
-                                     const Ref<Dictionary>& params);
     String _CreateNonce() const;
     String _EncodeHex(const String& data) const;
 

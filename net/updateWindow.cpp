@@ -61,20 +61,23 @@ void updateWindow::CreateControls() {
 
     hp = New<HTTPSocket>();
     hp->Yield = false;
-    hp->OnPageReceived = [this](HTTPSocket& sender, const String& url, int, const Ref<InternetHeaders>&,
-                                const String& content) { hp_PageReceived(sender, url, content); };
-    hp->OnError = [this](HTTPSocket&, int code) { hp_Error(code); };
-    hp->OnReceiveProgress = [this](HTTPSocket&, int bytesReceived, int totalBytes, const String&) {
-        hp_ReceiveProgress(bytesReceived, totalBytes);
+    hp->OnPageReceived = [this](HTTPSocket& sender, const String& url, int httpStatus,
+                                const Ref<InternetHeaders>& headers,
+                                const String& content) { hp_PageReceived(sender, url, httpStatus, headers, content); };
+    hp->OnError = [this](HTTPSocket& sender, int code) { hp_Error(sender, code); };
+    hp->OnReceiveProgress = [this](HTTPSocket& sender, int bytesReceived, int totalBytes, const String& newData) {
+        hp_ReceiveProgress(sender, bytesReceived, totalBytes, newData);
     };
-    hp->OnDownloadComplete = [this](HTTPSocket&, const String& url, int, const Ref<InternetHeaders>&,
-                                    const Ref<FolderItem>& file) { hp_DownloadComplete(url, file); };
+    hp->OnDownloadComplete = [this](HTTPSocket& sender, const String& url, int httpStatus,
+                                    const Ref<InternetHeaders>& headers, const Ref<FolderItem>& file) {
+        hp_DownloadComplete(sender, url, httpStatus, headers, file);
+    };
 
     PushButton1 = Add<PushButton>("PushButton1", 208, 80, 72, 20);
     PushButton1->Caption("Cancel");
     PushButton1->Cancel(true);
     PushButton1->Default(true);
-    PushButton1->OnAction = [this](PushButton&) { PushButton1_Action(); };
+    PushButton1->OnAction = [this](PushButton& sender) { PushButton1_Action(sender); };
 }
 
 void updateWindow::Event_Open() {
@@ -87,7 +90,8 @@ void updateWindow::Event_Close() {
 }
 
 // Neither the status nor the headers are looked at: a page that is no feed says so by itself.
-void updateWindow::hp_PageReceived(HTTPSocket& sender, const String& url, const String& content) {
+void updateWindow::hp_PageReceived(HTTPSocket& sender, const String& url, int, const Ref<InternetHeaders>&,
+                                   const String& content) {
     const Ref<updateWindow> keep(this);
     if (site_.IsShortLink(url)) {
         if (isDownloadingFile) {
@@ -129,20 +133,20 @@ void updateWindow::fail(const String& message) {
     Close();
 }
 
-void updateWindow::hp_Error(int code) {
+void updateWindow::hp_Error(HTTPSocket& sender, int code) {
     const Ref<updateWindow> keep(this);
     if (code == HTTPSocket::DownloadLost) {
         fail("The file '" + target_->AbsolutePath() + "' could not be written. Please check the disk and try again " +
-             "later. (" + hp->LossReason() + ")");
+             "later. (" + sender.LossReason() + ")");
         return;
     }
     fail("There was a communication error with the website. Please try again later. (Code: " + Str(code) + ")");
 }
 
-void updateWindow::hp_ReceiveProgress(int bytesReceived, int totalBytes) {
+void updateWindow::hp_ReceiveProgress(HTTPSocket& sender, int bytesReceived, int totalBytes, const String&) {
     if (!target_ && bytesReceived > kLargestPage) {
         const Ref<updateWindow> keep(this);
-        hp->Close();
+        sender.Close();
         fail(kContentProblem);
         return;
     }
@@ -154,7 +158,8 @@ void updateWindow::hp_ReceiveProgress(int bytesReceived, int totalBytes) {
     ProgressBar1->Value(kb);
 }
 
-void updateWindow::hp_DownloadComplete(const String& url, const Ref<FolderItem>& file) {
+void updateWindow::hp_DownloadComplete(HTTPSocket&, const String& url, int, const Ref<InternetHeaders>&,
+                                       const Ref<FolderItem>& file) {
     const Ref<updateWindow> keep(this);
     const Ref<MessageDialog> question = New<MessageDialog>();
     question->Title("Download Complete!");
@@ -168,7 +173,7 @@ void updateWindow::hp_DownloadComplete(const String& url, const Ref<FolderItem>&
     Close();
 }
 
-void updateWindow::PushButton1_Action() {
+void updateWindow::PushButton1_Action(PushButton&) {
     hp->Close();
     Close();
 }
@@ -224,7 +229,7 @@ void updateWindow::download(const String& url) {
         if (target_) {
             hp->Get(url, target_);
         } else {
-            hp_Error(HTTPSocket::DownloadUnusable);
+            hp_Error(*hp, HTTPSocket::DownloadUnusable);
         }
     }
 }

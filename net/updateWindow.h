@@ -41,11 +41,13 @@ class updateWindow : public Window {
     static String extractURL(const String& page);
 
   private:
-    void hp_PageReceived(HTTPSocket& sender, const String& url, const String& content);
-    void hp_Error(int code);
-    void hp_ReceiveProgress(int bytesReceived, int totalBytes);
-    void hp_DownloadComplete(const String& url, const Ref<FolderItem>& file);
-    void PushButton1_Action();
+    void hp_PageReceived(HTTPSocket& sender, const String& url, int httpStatus, const Ref<InternetHeaders>& headers,
+                         const String& content);
+    void hp_Error(HTTPSocket& sender, int code);
+    void hp_ReceiveProgress(HTTPSocket& sender, int bytesReceived, int totalBytes, const String& newData);
+    void hp_DownloadComplete(HTTPSocket& sender, const String& url, int httpStatus, const Ref<InternetHeaders>& headers,
+                             const Ref<FolderItem>& file);
+    void PushButton1_Action(PushButton& sender);
 
     bool isCurrent(const String& version) const;
     void fail(const String& message);

@@ -6,10 +6,11 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <string>
 #include <string_view>
 #include <utility>
+
+#include "framework/core/System.h"
 
 namespace framework {
 
@@ -83,7 +84,7 @@ void BinaryStream::fail(int error) {
 }
 
 String BinaryStream::FailureReason() const {
-    return Failed() ? String(std::strerror(error_)) : String();
+    return Failed() ? System::FileErrorReason(error_) : String();
 }
 
 }  // namespace framework

@@ -4,19 +4,21 @@
 
 #include "framework/core/Descriptor.h"
 #include "framework/core/Object.h"
+#include "framework/core/Readable.h"
 #include "framework/core/String.h"
+#include "framework/core/Writeable.h"
 
 namespace framework {
 
 /// Reads and writes a file's bytes at a position that moves along and can be set. Nothing is buffered. The first read
 /// or write that fails is remembered.
-class BinaryStream : public Object {
+class BinaryStream : public Object, public Readable, public Writeable {
   public:
     explicit BinaryStream(Descriptor file);
 
     /// The next `count` bytes, fewer at the end.
-    String Read(int count, TextEncoding encoding = Encodings::Undefined);
-    void Write(const String& bytes);
+    String Read(int count, TextEncoding encoding = Encodings::Undefined) override;
+    void Write(const String& bytes) override;
 
     /// The file's size in bytes.
     std::uint64_t Length() const;

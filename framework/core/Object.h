@@ -3,8 +3,8 @@
 namespace framework {
 
 /// Root of all classes that are held by reference. Counts its references itself; the count is plain, since exactly one
-/// thread of the program runs at a time. Born with one reference, which New hands to the first Ref, so that an object may
-/// refer to itself while it is being built.
+/// thread of the program runs at a time. Born with one reference, which New hands to the first Ref, so that an object
+/// may refer to itself while it is being built.
 class Object {
   public:
     Object() = default;
@@ -18,8 +18,8 @@ class Object {
     }
 
   private:
-    /// Out of line, so that every use of a Ref stays small, and so that no compiler takes the end of one Ref for the end
-    /// of an object to which another one still refers.
+    /// Out of line, so that every use of a Ref stays small, and so that no compiler takes the end of one Ref for the
+    /// end of an object to which another one still refers.
     void destroy() const noexcept;
 
     mutable int references_ = 1;

@@ -4,14 +4,16 @@
 #include <memory>
 #include <string_view>
 
+#include "framework/core/Readable.h"
 #include "framework/core/SocketCore.h"
 #include "framework/core/String.h"
+#include "framework/core/Writeable.h"
 
 namespace framework {
 
 /// A connection by TCP to another machine, by its side that begins. What comes in waits to be read; when IncomingLimit
 /// is reached, the other side is held up until some of it was read.
-class TCPSocket : public SocketCore {
+class TCPSocket : public SocketCore, public Readable, public Writeable {
   public:
     /// What may wait to be read, in bytes: enough to keep a fast line busy, and little enough for a program that reads
     /// nothing.
@@ -33,7 +35,7 @@ class TCPSocket : public SocketCore {
     void Purge() override;
 
     /// Takes at most `count` bytes of what has come in.
-    String Read(int count, TextEncoding encoding = Encodings::Undefined);
+    String Read(int count, TextEncoding encoding = Encodings::Undefined) override;
     /// Takes all that has come in.
     String ReadAll(TextEncoding encoding = Encodings::Undefined);
     /// What has come in, which stays to be read.
@@ -41,7 +43,7 @@ class TCPSocket : public SocketCore {
     /// The same bytes without a copy. Good until the next event or the next call that reads.
     std::string_view LookaheadBytes() const;
     /// Sends the bytes, of any number, as fast as the other side takes them; while connecting, once that is done.
-    void Write(const String& bytes);
+    void Write(const String& bytes) override;
 
   private:
     class Connection;

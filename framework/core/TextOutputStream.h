@@ -6,6 +6,7 @@
 #include "framework/core/Object.h"
 #include "framework/core/Ref.h"
 #include "framework/core/String.h"
+#include "framework/core/Writeable.h"
 
 namespace framework {
 
@@ -14,7 +15,7 @@ class FolderItem;
 /// Writes a file as text, byte by byte as it is given. What is written waits in a buffer until that is full or the
 /// stream is closed. A write that fails is remembered, and all later ones are left out, so that it is enough to ask
 /// once, at the end. Dropping the last reference closes the stream.
-class TextOutputStream : public Object {
+class TextOutputStream : public Object, public Writeable {
   public:
     explicit TextOutputStream(Descriptor file);
     ~TextOutputStream() override;
@@ -24,7 +25,7 @@ class TextOutputStream : public Object {
     /// The same, and nobody but its owner may read or write the file, from before the first byte.
     static Ref<TextOutputStream> CreatePrivate(const Ref<FolderItem>& file);
 
-    void Write(const String& text);
+    void Write(const String& text) override;
     /// Writes the text and a line feed.
     void WriteLine(const String& text = {});
     /// Returns when all that was written is on the disk; False when something is not.
