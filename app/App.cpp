@@ -28,7 +28,8 @@ void App::Event_Open() {
         LoopYield();
     }
     // The preference is looked at in any case: that makes it one that the file remembers.
-    if (Preferences::prefs()->root->GetBoolean("autoupdate", true) && Configuration::kUpdateCheck) {
+    const bool wanted = Preferences::prefs()->root->GetBoolean("autoupdate", true);
+    if (wanted && Configuration::kUpdateCheck && !UpdateSite::Configured().Host.IsEmpty()) {
         const Ref<updateWindow> check = Global<updateWindow>();
         check->automaticCheck = true;
         check->ShowModal();
@@ -70,12 +71,22 @@ bool App::_HelpAboutMarrowbeck_Action() {
 }
 
 bool App::_OnlineHelp_Action() {
-    ShowURL(Configuration::kManualUrl);
+    if (String(Configuration::kManualUrl).IsEmpty()) {
+        const Ref<FolderItem> resources = _GetApplicationBundleResources();
+        if (resources) resources->Child("help.pdf")->Launch();
+    } else {
+        ShowURL(Configuration::kManualUrl);
+    }
     return true;
 }
 
 bool App::_HelpMarrowbeckWebsite_Action() {
-    ShowURL(UpdateSite::Configured().ProductUrl());
+    const UpdateSite site = UpdateSite::Configured();
+    if (site.Host.IsEmpty()) {
+        MsgBox("This copy of Marrowbeck was built without a website.");
+    } else {
+        ShowURL(site.ProductUrl());
+    }
     return true;
 }
 

@@ -6,7 +6,7 @@ namespace marrowbeck {
 
 /// The program's site, and its short links. The URLs of its pages are made here alone.
 struct UpdateSite {
-    /// Host, with its port if it has one, of the feed and the product page.
+    /// Host, with its port if it has one, of the feed and the product page; empty where the program has no site.
     String Host;
     /// Host of the short links that may stand in for URLs of downloads; empty for none.
     String ShortLinkHost;

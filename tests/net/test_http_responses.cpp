@@ -256,6 +256,6 @@ TEST(HTTPDownload, AFullDiskIsAnErrorAndLeavesNoHalfFile) {
     client->Get(server.Url(), item(folder.Path("full")));
     ASSERT_TRUE(client.Await());
     EXPECT_EQ(client->ErrorCode(), HTTPSocket::DownloadLost);
-    EXPECT_EQ(client->LossReason().Bytes(), "No space left on device");
+    EXPECT_EQ(client->LossReason().Bytes(), "the disk is full");
     EXPECT_TRUE(std::filesystem::exists("/dev/full"));
 }

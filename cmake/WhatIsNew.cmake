@@ -1,0 +1,20 @@
+# The entries of the current version in CHANGELOG.md, as lines of text and as items of a list in HTML.
+file(STRINGS ${PROJECT_SOURCE_DIR}/CHANGELOG.md lines ENCODING UTF-8)
+set_property(
+  DIRECTORY
+  APPEND
+  PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/CHANGELOG.md)
+set(current FALSE)
+set(what_is_new)
+set(what_is_new_items)
+foreach(line IN LISTS lines)
+  if(line MATCHES "^## (.*)")
+    string(COMPARE EQUAL "${CMAKE_MATCH_1}" "${PROJECT_VERSION}" current)
+  elseif(current AND line MATCHES "^- (.*)")
+    string(APPEND what_is_new "- ${CMAKE_MATCH_1}\n")
+    string(APPEND what_is_new_items "<li>${CMAKE_MATCH_1}</li>\n")
+  endif()
+endforeach()
+if(NOT what_is_new)
+  message(FATAL_ERROR "CHANGELOG.md says nothing of ${PROJECT_VERSION}")
+endif()
