@@ -123,6 +123,8 @@ void Window1::_CreateControls0() {
 
     totalnumber =
         label("totalnumber", 535, 7, 229, 20, kRightTop, 10, "Image Files", TextControl::AlignLeft, Colors::kWhite);
+    // In a narrow window neither counter is written over the preview or over its neighbour on the left.
+    totalnumber->LeastLeft(421);
     StaticText2 = label("StaticText2", 20, 452, 463, 20, kLeftBottom, 11,
                         "Drop a folder of images onto this window or use Open Folder button", TextControl::AlignLeft,
                         Colors::kWhite);
@@ -186,6 +188,8 @@ void Window1::_CreateControls0() {
     Subfoldercheckbox->Value(true);
 
     TotalLabel = label("TotalLabel", 535, 36, 229, 20, kRightTop, 26, "Total", TextControl::AlignLeft, Colors::kWhite);
+
+    TotalLabel->LeastLeft(530);
 
     UpdateCheckbox = Add<CheckBox>("UpdateCheckbox", 20, 472, 257, 20, kLeftBottom);
     UpdateCheckbox->TabIndex(27);

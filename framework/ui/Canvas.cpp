@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "framework/core/Dispatch.h"
+#include "framework/ui/LayoutScale.h"
 #include "framework/ui/NativePicture.h"
 
 namespace framework {
@@ -31,9 +32,12 @@ class Canvas::Area : public QWidget {
         QPainter painter(this);
         // What ClearRect erases with.
         painter.setBackground(palette().brush(backgroundRole()));
+        painter.scale(native::LayoutScale(), native::LayoutScale());
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
         if (alive->backdrop_) painter.drawImage(0, 0, native::ToQImage(alive->backdrop_));
-        framework::Graphics graphics(painter, width(), height());
+        framework::Graphics graphics(painter, alive->Width(), alive->Height());
         alive->OnPaint.Raise(graphics);
+        painter.resetTransform();
         if (alive->useFocusRing_ && hasFocus()) {
             QStyleOptionFocusRect ring;
             ring.initFrom(this);
@@ -44,7 +48,8 @@ class Canvas::Area : public QWidget {
     void mouseDoubleClickEvent(QMouseEvent* event) override {
         if (!canvas_ || event->button() != Qt::LeftButton) return;
         const Ref<Canvas> alive(canvas_);
-        alive->OnDoubleClick.Raise(event->position().toPoint().x(), event->position().toPoint().y());
+        const QPoint place = event->position().toPoint();
+        alive->OnDoubleClick.Raise(native::FromToolkit(place.x()), native::FromToolkit(place.y()));
     }
 
     bool focusNextPrevChild(bool next) override {

@@ -3,6 +3,7 @@
 #include <QFontMetrics>
 #include <QLabel>
 #include <QPainter>
+#include <QtMath>
 #include <algorithm>
 
 #include "framework/ui/Contrast.h"
@@ -13,8 +14,8 @@ namespace {
 
 constexpr int kPlateMargin = 6;
 constexpr int kLeastPlateMargin = 3;
-/// How far a line that is a little too long is condensed, in percent of its width, before it is cut short.
-constexpr int kCondensed = 85;
+/// How narrow a line that is a little too long gets before it is cut short.
+constexpr qreal kSqueezed = 0.85;
 constexpr qreal kPlateRadius = 4;
 
 /// Draws the text itself: Qt's label would neither cut it short nor lay a plate behind it.
@@ -37,26 +38,27 @@ class LabelWidget : public QLabel {
         const int margin = plate ? std::clamp(spare / 2, kLeastPlateMargin, kPlateMargin) : 0;
         const QRect area = rect().adjusted(margin, 0, -margin, 0);
 
-        const QString shown = oneLine ? fitLine(painter, area.width()) : text();
+        // A line that is a little too long is drawn narrower: not every font has a narrower form.
+        const int needed = oneLine ? fontMetrics().horizontalAdvance(text()) : 0;
+        const qreal squeeze = needed > area.width() ? std::max(kSqueezed, qreal(area.width()) / needed) : 1.0;
+        const int room = std::max(qCeil(area.width() / squeeze), squeeze > kSqueezed ? needed : 0);
+        const bool fits = !oneLine || needed <= room;
+        const QString shown = fits ? text() : fontMetrics().elidedText(text(), Qt::ElideRight, room);
         const int flags = static_cast<int>(alignment()) | Qt::TextExpandTabs | (wordWrap() ? Qt::TextWordWrap : 0);
-        if (plate) paintPlate(painter, native::ToQt(*plate), painter.boundingRect(area, flags, shown), margin);
+        painter.translate(area.left(), 0);
+        painter.scale(squeeze, 1);
+        const QRect squeezed(0, area.top(), room, area.height());
+        if (plate) {
+            const int outside = qCeil(margin / squeeze);
+            paintPlate(painter, native::ToQt(*plate),
+                       painter.boundingRect(squeezed, flags, shown).adjusted(-outside, -1, outside, 1));
+        }
         painter.setPen(isEnabled() ? ink : palette().color(QPalette::Disabled, QPalette::WindowText));
-        painter.drawText(area, flags, shown);
+        painter.drawText(squeezed, flags, shown);
     }
 
   private:
-    /// The text as far as it goes into `room`, and the painter's font so that more of it does.
-    QString fitLine(QPainter& painter, int room) const {
-        const int needed = fontMetrics().horizontalAdvance(text());
-        if (needed <= room) return text();
-        QFont condensed = font();
-        condensed.setStretch(std::max(kCondensed, 100 * room / needed));
-        painter.setFont(condensed);
-        return painter.fontMetrics().elidedText(text(), Qt::ElideRight, room);
-    }
-
-    void paintPlate(QPainter& painter, const QColor& color, const QRect& text, int margin) const {
-        const QRect plate = text.adjusted(-margin, -1, margin, 1) & rect();
+    void paintPlate(QPainter& painter, const QColor& color, const QRect& plate) const {
         painter.setRenderHint(QPainter::Antialiasing);
         QLinearGradient shine(plate.topLeft(), plate.bottomLeft());
         shine.setColorAt(0, color.lighter(106));

@@ -5,9 +5,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "framework/ui/LayoutScale.h"
 #include "framework/ui/Native.h"
 
 namespace framework {
+
+using native::ToToolkit;
 
 /// The widget, and the knowledge of whether it still lives. A control may go in the middle of an event of its own
 /// widget, so the widget goes at the event loop's next turn.
@@ -67,7 +70,7 @@ void RectControl::Refresh(bool) {
 }
 
 int RectControl::Left() const {
-    return Native()->x();
+    return native::FromToolkit(Native()->x());
 }
 
 void RectControl::Left(int left) {
@@ -75,7 +78,7 @@ void RectControl::Left(int left) {
 }
 
 int RectControl::Top() const {
-    return Native()->y();
+    return native::FromToolkit(Native()->y());
 }
 
 void RectControl::Top(int top) {
@@ -83,7 +86,7 @@ void RectControl::Top(int top) {
 }
 
 int RectControl::Width() const {
-    return Native()->width();
+    return native::FromToolkit(Native()->width());
 }
 
 void RectControl::Width(int width) {
@@ -91,7 +94,7 @@ void RectControl::Width(int width) {
 }
 
 int RectControl::Height() const {
-    return Native()->height();
+    return native::FromToolkit(Native()->height());
 }
 
 void RectControl::Height(int height) {
@@ -100,8 +103,9 @@ void RectControl::Height(int height) {
 
 void RectControl::Place(int left, int top, int width, int height) {
     const QWidget* content = Native()->parentWidget();
-    placement_ = {left, top, width, height, content ? content->width() : 0, content ? content->height() : 0};
-    Native()->setGeometry(left, top, width, height);
+    const QSize size = content ? content->size() : QSize(0, 0);
+    placement_ = {ToToolkit(left), ToToolkit(top), ToToolkit(width), ToToolkit(height), size.width(), size.height()};
+    Native()->setGeometry(placement_.Left, placement_.Top, placement_.Width, placement_.Height);
 }
 
 void RectControl::Follow(int contentWidth, int contentHeight) {
@@ -109,8 +113,12 @@ void RectControl::Follow(int contentWidth, int contentHeight) {
         if (!lockEnd) return std::pair(start, extent);
         return lockStart ? std::pair(start, std::max(0, extent + growth)) : std::pair(start + growth, extent);
     };
-    const auto [left, width] =
+    auto [left, width] =
         follow(placement_.Left, placement_.Width, contentWidth - placement_.ContentWidth, locks_.Left, locks_.Right);
+    if (const int least = ToToolkit(leastLeft_); left < least) {
+        width = std::max(0, width - (least - left));
+        left = least;
+    }
     const auto [top, height] =
         follow(placement_.Top, placement_.Height, contentHeight - placement_.ContentHeight, locks_.Top, locks_.Bottom);
     Native()->setGeometry(left, top, width, height);

@@ -21,7 +21,8 @@ struct Locks {
     constexpr bool operator==(const Locks&) const = default;
 };
 
-/// Base of every control that shows itself. Places are in pixels from the top left corner of the window's content.
+/// Base of every control that shows itself. Places are in pixels from the top left corner of the window's content, as
+/// they are with a desktop font of 10 points; with a larger one they are larger on the screen.
 /// Main thread or a background thread at its turn; never from another process thread.
 class RectControl : public Object {
   public:
@@ -57,6 +58,10 @@ class RectControl : public Object {
     /// place follows from that one alone, so that no number of resizes makes the control drift. For the window.
     void Follow(int contentWidth, int contentHeight);
 
+    /// In a narrow window, a control that follows the right edge gives way no further to the left than this, and gets
+    /// narrower from there on.
+    void LeastLeft(int left) { leastLeft_ = left; }
+
     const Locks& GetLocks() const { return locks_; }
     void SetLocks(const Locks& locks) { locks_ = locks; }
 
@@ -87,7 +92,7 @@ class RectControl : public Object {
 
   private:
     class Handle;
-    /// Where the control was placed, and how large the window's content was then.
+    /// Where the control was placed, and how large the window's content was then, in the toolkit's pixels.
     struct Placement {
         int Left = 0;
         int Top = 0;
@@ -102,6 +107,7 @@ class RectControl : public Object {
     Locks locks_;
     String helpTag_;
     String accessibleName_;
+    int leastLeft_ = -32768;
     int index_ = kAlone;
     int tabIndex_ = 0;
 };

@@ -8,6 +8,7 @@
 
 #include "framework/core/Exceptions.h"
 #include "framework/ui/AccessibleRole.h"
+#include "framework/ui/LayoutScale.h"
 #include "framework/ui/Native.h"
 
 namespace framework {
@@ -37,7 +38,7 @@ class SegmentedControl::Segment : public QAbstractButton {
     bool First = false;
     bool Last = false;
 
-    int WidthOfTitle() const { return fontMetrics().horizontalAdvance(text()) + 2 * kTitleMargin; }
+    int WidthOfTitle() const { return fontMetrics().horizontalAdvance(text()) + 2 * native::ToToolkit(kTitleMargin); }
 
   protected:
     // What is selected is for the control to say.
@@ -108,7 +109,7 @@ class SegmentedControl::Row : public QWidget, public native::AccessibleRole {
 
     /// The width that segment `index` asks for.
     int WantedWidth(std::size_t index) const {
-        return std::max(owner_.items_[index]->Width(), Segments[index]->WidthOfTitle());
+        return std::max(native::ToToolkit(owner_.items_[index]->Width()), Segments[index]->WidthOfTitle());
     }
 
     /// Brings the segments in step with the items, and shares out the width.
@@ -191,7 +192,7 @@ void SegmentedControl::SizeToFit() {
     update();
     int width = 0;
     for (std::size_t i = 0; i < items_.size(); ++i) width += row().WantedWidth(i);
-    Width(width);
+    Width(native::FromToolkit(width));
     update();
 }
 

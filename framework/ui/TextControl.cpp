@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <algorithm>
 
+#include "framework/ui/LayoutScale.h"
 #include "framework/ui/Native.h"
 
 namespace framework {
@@ -36,7 +37,7 @@ void TextControl::Underline(bool underline) {
 void TextControl::applyFont() {
     QFont font;
     if (textFont_ != "System" && !textFont_.IsEmpty()) font.setFamily(native::ToQt(textFont_));
-    if (textSize_ > 0) font.setPixelSize(textSize_);
+    if (textSize_ > 0) font.setPixelSize(native::ToToolkit(textSize_));
     // Only what differs is set, so that the rest goes on following the desktop.
     if (bold_) font.setBold(true);
     if (italic_) font.setItalic(true);

@@ -5,6 +5,7 @@
 #include <QToolButton>
 
 #include "framework/core/Exceptions.h"
+#include "framework/ui/LayoutScale.h"
 #include "framework/ui/Native.h"
 
 namespace framework {
@@ -17,7 +18,7 @@ class BarWidget : public QToolBar {
   public:
     BarWidget() {
         setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-        setIconSize(QSize(kIconSize, kIconSize));
+        setIconSize(QSize(native::ToToolkit(kIconSize), native::ToToolkit(kIconSize)));
         setContextMenuPolicy(Qt::PreventContextMenu);
     }
 

@@ -9,6 +9,7 @@
 #include "framework/core/Dispatch.h"
 #include "framework/core/Waiting.h"
 #include "framework/ui/DisplayLoss.h"
+#include "framework/ui/LayoutScale.h"
 #include "framework/ui/Native.h"
 #include "framework/ui/Toolbar.h"
 #include "framework/ui/WindowFrame.h"
@@ -137,19 +138,19 @@ void Window::Top(int top) {
 }
 
 int Window::Width() const {
-    return frame_->Bounds().width();
+    return native::FromToolkit(frame_->Bounds().width());
 }
 
 void Window::Width(int width) {
-    frame_->ResizeContent(QSize(width, Height()));
+    frame_->ResizeContent(QSize(native::ToToolkit(width), frame_->Bounds().height()));
 }
 
 int Window::Height() const {
-    return frame_->Bounds().height();
+    return native::FromToolkit(frame_->Bounds().height());
 }
 
 void Window::Height(int height) {
-    frame_->ResizeContent(QSize(Width(), height));
+    frame_->ResizeContent(QSize(frame_->Bounds().width(), native::ToToolkit(height)));
 }
 
 void Window::MinWidth(int width) {
@@ -268,10 +269,13 @@ void Window::Add(const Ref<RectControl>& control) {
         return;
     }
     const bool hidden = widget->testAttribute(Qt::WA_WState_ExplicitShowHide) && widget->isHidden();
-    const QRect place = widget->geometry();
+    const int left = control->Left();
+    const int top = control->Top();
+    const int width = control->Width();
+    const int height = control->Height();
     widget->setParent(&frame_->Content());
     // Its place counts in the content as large as it is now.
-    control->Place(place.x(), place.y(), place.width(), place.height());
+    control->Place(left, top, width, height);
     if (!hidden) widget->show();
     if (realized_) orderTabs();
 }

@@ -73,8 +73,8 @@ class Window : public Object {
     void Left(int left);
     int Top() const;
     void Top(int top);
-    /// The size of the content, in pixels: what lies below the menu bar and the toolbar. Of a window that is maximised
-    /// or fills the screen, the size that it goes back to.
+    /// The size of the content, in pixels as of controls' places: what lies below the menu bar and the toolbar. Of a
+    /// window that is maximised or fills the screen, the size that it goes back to.
     int Width() const;
     void Width(int width);
     int Height() const;

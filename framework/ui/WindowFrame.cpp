@@ -14,6 +14,7 @@
 #include "framework/core/Application.h"
 #include "framework/core/Dispatch.h"
 #include "framework/ui/DragItem.h"
+#include "framework/ui/LayoutScale.h"
 #include "framework/ui/MenuBar.h"
 #include "framework/ui/Native.h"
 #include "framework/ui/PushButton.h"
@@ -39,7 +40,7 @@ Ref<DragItem> itemOf(const QMimeData& data) {
 
 WindowFrame::WindowFrame(Window& window) : window_(&window), content_(new QWidget(this)) {
     AnnounceRoles();
-    content_->resize(600, 400);
+    content_->resize(ToToolkit(600), ToToolkit(400));
     QObject::connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
         if (now && content_->isAncestorOf(now)) lastFocus_ = now;
     });
@@ -74,8 +75,8 @@ void WindowFrame::arrange() {
 }
 
 void WindowFrame::ResizeContent(QSize size) {
-    const QSize least(window_->MinWidth(), window_->MinHeight());
-    const QSize most(window_->MaxWidth(), window_->MaxHeight());
+    const QSize least(ToToolkit(window_->MinWidth()), ToToolkit(window_->MinHeight()));
+    const QSize most(ToToolkit(window_->MaxWidth()), ToToolkit(window_->MaxHeight()));
     const QSize bars(0, barsHeight());
     size = size.boundedTo(most).expandedTo(least);
     const bool free = window_->Resizeable();
