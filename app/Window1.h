@@ -122,6 +122,7 @@ class Window1 : public Window {
   private:
     void _CreateControls0();
     void bindEvents();
+    void pressTool(const Ref<ToolButton>& tool);
 
     void ShowColumns();
     void RestoreState();

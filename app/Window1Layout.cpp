@@ -130,6 +130,7 @@ void Window1::_CreateControls0() {
                         Colors::kWhite);
 
     MyToolbar = Add<Toolbar1>("MyToolbar", 0, 520, 600, 59);
+    MyToolbar->AccessibleName("Tools");
 
     SegmentedControl1 = Add<SegmentedControl>("SegmentedControl1", 5, 39, 152, 24, kLeftTop);
     SegmentedControl1->TabIndex(12);
@@ -204,6 +205,10 @@ void Window1::_CreateControls0() {
     bindEvents();
 }
 
+void Window1::pressTool(const Ref<ToolButton>& tool) {
+    if (tool->Enabled()) MyToolbar_Action(*MyToolbar, tool);
+}
+
 void Window1::bindEvents() {
     Listbox1->OnCellBackgroundPaint = [this](Graphics& g, int row, int column) {
         return Listbox1_CellBackgroundPaint(g, row, column);
@@ -233,6 +238,10 @@ void Window1::bindEvents() {
     PicturescaleThread1->OnRun = [this] { PicturescaleThread1_Run(*PicturescaleThread1); };
     PreviewTimer->OnAction = [this](Timer& sender) { PreviewTimer_Action(sender); };
     selectRowTimer->OnAction = [this](Timer& sender) { selectRowTimer_Action(sender); };
+    // What these keys do in programs that show what is in a folder.
+    AddShortcut("Cmd+O", [this] { ChooseBtn_Action(*ChooseBtn); });
+    AddShortcut("F5", [this] { pressTool(MyToolbar->RefreshTB); });
+    AddShortcut("Escape", [this] { pressTool(MyToolbar->StopTB); });
 }
 
 }  // namespace marrowbeck

@@ -42,6 +42,7 @@ void Window1::Listbox1_Change() {
         DataLabel->Text("");
         Canvas1->Backdrop(Nil);
         pic = Nil;
+        Canvas1->AccessibleName("Preview");
         Canvas1->Graphics().ClearRect(0, 0, Width(), Height());
     } else if (!sortclicked && !IsContextualClick()) {
         PreviewTimer->Period(kPreviewDelay);

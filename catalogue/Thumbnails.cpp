@@ -16,6 +16,7 @@ constexpr double kCentre = 120.0;
 void Window1::ShowThumbnail() {
     if (PicturescaleThread1->State() != Thread::NotRunning) return;
     pic = Nil;
+    Canvas1->AccessibleName("Preview");
     PicturescaleThread1->Run();
 }
 
@@ -32,6 +33,7 @@ void Window1::PicturescaleThread1_Run(PicturescaleThread&) {
         const Ref<Picture> copy = NewPicture(thumbnail->Width(), thumbnail->Height(), kPictureDepth);
         copy->Graphics().DrawPicture(thumbnail, 0, 0);
         pic = copy;
+        Canvas1->AccessibleName("Preview of " + file->DisplayName());
     }
     Canvas1->Backdrop(Nil);
     Canvas1->Refresh(true);

@@ -8,17 +8,19 @@
 #include <utility>
 
 #include "framework/core/Dispatch.h"
+#include "framework/ui/AccessibleRole.h"
 #include "framework/ui/LayoutScale.h"
 #include "framework/ui/NativePicture.h"
 
 namespace framework {
 
 /// The widget of a canvas. It may outlive the canvas in its window, and then shows nothing.
-class Canvas::Area : public QWidget {
+class Canvas::Area : public QWidget, public native::AccessibleRole {
   public:
     explicit Area(Canvas& canvas) : canvas_(&canvas) { setFocusPolicy(Qt::NoFocus); }
 
     void Forget() { canvas_ = nullptr; }
+    QAccessible::Role Role() const override { return QAccessible::Graphic; }
     void SetFocusPolicyBit(Qt::FocusPolicy bit, bool on) {
         const int others = focusPolicy() & ~bit;
         setFocusPolicy(static_cast<Qt::FocusPolicy>(on ? others | bit : others));

@@ -5,7 +5,6 @@
 #include <QKeySequence>
 #include <QMenu>
 #include <QPointer>
-#include <QStringList>
 #include <optional>
 #include <string_view>
 
@@ -13,6 +12,7 @@
 #include "framework/core/Dispatch.h"
 #include "framework/core/Exceptions.h"
 #include "framework/ui/EditTarget.h"
+#include "framework/ui/KeySequence.h"
 #include "framework/ui/Native.h"
 #include "framework/ui/WindowFrame.h"
 
@@ -43,18 +43,6 @@ EditTarget* editTarget() {
     return frame ? frame->FocusedEditTarget() : nullptr;
 }
 
-QKeySequence keysOf(const String& shortcut) {
-    QStringList parts = native::ToQt(shortcut).split(QLatin1Char('+'), Qt::SkipEmptyParts);
-    for (QString& part : parts) {
-        part = part.trimmed();
-        if (part.compare(QLatin1String("Cmd"), Qt::CaseInsensitive) == 0) part = QStringLiteral("Ctrl");
-        if (part.compare(QLatin1String("Option"), Qt::CaseInsensitive) == 0) part = QStringLiteral("Alt");
-    }
-    if (parts.size() == 1 && parts.front().size() == 1) parts.prepend(QStringLiteral("Ctrl"));
-    parts.removeDuplicates();
-    return QKeySequence(parts.join(QLatin1Char('+')), QKeySequence::PortableText);
-}
-
 }  // namespace
 
 /// The toolkit's action and, for an item with items below it, its menu; one for all the windows that show it.
@@ -81,7 +69,7 @@ void MenuItem::Text(const String& text) {
 
 void MenuItem::KeyboardShortcut(const String& keys) {
     shortcut_ = keys;
-    action_->setShortcut(keysOf(keys));
+    action_->setShortcut(native::KeysOf(keys));
 }
 
 void MenuItem::AutoEnable(bool autoEnable) {

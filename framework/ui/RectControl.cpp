@@ -116,8 +116,8 @@ void RectControl::Follow(int contentWidth, int contentHeight) {
     auto [left, width] =
         follow(placement_.Left, placement_.Width, contentWidth - placement_.ContentWidth, locks_.Left, locks_.Right);
     if (const int least = ToToolkit(leastLeft_); left < least) {
-        width = std::max(0, width - (least - left));
         left = least;
+        width = std::clamp(contentWidth - least, 0, width);
     }
     const auto [top, height] =
         follow(placement_.Top, placement_.Height, contentHeight - placement_.ContentHeight, locks_.Top, locks_.Bottom);
@@ -148,7 +148,6 @@ void RectControl::UpdateAccessibleName() {
     if (name.IsEmpty()) name = OwnText();
     const bool saysHelpTag = name.IsEmpty();
     if (name.IsEmpty()) name = helpTag_;
-    if (name.IsEmpty()) name = Name();
     Native()->setAccessibleName(native::ToQt(name));
     Native()->setAccessibleDescription(saysHelpTag ? QString() : native::ToQt(helpTag_));
 }

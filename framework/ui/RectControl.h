@@ -58,8 +58,8 @@ class RectControl : public Object {
     /// place follows from that one alone, so that no number of resizes makes the control drift. For the window.
     void Follow(int contentWidth, int contentHeight);
 
-    /// In a narrow window, a control that follows the right edge gives way no further to the left than this, and gets
-    /// narrower from there on.
+    /// In a narrow window, a control that follows the right edge gives way no further to the left than this, and ends
+    /// at the edge of the window.
     void LeastLeft(int left) { leastLeft_ = left; }
 
     const Locks& GetLocks() const { return locks_; }
@@ -69,8 +69,7 @@ class RectControl : public Object {
     String HelpTag() const;
     void HelpTag(const String& text);
 
-    /// What a screen reader calls the control. Without one, the first that is not empty of the text on the control, its
-    /// help tag and its name.
+    /// What a screen reader calls the control. Without one, the text on the control, or else its help tag.
     String AccessibleName() const;
     void AccessibleName(const String& name);
 

@@ -1,9 +1,9 @@
 #include "framework/ui/SegmentedControl.h"
 
-#include <QAbstractButton>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QRadioButton>
 #include <algorithm>
 
 #include "framework/core/Exceptions.h"
@@ -27,11 +27,11 @@ bool isBackwards(int key) {
 
 }  // namespace
 
-/// One segment on the screen, a button that can be checked.
-class SegmentedControl::Segment : public QAbstractButton {
+/// One segment on the screen; to a screen reader, a radio button.
+class SegmentedControl::Segment : public QRadioButton {
   public:
-    explicit Segment(QWidget* parent) : QAbstractButton(parent) {
-        setCheckable(true);
+    explicit Segment(QWidget* parent) : QRadioButton(parent) {
+        setAutoExclusive(false);
         setAttribute(Qt::WA_Hover);
     }
 
@@ -43,12 +43,13 @@ class SegmentedControl::Segment : public QAbstractButton {
   protected:
     // What is selected is for the control to say.
     void nextCheckState() override {}
+    bool hitButton(const QPoint& place) const override { return rect().contains(place); }
 
     void keyPressEvent(QKeyEvent* event) override {
         if (isForwards(event->key()) || isBackwards(event->key())) {
             event->ignore();  // the row's
         } else {
-            QAbstractButton::keyPressEvent(event);
+            QRadioButton::keyPressEvent(event);
         }
     }
 
@@ -101,7 +102,7 @@ class SegmentedControl::Row : public QWidget, public native::AccessibleRole {
         const int index = static_cast<int>(Segments.size());
         auto* const segment = new Segment(this);
         segment->setObjectName(QStringLiteral("Segment%1").arg(index));
-        QObject::connect(segment, &QAbstractButton::clicked, this, [this, index] { owner_.press(index); });
+        QObject::connect(segment, &QRadioButton::clicked, this, [this, index] { owner_.press(index); });
         Segments.push_back(segment);
         segment->show();
         moveStop(Segments.front());
@@ -124,6 +125,7 @@ class SegmentedControl::Row : public QWidget, public native::AccessibleRole {
             Segments[i]->Last = i + 1 == Segments.size();
             total += WantedWidth(i);
         }
+        enterAtChosen();
         int wanted = 0;
         for (std::size_t i = 0; i < Segments.size(); ++i) {
             const int left = width() * wanted / total;
@@ -157,6 +159,15 @@ class SegmentedControl::Row : public QWidget, public native::AccessibleRole {
     }
 
   private:
+    /// The Tab key finds the segment that is chosen, unless the focus stands somewhere in the row.
+    void enterAtChosen() {
+        const auto chosen =
+            std::find_if(Segments.begin(), Segments.end(), [](const Segment* segment) { return segment->isChecked(); });
+        const bool inside =
+            std::any_of(Segments.begin(), Segments.end(), [](const Segment* segment) { return segment->hasFocus(); });
+        if (chosen != Segments.end() && !inside) moveStop(*chosen);
+    }
+
     /// Makes one segment the place at which the Tab key stops.
     void moveStop(Segment* stop) {
         for (Segment* segment : Segments) segment->setFocusPolicy(segment == stop ? Qt::StrongFocus : Qt::ClickFocus);

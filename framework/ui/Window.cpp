@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QScreen>
+#include <QShortcut>
 #include <algorithm>
 #include <utility>
 
@@ -9,6 +10,7 @@
 #include "framework/core/Dispatch.h"
 #include "framework/core/Waiting.h"
 #include "framework/ui/DisplayLoss.h"
+#include "framework/ui/KeySequence.h"
 #include "framework/ui/LayoutScale.h"
 #include "framework/ui/Native.h"
 #include "framework/ui/Toolbar.h"
@@ -259,6 +261,15 @@ void Window::MouseCursor(Cursor cursor) {
 
 void Window::AcceptFileDrop(const String&) {
     frame_->setAcceptDrops(true);
+}
+
+void Window::AddShortcut(const String& keys, const std::function<void()>& act) {
+    auto* const shortcut = new QShortcut(native::KeysOf(keys), frame_);
+    shortcut->setAutoRepeat(false);
+    QObject::connect(shortcut, &QShortcut::activated, frame_, [this, act] {
+        const Ref<Window> alive(this);
+        Dispatch(act);
+    });
 }
 
 void Window::Add(const Ref<RectControl>& control) {

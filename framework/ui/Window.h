@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -135,6 +136,10 @@ class Window : public Object {
     /// Lets files and folders of the registered type be dropped anywhere on the window. Which of them it has a use for
     /// is for Event_DropObject to say, so that it can tell the person; so one type opens the window for all.
     void AcceptFileDrop(const String& typeName);
+
+    /// Has keys such as "Cmd+O", "F5" or "Escape" do something wherever in the window the focus is. They are written as
+    /// those of a menu item.
+    void AddShortcut(const String& keys, const std::function<void()>& act);
 
     // Controls.
 

@@ -5,6 +5,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPainter>
+#include <QShortcut>
 #include <QTimer>
 #include <QTimerEvent>
 #include <QWindow>
@@ -122,12 +123,23 @@ void WindowFrame::ApplyMenuBar() {
     const Ref<MenuBar> menus = application ? As<MenuBar>(application->MenuBar()) : Ref<MenuBar>();
     const bool wanted = menus && window_->MenuBarVisible() && window_->Frame() != Window::FrameMovableModal;
     if (wanted) {
-        if (!menuBar_) menuBar_ = new QMenuBar(this);
+        if (!menuBar_) makeMenuBar();
         menus->ShowIn(*menuBar_);
         ApplyColors();
     }
     if (menuBar_) menuBar_->setHidden(!wanted);
     ApplyLimits();
+}
+
+void WindowFrame::makeMenuBar() {
+    menuBar_ = new QMenuBar(this);
+    // The key that opens the menus on most desktops, which the toolkit leaves out.
+    auto* const open = new QShortcut(Qt::Key_F10, this);
+    QObject::connect(open, &QShortcut::activated, menuBar_, [this] {
+        if (menuBar_->actions().isEmpty()) return;
+        menuBar_->setFocus(Qt::MenuBarFocusReason);
+        menuBar_->setActiveAction(menuBar_->actions().first());
+    });
 }
 
 void WindowFrame::SetToolbar(QWidget* toolbar) {

@@ -8,6 +8,7 @@
 
 #include "framework/ui/AccessibleRole.h"
 #include "framework/ui/EditTarget.h"
+#include "framework/ui/FocusKeeper.h"
 #include "framework/ui/NormalBounds.h"
 #include "framework/ui/Window.h"
 
@@ -70,6 +71,7 @@ class WindowFrame : public QWidget, public AccessibleRole {
     int menuBarHeight() const;
     int barsHeight() const;
     void arrange();
+    void makeMenuBar();
     bool putOffPainting();
     bool push(bool (*isIt)(const PushButton& button));
 
@@ -79,6 +81,7 @@ class WindowFrame : public QWidget, public AccessibleRole {
     QPointer<QWidget> toolbar_;
     QPointer<QWidget> lastFocus_;
     NormalBounds normal_{*this};
+    FocusKeeper focus_{*this};
     int arrangedBars_ = 0;
     QElapsedTimer sincePainted_;
     /// Runs while painting is put off.

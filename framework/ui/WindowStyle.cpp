@@ -41,6 +41,11 @@ void WindowStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
 
 void WindowStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                               const QWidget* widget) const {
+    if (element == CE_PushButton || element == CE_ToolButtonLabel) {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        if (option->state & State_HasFocus) drawFocusFrame(*option, *painter);
+        return;
+    }
     const auto* const header = qstyleoption_cast<const QStyleOptionHeader*>(option);
     if (element != CE_Header || !header || header->sortIndicator == QStyleOptionHeader::None) {
         QProxyStyle::drawControl(element, option, painter, widget);
@@ -64,6 +69,18 @@ void WindowStyle::drawControl(ControlElement element, const QStyleOption* option
     painter->setBrush(header->palette.color(QPalette::ButtonText));
     painter->drawPolygon(QPolygonF{base - QPointF(kHalfWidth, 0), tip, base + QPointF(kHalfWidth, 0)});
     painter->restore();
+}
+
+/// Within the edge of a button. The style itself draws the one that has the focus like the default one.
+void WindowStyle::drawFocusFrame(const QStyleOption& option, QPainter& painter) {
+    constexpr qreal kInset = 3.5;
+    constexpr qreal kRadius = 2;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(option.palette.color(QPalette::ButtonText), 1, Qt::DotLine));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(option.rect).adjusted(kInset, kInset, -kInset, -kInset), kRadius, kRadius);
+    painter.restore();
 }
 
 int WindowStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

@@ -13,11 +13,15 @@ class WindowStyle : public QProxyStyle {
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
-    /// The arrow of a sorted column is small enough for the margin beside the heading, and so covers none of it.
+    /// The arrow of a sorted column is small enough for the margin beside the heading, and so covers none of it. A
+    /// button that has the focus shows it by a frame.
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* data) const override;
+
+  private:
+    static void drawFocusFrame(const QStyleOption& option, QPainter& painter);
 };
 
 }  // namespace framework::native

@@ -1,8 +1,11 @@
 #include <gmock/gmock.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMenuBar>
 #include <QMessageBox>
+#include <QTest>
 
 #include "app/AboutWindow.h"
 #include "app/Colors.h"
@@ -199,6 +202,50 @@ TEST_F(WindowLife, ClosingSavesWhatIsOnShow) {
     expectSaved(number("sortdirection", -1));
     expectSaved(text("columnwidths", "101,51,52,53,54,55,56,57,58,59,60"));
     expectSaved(text("lastfolder", "a&lt;b & c"));
+}
+
+void expectNames(QAccessibleInterface* node, int& stops) {
+    const bool isStop = node->state().focusable && !node->state().invisible;
+    stops += isStop ? 1 : 0;
+    EXPECT_FALSE(isStop && node->text(QAccessible::Name).isEmpty()) << node->object()->objectName().toStdString();
+    if (node->role() == QAccessible::Table) return;
+    for (int i = 0; i < node->childCount(); ++i) expectNames(node->child(i), stops);
+}
+
+TEST_F(WindowLife, WhateverTakesTheKeysHasAName) {
+    start("");
+    int stops = 0;
+    expectNames(QAccessible::queryAccessibleInterface(window->Native()), stops);
+    EXPECT_GE(stops, 12);
+}
+
+TEST_F(WindowLife, KeysReloadStopAndOpenTheMenus) {
+    start("");
+    searchWith("sleep 100");
+    const auto runs = [this] { return window->SizeThread1->State() != Thread::NotRunning; };
+    ASSERT_TRUE(RunUntil([this] { return window->MyToolbar->StopTB->Enabled(); }));
+    window->Native()->activateWindow();
+    QTest::keyClick(window->Native(), Qt::Key_Escape);
+    EXPECT_FALSE(runs());
+    QTest::keyClick(window->Native(), Qt::Key_F5);
+    EXPECT_TRUE(runs());
+    QTest::keyClick(window->Native(), Qt::Key_F10);
+    auto* const menus = window->Native()->findChild<QMenuBar*>();
+    EXPECT_TRUE(menus->activeAction());
+}
+
+TEST_F(WindowLife, AFilterByKeyboardLeavesTheFocusWhereItWas) {
+    start("");
+    searchWith("exit 0");
+    ASSERT_TRUE(RunUntil([this] { return window->SizeThread1->State() == Thread::NotRunning; }));
+    messages.clear();
+    window->Native()->activateWindow();
+    QWidget* const segment = window->SegmentedControl1->Native()->focusProxy();
+    segment->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(segment, Qt::Key_Space);
+    ASSERT_TRUE(RunUntil([segment] { return !segment->isEnabled(); }));
+    ASSERT_TRUE(RunUntil([segment] { return segment->isEnabled(); }));
+    EXPECT_EQ(window->Native()->focusWidget(), segment);
 }
 
 TEST_F(WindowLife, ClosingWhileASearchRunsSavesAndEnds) {
