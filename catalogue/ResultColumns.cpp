@@ -7,7 +7,9 @@ void Window1::ShowColumns() {
     Listbox1->ColumnCount(RowRecord::kColumnCount);
     Listbox1->HasHeading(true);
     for (int column = 0; column < RowRecord::kColumnCount; ++column) {
-        Listbox1->Heading(column, RowRecord::kHeadings[static_cast<std::size_t>(column)]);
+        const auto index = static_cast<std::size_t>(column);
+        Listbox1->Heading(column, RowRecord::kHeadings[index]);
+        Listbox1->ColumnUsualText(column, RowRecord::kUsualTexts[index]);
     }
 }
 

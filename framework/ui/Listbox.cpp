@@ -6,6 +6,7 @@
 
 #include "framework/core/Exceptions.h"
 #include "framework/ui/ListboxView.h"
+#include "framework/ui/Native.h"
 
 namespace framework {
 
@@ -146,6 +147,11 @@ String Listbox::Heading(int column) const {
 void Listbox::Heading(int column, const String& text) {
     view().Model().Heading(column, text);
     view().Columns().Fit();
+}
+
+void Listbox::ColumnUsualText(int column, const String& text) {
+    if (column < 0 || column >= ColumnCount()) throw OutOfBoundsException();
+    view().Columns().UsualText(column, native::ToQt(text));
 }
 
 String Listbox::ColumnWidths() const {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <numeric>
 #include <optional>
 #include <string>
 #include <system_error>
@@ -17,12 +18,15 @@ constexpr int kNarrowest = 24;
 constexpr int kWidest = 5000;
 /// What a heading has on both sides of its text by default, together; the arrow of the sort column stands in one.
 constexpr int kHeadingMargins = 13;
-constexpr int kNarrowestDefault = 52;
-/// Bounds of the first column's default width: a name of usual length is to be read, and the other columns seen.
-constexpr int kNarrowestFirst = 110;
-constexpr int kWidestFirst = 190;
-/// How much wider than their headings the others become where there is room.
-constexpr int kMostSpare = 50;
+/// The same for a cell, in which the grid's line stands too.
+constexpr int kCellMargins = 9;
+/// The least that a column of texts of no usual length gets, as so many letters; more in the first one, where the names
+/// stand by which a person knows the rows.
+constexpr int kFewLetters = 6;
+constexpr int kLettersOfNames = 13;
+/// How many shares of the room that is left the first column gets, where the names stand; the others of its kind get
+/// one.
+constexpr int kSharesOfNames = 3;
 
 std::size_t at(int index) {
     return static_cast<std::size_t>(index);
@@ -70,6 +74,7 @@ void ListboxColumns::CountChanged() {
     const int columns = header_.count();
     wanted_.resize(at(columns), kDefault);
     directions_.resize(at(columns), 0);
+    usual_.resize(at(columns));
     if (!has(headingIndex_)) headingIndex_ = -1;
     showIndicator();
     Fit();
@@ -81,34 +86,67 @@ int ListboxColumns::room() const {
     return laidOut ? view_.viewport()->width() : view_.width() - 2 * view_.frameWidth();
 }
 
-int ListboxColumns::defaultWidth(int column) const {
+int ListboxColumns::headingWidth(int column) const {
     const QString text = view_.model()->headerData(column, Qt::Horizontal).toString().trimmed();
-    const int heading = std::max(header_.fontMetrics().horizontalAdvance(text) + kHeadingMargins, kNarrowestDefault);
-    if (column > 0) return heading;
-    int others = 0;
-    for (int other = 1; other < count(); ++other) {
-        others += wanted_[at(other)] == kDefault ? defaultWidth(other) : wanted_[at(other)];
+    return header_.fontMetrics().horizontalAdvance(text) + kHeadingMargins;
+}
+
+int ListboxColumns::contentWidth(int column) const {
+    const QFontMetrics metrics = view_.fontMetrics();
+    const QString& usual = usual_[at(column)];
+    const int letters = column == 0 ? kLettersOfNames : kFewLetters;
+    const int width = usual.isEmpty() ? letters * metrics.averageCharWidth() : metrics.horizontalAdvance(usual);
+    return std::max(width + kCellMargins, kNarrowest);
+}
+
+/// The widths of the columns that nobody gave one: whole for usual contents first, then for headings, as many as there
+/// is room for; what is left goes to the columns whose texts may be long.
+std::vector<int> ListboxColumns::defaultWidths() const {
+    std::vector<int> widths;
+    std::vector<int> open;
+    int left = room();
+    for (int column = 0; column < count(); ++column) {
+        const bool isOpen = wanted_[at(column)] == kDefault;
+        if (isOpen) open.push_back(column);
+        widths.push_back(isOpen ? contentWidth(column) : wanted_[at(column)]);
+        left -= widths.back();
     }
-    return std::max(heading, std::clamp(room() - others, kNarrowestFirst, kWidestFirst));
+    const auto missing = [&](int column) { return headingWidth(column) - widths[at(column)]; };
+    std::vector<int> headings = open;
+    std::stable_sort(headings.begin(), headings.end(),
+                     [&](int one, int other) { return missing(one) < missing(other); });
+    for (const int column : headings) {
+        const int wider = std::clamp(missing(column), 0, std::max(left, 0));
+        widths[at(column)] += wider;
+        left -= wider;
+    }
+    const auto shares = [&](int column) {
+        if (!usual_[at(column)].isEmpty()) return 0;
+        return column == 0 ? kSharesOfNames : 1;
+    };
+    int rest = 0;
+    for (const int column : open) rest += shares(column);
+    for (const int column : open) {
+        if (left <= 0 || rest == 0) break;
+        const int share = left * shares(column) / rest;
+        rest -= shares(column);
+        widths[at(column)] += share;
+        left -= share;
+    }
+    return widths;
+}
+
+void ListboxColumns::UsualText(int column, const QString& text) {
+    usual_[at(column)] = text;
+    Fit();
 }
 
 void ListboxColumns::Fit() {
     if (fitting_) return;
     fitting_ = true;
+    const std::vector<int> widths = defaultWidths();
+    const int spare = room() - std::accumulate(widths.begin(), widths.end(), 0);
     const int last = count() - 1;
-    std::vector<int> widths;
-    int spare = room();
-    for (int column = 0; column <= last; ++column) {
-        widths.push_back(wanted_[at(column)] == kDefault ? defaultWidth(column) : wanted_[at(column)]);
-        spare -= widths.back();
-    }
-    // The last column takes its share and what nobody else takes.
-    const int share = std::clamp(spare / std::max(last, 1), 0, kMostSpare);
-    for (int column = 1; column < last; ++column) {
-        if (wanted_[at(column)] != kDefault) continue;
-        widths[at(column)] += share;
-        spare -= share;
-    }
     for (int column = 0; column <= last; ++column) {
         header_.resizeSection(column, widths[at(column)] + (column == last ? std::max(spare, 0) : 0));
     }
@@ -151,7 +189,7 @@ void ListboxColumns::Widths(const String& widths) {
         if (entry.unit == Entry::Unit::Star) {
             stars += entry.amount;
         } else {
-            left -= wanted_[at(column)] == kDefault ? defaultWidth(column) : wanted_[at(column)];
+            left -= wanted_[at(column)] == kDefault ? contentWidth(column) : wanted_[at(column)];
         }
     }
     for (int column = 0; column < count(); ++column) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <string_view>
 #include <vector>
 
@@ -10,9 +11,9 @@ class QTableView;
 
 namespace framework {
 
-/// The widths of a list's columns and the state of their headings. The last column takes up the room that the others
-/// leave; the first is as wide as it can be between two bounds as long as nobody gave widths; the others are as wide as
-/// their headings, and somewhat wider where there is room.
+/// The widths of a list's columns and the state of their headings. As long as nobody gave widths the columns share the
+/// room: each is wide enough for its usual text, and for its heading where that is possible; those of no usual text get
+/// what is left, the first of them most. The last column takes up the room that the others leave.
 class ListboxColumns {
   public:
     /// For a view that has its model already.
@@ -20,6 +21,8 @@ class ListboxColumns {
 
     /// Adapts to another number of columns.
     void CountChanged();
+    /// A text as it usually stands in `column`, which is there; empty for one of texts that may be long.
+    void UsualText(int column, const QString& text);
     /// Gives the columns their widths; to be called when the room for them has changed.
     void Fit();
 
@@ -41,7 +44,9 @@ class ListboxColumns {
     int count() const { return static_cast<int>(wanted_.size()); }
     bool has(int column) const { return column >= 0 && column < count(); }
     int room() const;
-    int defaultWidth(int column) const;
+    int headingWidth(int column) const;
+    int contentWidth(int column) const;
+    std::vector<int> defaultWidths() const;
     void resizedByPerson(int column, int width);
     void showIndicator();
 
@@ -49,6 +54,7 @@ class ListboxColumns {
     QHeaderView& header_;
     std::vector<int> wanted_;
     std::vector<int> directions_;
+    std::vector<QString> usual_;
     int headingIndex_ = -1;
     bool fitting_ = false;
 };

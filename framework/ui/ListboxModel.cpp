@@ -163,7 +163,9 @@ QVariant ListboxModel::data(const QModelIndex& index, int role) const {
 }
 
 QVariant ListboxModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section >= rows_.ColumnCount()) return {};
+    // The tip tells a heading that the width of its column cuts short.
+    const bool isText = role == Qt::DisplayRole || role == Qt::ToolTipRole;
+    if (orientation != Qt::Horizontal || !isText || section >= rows_.ColumnCount()) return {};
     return ShownText(headings_[at(section)]);
 }
 

@@ -12,6 +12,7 @@
 #include "framework/ui/Listbox.h"
 #include "framework/ui/ListboxChangeScope.h"
 #include "framework/ui/ListboxDelegate.h"
+#include "framework/ui/TextOrder.h"
 
 namespace framework {
 namespace {
@@ -83,10 +84,11 @@ void ListboxView::MoveRows(const std::vector<int>& rows, int target) {
 std::unique_ptr<ListboxSort> ListboxView::makeSort() {
     const int column = columns_->HeadingIndex();
     const bool descending = columns_->Direction(column) < 0;
-    const auto isBehind = [this, column](int one, int other) {
+    const auto texts = std::make_shared<TextOrder>(model_.Rows().Count());
+    const auto isBehind = [this, column, texts](int one, int other) {
         int result = 0;
         if (list_ && list_->OnCompareRows.Raise(one, other, column, result)) return result == 1;
-        return model_.Rows().Cell(one, column) > model_.Rows().Cell(other, column);
+        return texts->IsBehind(one, other, [this, column](int row) { return model_.Rows().Cell(row, column); });
     };
     return std::make_unique<ListboxSort>(model_.Rows().Count(), [descending, isBehind](int one, int other) {
         return descending ? isBehind(other, one) : isBehind(one, other);

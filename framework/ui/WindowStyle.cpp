@@ -47,16 +47,20 @@ void WindowStyle::drawControl(ControlElement element, const QStyleOption* option
         return;
     }
     const auto* const header = qstyleoption_cast<const QStyleOptionHeader*>(option);
-    if (element != CE_Header || !header || header->sortIndicator == QStyleOptionHeader::None) {
+    if (element != CE_Header || !header) {
         QProxyStyle::drawControl(element, option, painter, widget);
         return;
     }
+    constexpr int kHeadingMargin = 5;
     QStyleOptionHeader plain = *header;
+    plain.text =
+        header->fontMetrics.elidedText(header->text, Qt::ElideRight, header->rect.width() - 2 * kHeadingMargin);
     plain.sortIndicator = QStyleOptionHeader::None;
     // The style leaves the painter clipped.
     painter->save();
     QProxyStyle::drawControl(CE_Header, &plain, painter, widget);
     painter->restore();
+    if (header->sortIndicator == QStyleOptionHeader::None) return;
     constexpr qreal kHalfWidth = 3.5;
     constexpr qreal kHeight = 4;
     const qreal up = header->sortIndicator == QStyleOptionHeader::SortDown ? -1 : 1;

@@ -110,6 +110,21 @@ TEST_F(ListboxColumnsTest, HeadingsAreReadInFullByDefault) {
     EXPECT_GE(View().columnWidth(0), 100);
 }
 
+TEST_F(ListboxColumnsTest, UsualTextsAreShownBeforeHeadingsUntilAPersonSetsAWidth) {
+    list->Heading(1, "A heading that is far too long for any list");
+    list->ColumnUsualText(1, "3000 x 2000");
+    const int text = View().fontMetrics().horizontalAdvance(QStringLiteral("3000 x 2000"));
+    for (const int width : {300, 800}) {
+        list->Width(width);
+        Settle();
+        EXPECT_GT(View().columnWidth(1), text);
+        EXPECT_EQ(Used(), Room());
+    }
+    EXPECT_EQ(Widths(), ",,");
+    list->ColumnWidths("100,30,");
+    EXPECT_EQ(View().columnWidth(1), 30);
+}
+
 TEST_F(ListboxColumnsTest, TheHeadingStateOfColumnsThatAreNotThere) {
     list->HeadingIndex(7);
     EXPECT_EQ(list->HeadingIndex(), -1);
