@@ -6,6 +6,7 @@ namespace marrowbeck {
 void Window1::ShowColumns() {
     Listbox1->ColumnCount(RowRecord::kColumnCount);
     Listbox1->HasHeading(true);
+    Listbox1->FileTagColumn(RowRecord::kFileReferenceTag);
     for (int column = 0; column < RowRecord::kColumnCount; ++column) {
         const auto index = static_cast<std::size_t>(column);
         Listbox1->Heading(column, RowRecord::kHeadings[index]);

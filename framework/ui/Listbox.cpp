@@ -154,6 +154,10 @@ void Listbox::ColumnUsualText(int column, const String& text) {
     view().Columns().UsualText(column, native::ToQt(text));
 }
 
+void Listbox::FileTagColumn(int column) {
+    view().Model().FileTagColumn(column);
+}
+
 String Listbox::ColumnWidths() const {
     return view().Columns().Widths();
 }
@@ -289,7 +293,7 @@ void Listbox::Edit(Command command) {
     if (!CanEdit(command)) return;
     if (command == Command::SelectAll) view().SelectEverything();
     if (command == Command::Copy) {
-        QGuiApplication::clipboard()->setText(view().Model().AsText(view().SelectedRows()));
+        QGuiApplication::clipboard()->setMimeData(view().Model().DataOf(view().SelectedRows()));
     }
 }
 

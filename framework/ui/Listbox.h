@@ -118,6 +118,9 @@ class Listbox : public RectControl, public EditTarget {
     /// The widths that were set or dragged, in pixels, joined by commas; empty for columns of default width. When set,
     /// an entry may also be a share of the visible width ("20%"), or of what the others leave over ("*", "2*"); missing
     /// or senseless entries stand for the default width. The last column takes up room that is left.
+    /// The column whose tags tell the files of the rows, as FolderItem::GetSaveInfo gives them; -1, as at first, where
+    /// rows are no files. Rows that are copied or dragged out bring their files along.
+    void FileTagColumn(int column);
     /// A text as it usually stands in the column, such as "3000 x 2000": without a width of its own, the column gets
     /// one that shows it. Empty for a column of texts of any length, which share the room that is left.
     void ColumnUsualText(int column, const String& text);

@@ -172,6 +172,14 @@ void ListboxView::keyboardSearch(const QString& text) {
     if (found < 0) return;
     const ChangeScope scope(*this);
     const int column = std::max(currentIndex().column(), 0);
+    // By a step of the toolkit's own: it keeps to itself from where Shift and the arrows select.
+    const bool fromAbove = found > 0;
+    if (count > 1) {
+        selectionModel()->setCurrentIndex(model_.index(found + (fromAbove ? -1 : 1), column),
+                                          QItemSelectionModel::NoUpdate);
+        QKeyEvent step(QEvent::KeyPress, fromAbove ? Qt::Key_Down : Qt::Key_Up, Qt::NoModifier);
+        QTableView::keyPressEvent(&step);
+    }
     selectionModel()->setCurrentIndex(model_.index(found, column),
                                       QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }

@@ -8,6 +8,7 @@
 
 #include "framework/core/Dispatch.h"
 #include "framework/core/Exceptions.h"
+#include "framework/core/FolderItem.h"
 #include "framework/ui/Native.h"
 
 namespace framework {
@@ -17,19 +18,25 @@ std::size_t at(int index) {
     return static_cast<std::size_t>(index);
 }
 
-}  // namespace
-
-QString ShownText(const String& text) {
-    // A caption can be a book; laying it out for each paint would hold up the window.
-    constexpr std::size_t kLongest = 2000;
-    QString shown = native::ToQt(text.ByteCount() > kLongest ? text.Slice(0, kLongest) : text);
-    if (text.ByteCount() > kLongest) shown.append(QChar(0x2026));
-    for (QChar& character : shown) {
+/// Without the characters that would end a line or a cell.
+QString onOneLine(const String& text) {
+    QString line = native::ToQt(text);
+    for (QChar& character : line) {
         const char16_t code = character.unicode();
         if (code < u' ' || code == u'\x7F' || code == QChar::LineSeparator || code == QChar::ParagraphSeparator) {
             character = QLatin1Char(' ');
         }
     }
+    return line;
+}
+
+}  // namespace
+
+QString ShownText(const String& text) {
+    // A caption can be a book; laying it out for each paint would hold up the window.
+    constexpr std::size_t kLongest = 2000;
+    QString shown = onOneLine(text.ByteCount() > kLongest ? text.Slice(0, kLongest) : text);
+    if (text.ByteCount() > kLongest) shown.append(QChar(0x2026));
     return shown;
 }
 
@@ -145,16 +152,41 @@ void ListboxModel::timerEvent(QTimerEvent* event) {
     }
 }
 
-QString ListboxModel::AsText(const std::vector<int>& rows) const {
-    QString text;
+Ref<FolderItem> ListboxModel::fileOf(int row) const {
+    if (fileTagColumn_ < 0) return Nil;
+    const Variant tag = rows_.Tag(row, fileTagColumn_);
+    return tag.IsNil() ? Nil : GetFolderItem(tag.StringValue());
+}
+
+QString ListboxModel::asText(const std::vector<int>& rows) const {
+    QStringList lines;
+    QStringList cells;
+    for (const String& heading : headings_) cells.append(onOneLine(heading).trimmed());
+    const bool hasHeadings =
+        std::any_of(cells.begin(), cells.end(), [](const QString& cell) { return !cell.isEmpty(); });
+    if (fileTagColumn_ >= 0) cells.append(QStringLiteral("Path"));
+    if (hasHeadings) lines.append(cells.join(QLatin1Char('\t')));
     for (const int row : rows) {
-        if (!text.isEmpty()) text.append(QLatin1Char('\n'));
-        for (int column = 0; column < rows_.ColumnCount(); ++column) {
-            if (column > 0) text.append(QLatin1Char('\t'));
-            text.append(ShownText(rows_.Cell(row, column)));
+        cells.clear();
+        for (int column = 0; column < rows_.ColumnCount(); ++column) cells.append(onOneLine(rows_.Cell(row, column)));
+        if (fileTagColumn_ >= 0) {
+            const Ref<FolderItem> file = fileOf(row);
+            cells.append(file ? onOneLine(file->AbsolutePath()) : QString());
         }
+        lines.append(cells.join(QLatin1Char('\t')));
     }
-    return text;
+    return lines.join(QLatin1Char('\n'));
+}
+
+QMimeData* ListboxModel::DataOf(const std::vector<int>& rows) const {
+    auto data = std::make_unique<QMimeData>();
+    data->setText(asText(rows));
+    QByteArray urls;
+    for (const int row : rows) {
+        if (const Ref<FolderItem> file = fileOf(row)) urls.append(file->URLPath().CString()).append("\r\n");
+    }
+    if (!urls.isEmpty()) data->setData(QStringLiteral("text/uri-list"), urls);
+    return data.release();
 }
 
 QVariant ListboxModel::data(const QModelIndex& index, int role) const {
@@ -175,7 +207,7 @@ Qt::ItemFlags ListboxModel::flags(const QModelIndex& index) const {
 }
 
 QStringList ListboxModel::mimeTypes() const {
-    return {QStringLiteral("text/plain")};
+    return {QStringLiteral("text/plain"), QStringLiteral("text/uri-list")};
 }
 
 QMimeData* ListboxModel::mimeData(const QModelIndexList& indexes) const {
@@ -183,10 +215,7 @@ QMimeData* ListboxModel::mimeData(const QModelIndexList& indexes) const {
     for (const QModelIndex& index : indexes) rows.push_back(index.row());
     std::sort(rows.begin(), rows.end());
     rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-    // The toolkit takes it over.
-    auto data = std::make_unique<QMimeData>();
-    data->setText(AsText(rows));
-    return data.release();
+    return DataOf(rows);
 }
 
 }  // namespace framework

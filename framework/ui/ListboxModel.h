@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <vector>
 
+#include "framework/core/FolderItem.h"
 #include "framework/ui/ListboxRows.h"
 
 namespace framework {
@@ -32,8 +33,12 @@ class ListboxModel : public QAbstractTableModel {
     /// Tells the view now what has not been told yet.
     void Announce();
 
-    /// The rows as lines of text with tabs between the cells.
-    QString AsText(const std::vector<int>& rows) const;
+    /// The column whose tags tell the files of the rows, in the form of FolderItem::GetSaveInfo; -1 where rows are no
+    /// files.
+    void FileTagColumn(int column) { fileTagColumn_ = column; }
+    /// The rows for other programs: lines of text with tabs between the cells, the headings first and the path last, as
+    /// a spreadsheet wants them, and the files, as a file manager wants them. The toolkit takes it over.
+    QMimeData* DataOf(const std::vector<int>& rows) const;
 
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : announced_; }
     int columnCount(const QModelIndex& parent = {}) const override {
@@ -51,9 +56,12 @@ class ListboxModel : public QAbstractTableModel {
 
   private:
     void announceLater();
+    Ref<FolderItem> fileOf(int row) const;
+    QString asText(const std::vector<int>& rows) const;
 
     ListboxRows rows_;
     std::vector<String> headings_ = std::vector<String>(1);
+    int fileTagColumn_ = -1;
     int announced_ = 0;
     /// The rows whose cells have changed, none while the first is behind the last.
     int firstChanged_ = 0;

@@ -1,8 +1,10 @@
 #include <QClipboard>
 #include <QHelpEvent>
+#include <QMimeData>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QToolTip>
+#include <QUrl>
 
 #include "framework/core/Exceptions.h"
 #include "tests/framework/ui/ListboxTest.h"
@@ -261,6 +263,16 @@ TEST_F(ListboxTest, TheEditMenuSelectsAndCopies) {
     EXPECT_FALSE(list->CanEdit(EditTarget::Command::SelectAll));
     list->Edit(EditTarget::Command::Copy);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), "a\t0\t\nb\t1\t");
+
+    // Files come along for a file manager, and with headings and paths for a spreadsheet.
+    list->Heading(0, "Filename ");
+    list->FileTagColumn(1);
+    list->CellTag(0, 1, "/pictures/a b.jpg");
+    list->ListIndex(0);
+    list->Edit(EditTarget::Command::Copy);
+    const QMimeData& copied = *QGuiApplication::clipboard()->mimeData();
+    EXPECT_EQ(copied.text(), "Filename\t\t\tPath\na\t0\t\t/pictures/a b.jpg");
+    EXPECT_EQ(copied.urls(), QList<QUrl>{QUrl("file:///pictures/a%20b.jpg")});
 }
 
 }  // namespace

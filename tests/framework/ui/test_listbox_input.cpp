@@ -201,6 +201,9 @@ TEST_F(ListboxInputTest, TypingFindsTheNameThatBeginsSo) {
     EXPECT_EQ(Selection(), "Birch");
     QTest::keyClicks(&View(), "d");
     EXPECT_EQ(Selection(), "birdcherry");
+    Press(Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(Selection(), "\xC3\x89toile birdcherry") << "the keys go on from the row that was found";
+    Press(Qt::Key_Down, Qt::ShiftModifier);
     QTest::qWait(QApplication::keyboardInputInterval() + 50);
     QTest::keyClicks(&View(), "b");
     EXPECT_EQ(Selection(), "beech") << "goes on behind the selected row, and from the top again";
