@@ -1,3 +1,5 @@
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <string_view>
 
@@ -31,12 +33,22 @@ class Client : public HTTPSocket {
             std::abort();
         const String digest = _CreateAuthenticationData("Digest", "name", "password", params);
         if (!digest.Bytes().starts_with("Digest username=\"name\", realm=\"")) std::abort();
-        const std::size_t response = digest.Bytes().rfind("response=\"");
-        if (response == std::string_view::npos) std::abort();
+        // The hash is the last thing but for a text of the challenge, which may hold anything.
+        std::string_view answer = digest.Bytes();
+        if (params->HasKey("opaque")) {
+            const String opaque = "opaque=\"" + params->Lookup("oqaque", "").StringValue() + "\"";
+            if (!answer.ends_with(opaque.Bytes())) std::abort();
+            answer.remove_suffix(opaque.Bytes().size());
+        }
         constexpr std::size_t kHashDigits = 32;
-        const std::string_view hash =
-            digest.Bytes().substr(response + std::string_view("response=\"").size(), kHashDigits);
+        constexpr std::string_view kBefore = "response=\"";
+        constexpr std::string_view kAfter = "\", ";
+        if (answer.size() < kBefore.size() + kHashDigits + kAfter.size() || !answer.ends_with(kAfter)) std::abort();
+        answer.remove_suffix(kAfter.size());
+        const std::string_view hash = answer.substr(answer.size() - kHashDigits);
         if (hash.find_first_not_of("0123456789abcdef") != std::string_view::npos) std::abort();
+        answer.remove_suffix(kHashDigits);
+        if (!answer.ends_with(kBefore)) std::abort();
         if (!_CreateAuthenticationData("Other", "name", "password", params).IsEmpty()) std::abort();
     }
 };
