@@ -1,6 +1,7 @@
 #include "framework/core/Format.h"
 
 #include <cmath>
+#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
