@@ -1,6 +1,9 @@
 #include "app/Startup.h"
 
+#include <optional>
+
 #include "app/App.h"
+#include "app/CommandLine.h"
 #include "app/Configuration.h"
 #include "app/FileTypes1.h"
 #include "app/ImageFormats.h"
@@ -15,6 +18,7 @@ Ref<App> theApp;
 }  // namespace
 
 int _Main(int argc, char** argv) {
+    if (const std::optional<int> status = AnswerCommandLine(argc, argv)) return *status;
     const int refused = RunFrameworkInitialization(argc, argv, {"Marrowbeck", Configuration::kIdentity}, _Startup);
     if (refused != 0) return refused;
     return RuntimeRun();

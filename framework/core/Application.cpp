@@ -1,6 +1,7 @@
 #include "framework/core/Application.h"
 
 #include <QCoreApplication>
+#include <cstdio>
 #include <utility>
 
 #include "framework/core/Alert.h"
@@ -92,7 +93,12 @@ void Application::open() {
 
 void Application::openDocument(const Ref<FolderItem>& item) {
     if (quitting_) return;
-    if (opened_) {
+    if (opened_ && !item->Exists()) {
+        const String text = item->AbsolutePath() + " does not exist. It may have been moved, renamed or deleted.";
+        // Who typed the name looks there.
+        std::fprintf(stderr, "%s\n", text.CString());
+        MsgBox(text);
+    } else if (opened_) {
         Dispatch([&] { Event_OpenDocument(item); });
     } else {
         waitingDocuments_.push_back(item);

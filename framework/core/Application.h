@@ -44,7 +44,8 @@ class Application : public Object {
     virtual void Event_Open() {}
     /// At quit, once, after the windows have closed.
     virtual void Event_Close() {}
-    /// For each file or folder that the desktop, or a second start of the program, asks this one to open.
+    /// For each file or folder that the desktop, or a second start of the program, asks this one to open. What is not
+    /// there does not come this far: an alert and a line on standard error tell that it is missing.
     virtual void Event_OpenDocument(const Ref<FolderItem>& item);
     /// For an exception that nothing caught. True keeps the process alive; the handler or thread in which it rose is
     /// over in any case.

@@ -80,6 +80,14 @@ TEST_F(Start, NoConnectionIsMadeWhenTheCheckIsOff) {
     EXPECT_THAT(server.Requests(), SizeIs(1));
 }
 
+TEST_F(Start, AFolderThatIsMissingIsToldByName) {
+    theSite = {};
+    framework::internal::RaiseOpen();
+    framework::internal::RaiseOpenDocument(New<FolderItem>(String(folder + "/missing")));
+    EXPECT_THAT(messages, ElementsAre(StartsWith(folder + "/missing does not exist.")));
+    EXPECT_EQ(App::Current()->gFolder, String());
+}
+
 TEST_F(Start, AnEndBeforeThePreferencesAreReadWritesNone) {
     App::Current()->Event_Close();
     EXPECT_FALSE(std::filesystem::exists(folder));

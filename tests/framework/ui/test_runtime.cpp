@@ -3,17 +3,22 @@
 #include <filesystem>
 
 #include "tests/framework/ui/SampleProgram.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace framework::testing {
 namespace {
 
 TEST(Runtime, LeadsAProgramFromStartUpToItsLastEvent) {
-    const SampleRun run =
-        StartSampleProgram({"-unknown", "\"$(printf '/tmp/caf\\351')\"", "file:///tmp/a%20b", "-- ./last"});
+    const TemporaryFolder folder;
+    for (const char* name : {"caf\xE9", "a b", "last"}) folder.Put(name);
+    const std::string path = folder.Path();
+    const std::string last = std::filesystem::relative(path).string() + "/last";
+    const SampleRun run = StartSampleProgram(
+        {"-unknown", "\"$(printf '" + path + "/caf\\351')\"", "file://" + path + "/a%20b", "-- " + last});
 
     EXPECT_EQ(run.ExitCode, 7);
-    EXPECT_EQ(run.Output, "startup\nopen\nwindow opens\ndocument /tmp/caf\xE9\ndocument /tmp/a b\ndocument " +
-                              std::filesystem::current_path().string() + "/last\nwindow closes\nclose\n");
+    EXPECT_EQ(run.Output, "startup\nopen\nwindow opens\ndocument " + path + "/caf\xE9\ndocument " + path +
+                              "/a b\ndocument " + path + "/last\nwindow closes\nclose\n");
 }
 
 TEST(Runtime, AnOpenEventThatQuitsOpensNothingMore) {
@@ -23,9 +28,12 @@ TEST(Runtime, AnOpenEventThatQuitsOpensNothingMore) {
 }
 
 TEST(Runtime, TheLossOfTheDisplayIsAnOrderlyEnd) {
-    const SampleRun run = StartSampleProgram({"'/tmp/display lost'"});
+    const TemporaryFolder folder;
+    folder.Put("display lost");
+    const SampleRun run = StartSampleProgram({"'" + folder.Path("display lost") + "'"});
     EXPECT_EQ(run.ExitCode, 1);
-    EXPECT_EQ(run.Output, "startup\nopen\nwindow opens\ndocument /tmp/display lost\nwindow closes\nclose\n");
+    EXPECT_EQ(run.Output,
+              "startup\nopen\nwindow opens\ndocument " + folder.Path("display lost") + "\nwindow closes\nclose\n");
 }
 
 }  // namespace
