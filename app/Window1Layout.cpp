@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 #include "app/Colors.h"
 #include "app/Pictures.h"
 #include "app/Window1.h"

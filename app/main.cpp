@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 #include "app/Startup.h"
 
 int main(int argc, char** argv) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // How fast a download of 1 GiB over loopback is beside curl, and how long the window would stand still meanwhile:
 // bench_http [FOLDER]. The files are made in FOLDER, or in the system's place for temporary ones, and removed.
 

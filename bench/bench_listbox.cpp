@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // How a list bears 100,000 rows: time and memory of filling it, time of sorting it, and how long the window stands
 // still meanwhile.
 

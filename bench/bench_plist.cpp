@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // How long a property list takes to load and to save: a document of 250,000 entries (12 MB) beside libplist's command
 // on the same file, and the growth from 10,000 to 1,000,000 entries.
 #include <chrono>

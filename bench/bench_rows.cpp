@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What a row costs in the window when the tools answer at the event loop's next turn: bench_rows [FILES]
 // Walks a folder of that many empty files; what the tools say comes from here.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // How fast folders become rows in the real window with the real tools, and whether the window stays alive meanwhile:
 // bench_search [--walk] [--again] --folder FOLDER...
 // Searches one folder after the other with all that is below it, or with --walk only what lies in it. --again also

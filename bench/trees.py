@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
 """The files on which the programs are compared, made in a folder that the caller removes."""
 
 import os

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 #include "catalogue/MetadataQueries.h"
 
 #include "app/Window1.h"

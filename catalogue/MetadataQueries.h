@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
 /// The questions to the metadata tool, each to be followed by an escaped path.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
 # The places on the web that the program knows.
 set(MARROWBECK_SITE_HOST
     ""

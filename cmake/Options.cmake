@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
 # What every target of the project is compiled with. The presets make errors of warnings; a packager's compiler may be
 # another one and know more of them.
 add_library(marrowbeck_options INTERFACE)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
 # The entries of the current version in CHANGELOG.md, as lines of text and as items of a list in HTML.
 file(STRINGS ${PROJECT_SOURCE_DIR}/CHANGELOG.md lines ENCODING UTF-8)
 set_property(

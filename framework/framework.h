@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
 // The chief header: the names of all classes and global functions of the framework, nothing else.

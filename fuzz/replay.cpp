@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Runs a fuzz target over the files of a corpus, as a test of what was once found.
 #include <cstddef>
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The answer to a challenge: HTTPSocket's part of Basic and Digest authentication (RFC 2617).
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The forms of a request, and what each of them sets in motion: the road from the caller to the socket.
 
 #include <string_view>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // From the socket's events to those of the request: the head, the body and the end of an answer.
 
 #include <algorithm>

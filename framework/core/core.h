@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
 // The framework without its windows, for the program's own code, which stands in a namespace of its own and speaks the

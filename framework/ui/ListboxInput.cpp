@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What a person does to a list with mouse and keys.
 
 #include <QApplication>

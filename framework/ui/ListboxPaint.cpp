@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // How a list looks behind and beside its cells' texts.
 
 #include <QHeaderView>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
 // Between the framework's values and the toolkit's; for the sources of this folder and for tests of it.

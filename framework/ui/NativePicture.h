@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
 // A picture as the toolkit's images; for the sources of this folder and for tests of it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What a program does with its arguments when it starts: second-start NAME [PATH...] takes part on the message bus and
 // prints its role.
 

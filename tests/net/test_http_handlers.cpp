@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Handlers that turn upon the socket that calls them.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

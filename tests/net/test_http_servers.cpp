@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Against the servers of others, where they are installed.
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
 # Checks the pages in TREE: the feed says what the program of VERSION cuts out of it, the manual is one, and every link of
 # the product page leads to a page.
 file(READ ${TREE}/updates/marrowbeck.xml feed)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Asked for by LeakSanitizer before main, in tests and tools. It would follow the thread-local storage of a library
 // that a plugin of Qt has brought in, the one for JPEG, and crash there. Without that it takes for lost what GLib keeps
 // in such storage, and what libraries keep that are loaded for good.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // All that uses libvips; see PictureLibrary.h for what it gives.
 
 #include <gmodule.h>

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-2.0-or-later
 """Makes the documents beside this script: one content, by two makers (Python and libplist), in both forms."""
 import datetime
 import pathlib
