@@ -26,14 +26,18 @@ int _Main(int argc, char** argv) {
 }
 
 int _Startup() {
-    ApplicationPaths::SetName("marrowbeck");
-    if (const Ref<FolderItem> tools = ApplicationToolsFolder()) {
-        Shell::SetToolsFolder(tools->AbsolutePath(), {"mdls", "sips"});
-    }
+    _InitTools();
     _InitFileTypes();
     _NewAppInstance();
     _ApplicationAddMenuHandlers();
     return 0;
+}
+
+void _InitTools() {
+    ApplicationPaths::SetName("marrowbeck");
+    if (const Ref<FolderItem> tools = ApplicationToolsFolder()) {
+        Shell::SetToolsFolder(tools->AbsolutePath(), {"mdls", "sips"});
+    }
 }
 
 void _InitFileTypes() {

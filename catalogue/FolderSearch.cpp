@@ -3,6 +3,7 @@
 #include "app/Colors.h"
 #include "app/Pictures.h"
 #include "app/Window1.h"
+#include "catalogue/MetadataQueries.h"
 #include "catalogue/ReadAhead.h"
 
 namespace marrowbeck {
@@ -64,7 +65,7 @@ void Window1::WalkFolder() {
             const Ref<FolderItem> item = gD->TrueItem(i);
             return item && isWanted(item) ? item->ShellPath() : String();
         },
-        count);
+        count, {MetadataQueries::kAll, MetadataQueries::kCamera});
     for (int i = 1; i <= count; ++i) {
         ahead.Reached(i);
         ShowFilterState(!gANY);

@@ -1,21 +1,12 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "app/App.h"
 #include "app/Window1.h"
+#include "catalogue/MetadataQueries.h"
 #include "catalogue/ReadAhead.h"
 #include "fileutil/GetFolderItemModule.h"
 #include "framework/core/Paths.h"
 
 namespace marrowbeck {
-namespace {
-
-/// What the index is asked for each item of the filter. The words stay outside any quotes.
-constexpr const char* kJpegTerm = " kMDItemContentType == public.jpeg";
-constexpr const char* kTiffTerm = " kMDItemContentType == public.tiff";
-constexpr const char* kPngTerm = " kMDItemContentType == public.png";
-constexpr const char* kImageTerm = " kMDItemContentTypeTree == *image";
-
-}  // namespace
-
 // Finds the images of the folder and of all folders in it.
 void Window1::SearchIndex() {
     ShowSearchState("Searching Folders for Image files");
@@ -23,15 +14,15 @@ void Window1::SearchIndex() {
     App::Current()->DoEvents(-1);
 
     const Ref<Shell> shell = New<Shell>();
-    const auto ask = [&](const char* term) { shell->Execute("mdfind -0 -onlyin " + gD->ShellPath() + term); };
+    const auto ask = [&](const char* term) { shell->Execute(MetadataQueries::kFilesIn + gD->ShellPath() + term); };
     ShowFilterState(!gANY);
     if (gANY) {
-        ask(kImageTerm);
+        ask(MetadataQueries::kImageTerm);
     } else {
         // The control allows one item at a time. With more of them, the last answer counts.
-        if (gJPG) ask(kJpegTerm);
-        if (gTIFF) ask(kTiffTerm);
-        if (gPNG) ask(kPngTerm);
+        if (gJPG) ask(MetadataQueries::kJpegTerm);
+        if (gTIFF) ask(MetadataQueries::kTiffTerm);
+        if (gPNG) ask(MetadataQueries::kPngTerm);
     }
     String result;
     if (shell->ErrorCode() != 0) {
@@ -45,7 +36,8 @@ void Window1::SearchIndex() {
     const int last = paths.Ubound();
     TotalLabel->Text(last != -1 ? "Total found: " + Str(last) : String());
     ShowSearchState("No Image Files");
-    ReadAhead ahead([&paths](int i) { return String(Paths::EscapeForShell(paths(i).Bytes())); }, last);
+    ReadAhead ahead([&paths](int i) { return String(Paths::EscapeForShell(paths(i).Bytes())); }, last,
+                    {MetadataQueries::kAll, MetadataQueries::kCamera});
     for (int i = 0; i <= last; ++i) {
         ahead.Reached(i);
         checksize(GetFolderItemModule::GetFolderItemFromShellPath(paths(i)));

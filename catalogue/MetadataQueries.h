@@ -1,9 +1,18 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-/// The questions to the metadata tool, each to be followed by an escaped path.
+/// The questions to the search and metadata tools.
 namespace marrowbeck::MetadataQueries {
 
+/// The files of a folder and of all folders in it: to be followed by an escaped path and by one of the terms below it.
+/// The terms' words stay outside any quotes.
+inline constexpr const char* kFilesIn = "mdfind -0 -onlyin ";
+inline constexpr const char* kJpegTerm = " kMDItemContentType == public.jpeg";
+inline constexpr const char* kTiffTerm = " kMDItemContentType == public.tiff";
+inline constexpr const char* kPngTerm = " kMDItemContentType == public.png";
+inline constexpr const char* kImageTerm = " kMDItemContentTypeTree == *image";
+
+/// What the list shows of a file, and its camera data: each to be followed by an escaped path.
 inline constexpr const char* kAll =
     "mdls -name kMDItemColorSpace -name kMDItemPixelWidth -name kMDItemPixelHeight -name kMDItemProfileName "
     "-name kMDItemCopyright -name kMDItemKind -name kMDItemKeywords -name kMDItemBitsPerSample "

@@ -3,8 +3,6 @@
 
 #include <utility>
 
-#include "catalogue/MetadataQueries.h"
-
 namespace marrowbeck {
 namespace {
 
@@ -13,7 +11,8 @@ constexpr int kFilesAhead = 32;
 
 }  // namespace
 
-ReadAhead::ReadAhead(std::function<String(int)> pathAt, int last) : pathAt_(std::move(pathAt)), last_(last) {}
+ReadAhead::ReadAhead(std::function<String(int)> pathAt, int last, std::vector<const char*> questions)
+    : pathAt_(std::move(pathAt)), last_(last), questions_(std::move(questions)) {}
 
 ReadAhead::~ReadAhead() {
     Shell::ExpectNothing();
@@ -24,8 +23,7 @@ void ReadAhead::Reached(int index) {
     for (; next_ <= Min(index + kFilesAhead, last_); ++next_) {
         const String path = pathAt_(next_);
         if (path.IsEmpty()) continue;
-        Shell::Expect(MetadataQueries::kAll + path);
-        Shell::Expect(MetadataQueries::kCamera + path);
+        for (const char* question : questions_) Shell::Expect(question + path);
     }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <vector>
 
 #include "framework/framework.h"
 
@@ -12,7 +13,8 @@ namespace marrowbeck {
 class ReadAhead {
   public:
     /// `pathAt` gives the escaped path of the file at an index up to `last`, empty where none will be asked for.
-    ReadAhead(std::function<String(int)> pathAt, int last);
+    /// `questions` are those of MetadataQueries that each file gets.
+    ReadAhead(std::function<String(int)> pathAt, int last, std::vector<const char*> questions);
     ~ReadAhead();
     ReadAhead(const ReadAhead&) = delete;
     ReadAhead& operator=(const ReadAhead&) = delete;
@@ -23,6 +25,7 @@ class ReadAhead {
   private:
     std::function<String(int)> pathAt_;
     int last_;
+    std::vector<const char*> questions_;
     int next_ = -1;
 };
 

@@ -74,7 +74,16 @@ struct ChildPlan {
     return process;
 }
 
+bool& passesErrorsOn() {
+    static bool passes = false;
+    return passes;
+}
+
 }  // namespace
+
+void ChildProcess::PassErrorsOn() {
+    passesErrorsOn() = true;
+}
 
 std::optional<ChildProcess> ChildProcess::Start(const std::string& path, const std::vector<std::string>& arguments,
                                                 const std::vector<std::string>& environment,
@@ -95,7 +104,7 @@ std::optional<ChildProcess> ChildProcess::Start(const std::string& path, const s
                          workingFolder.c_str(),
                          talks ? input[0] : nothing,
                          output[1],
-                         isatty(STDERR_FILENO) == 1 ? -1 : nothing,
+                         passesErrorsOn() || isatty(STDERR_FILENO) == 1 ? -1 : nothing,
                          getpid()};
     const pid_t process = startChild(plan);
     const int error = errno;

@@ -10,8 +10,8 @@
 namespace framework::internal {
 
 /// A process that was started for its output. It leads a process group of its own, dies with this program, and its
-/// standard error goes to ours when that is a terminal and nowhere otherwise. Ended with all its group when this
-/// object goes before it is over.
+/// standard error goes to ours when that is a terminal, and nowhere otherwise unless PassErrorsOn was called. Ended
+/// with all its group when this object goes before it is over.
 class ChildProcess {
   public:
     /// What its standard input is: empty, or a socket whose other end is `Input()`.
@@ -22,6 +22,9 @@ class ChildProcess {
     static std::optional<ChildProcess> Start(const std::string& path, const std::vector<std::string>& arguments,
                                              const std::vector<std::string>& environment,
                                              const std::string& workingFolder, InputKind input = InputKind::empty);
+
+    /// From now on, for those that are started: standard error goes to ours whatever that is.
+    static void PassErrorsOn();
 
     ChildProcess(ChildProcess&& other) noexcept;
     ChildProcess(const ChildProcess&) = delete;

@@ -119,6 +119,10 @@ void Shell::SetToolsFolder(const String& folder, const std::vector<std::string>&
     }
 }
 
+void Shell::PassErrorsOn() {
+    ChildProcess::PassErrorsOn();
+}
+
 void Shell::Prepare() {
     for (auto& [name, tool] : residentTools()) tool.Prepare();
 }

@@ -28,6 +28,8 @@ class Shell : public Object {
     /// named in `resident` stay open: a line of plain words that begins with such a name is a message to the running
     /// tool instead of a process, and nothing else shows of it.
     static void SetToolsFolder(const String& folder, const std::vector<std::string>& resident = {});
+    /// What commands print on standard error goes to ours from now on, also where that is no terminal.
+    static void PassErrorsOn();
     /// Starts the resident tools, so that the first command finds them ready.
     static void Prepare();
 

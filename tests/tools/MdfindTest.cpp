@@ -107,7 +107,7 @@ TEST(Mdfind, TheFolderIsMadeAbsoluteAndOtherwiseLeftAsItIs) {
     EXPECT_EQ(mdfind({"-onlyin", here, "kMDItemContentType", "==", "public.jpeg"}).output, here + "/sub/a.jpg\n");
 }
 
-TEST(Mdfind, UnreadableSubfoldersAreSkipped) {
+TEST(Mdfind, UnreadableSubfoldersAreSkippedAndTold) {
     const TemporaryFolder folder;
     folder.write("closed/a.jpg");
     folder.write("open/b.jpg");
@@ -117,7 +117,10 @@ TEST(Mdfind, UnreadableSubfoldersAreSkipped) {
     constexpr uid_t nobody = 65534;
     const bool root = geteuid() == 0;
     ASSERT_TRUE(!root || seteuid(nobody) == 0);
-    EXPECT_THAT(find(folder.path(), allImages), ElementsAre("open/b.jpg"));
+    const ToolResult found = mdfind({"-onlyin", folder.path(), "kMDItemContentTypeTree == *image"});
+    EXPECT_EQ(found.output, folder.path() + "/open/b.jpg\n");
+    EXPECT_EQ(found.error, "mdfind: " + folder.path() + "/closed: Permission denied\n");
+    EXPECT_EQ(found.status, exitSuccess);
     EXPECT_EQ(mdfind({"-onlyin", folder.path() + "/closed", "kMDItemContentTypeTree == *image"}).status, exitFailure);
     ASSERT_TRUE(!root || seteuid(0) == 0);
     chmod((folder.path() + "/closed").c_str(), 0700);

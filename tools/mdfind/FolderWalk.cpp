@@ -65,7 +65,8 @@ int readFolder(const std::string& path, int linkFlag, std::vector<std::string>& 
 }  // namespace
 
 int walkFolder(const std::string& folder,
-               const std::function<void(const std::string& path, std::string_view name)>& visit) {
+               const std::function<void(const std::string& path, std::string_view name)>& visit,
+               const std::function<void(const std::string& path, int failure)>& skipped) {
     std::string path = folder;
     while (path.ends_with('/')) path.pop_back();
     path += '/';
@@ -92,7 +93,8 @@ int walkFolder(const std::string& folder,
         Level below;
         below.pathLength = path.size();
         path.pop_back();  // with a trailing slash a link would be followed
-        readFolder(path, O_NOFOLLOW, below.children);
+        const int refusal = readFolder(path, O_NOFOLLOW, below.children);
+        if (refusal != 0) skipped(path, refusal);
         path += '/';
         levels.push_back(std::move(below));
     }

@@ -138,17 +138,18 @@ ToolResult mdfind(const Arguments& arguments) {
 
     MimeTypes types;
     Findings found(request->ending);
-    const int failure = walkFolder(absolutePath(request->folder), [&](const std::string& path, std::string_view name) {
+    std::string errors;
+    const auto tell = [&errors](const std::string& path, int failure) {
+        errors += "mdfind: " + path + ": " + std::generic_category().message(failure) + "\n";
+    };
+    const auto visit = [&](const std::string& path, std::string_view name) {
         const std::string& type = types.typeByName(name, [&path] { return head(path); });
         const bool wanted = request->type.empty() ? types.isImage(type) : type == request->type;
         if (wanted) found.add(path);
-    });
-    ToolResult result{found.take(), {}, exitSuccess};
-    if (failure != 0) {
-        result.error = "mdfind: " + request->folder + ": " + std::generic_category().message(failure) + "\n";
-        result.status = exitFailure;
-    }
-    return result;
+    };
+    const int failure = walkFolder(absolutePath(request->folder), visit, tell);
+    if (failure != 0) tell(request->folder, failure);
+    return {found.take(), errors, failure == 0 ? exitSuccess : exitFailure};
 }
 
 }  // namespace marrowbeck::tools
