@@ -133,6 +133,10 @@ void Listbox::ColumnCount(int count) {
     view().Columns().CountChanged();
 }
 
+std::vector<QWidget*> Listbox::TabStops() const {
+    return {view().horizontalHeader(), &view()};
+}
+
 bool Listbox::HasHeading() const {
     return !view().horizontalHeader()->isHidden();
 }

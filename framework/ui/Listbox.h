@@ -2,6 +2,7 @@
 #pragma once
 
 #include <concepts>
+#include <vector>
 
 #include "framework/core/Array.h"
 #include "framework/core/Event.h"
@@ -179,6 +180,9 @@ class Listbox : public RectControl, public EditTarget {
     /// Selects all rows, or copies the selected ones as text.
     bool CanEdit(Command command) const override;
     void Edit(Command command) override;
+
+    /// The headings, and the rows.
+    std::vector<QWidget*> TabStops() const override;
 
   private:
     ListboxView& view() const;

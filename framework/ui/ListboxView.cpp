@@ -11,8 +11,10 @@
 #include "framework/core/Exceptions.h"
 #include "framework/core/Waiting.h"
 #include "framework/ui/Listbox.h"
+#include "framework/ui/ListboxAccessible.h"
 #include "framework/ui/ListboxChangeScope.h"
 #include "framework/ui/ListboxDelegate.h"
+#include "framework/ui/ListboxHeader.h"
 #include "framework/ui/TextOrder.h"
 
 namespace framework {
@@ -28,6 +30,8 @@ using Flag = QItemSelectionModel::SelectionFlag;
 }  // namespace
 
 ListboxView::ListboxView(Listbox& list) {
+    native::AnnounceHeadings();
+    setHorizontalHeader(new ListboxHeader(this));
     setModel(&model_);
     // Only now: the list is still being made, and taking a model over counts as a change of selection.
     list_ = &list;

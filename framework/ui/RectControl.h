@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "framework/core/Object.h"
 #include "framework/core/Ref.h"
@@ -80,6 +81,8 @@ class RectControl : public Object {
 
     /// The toolkit's widget, null once the window destroyed it. For the framework alone.
     QWidget* Native() const;
+    /// Those to which Tab comes, in this order; only while the former is not null.
+    virtual std::vector<QWidget*> TabStops() const { return {Native()}; }
 
   protected:
     /// Takes over `widget`, which has no parent yet.

@@ -28,11 +28,10 @@ bool isBackwards(int key) {
 
 }  // namespace
 
-/// One segment on the screen; to a screen reader, a radio button.
+/// One segment on the screen; to a screen reader, a radio button where one of them is chosen at a time.
 class SegmentedControl::Segment : public QRadioButton {
   public:
     explicit Segment(QWidget* parent) : QRadioButton(parent) {
-        setAutoExclusive(false);
         setAttribute(Qt::WA_Hover);
     }
 
@@ -119,6 +118,8 @@ class SegmentedControl::Row : public QWidget, public native::AccessibleRole {
         int total = 0;
         for (std::size_t i = 0; i < Segments.size(); ++i) {
             const SegmentedControlItem& item = *owner_.items_[i];
+            // The toolkit would keep one checked.
+            Segments[i]->setAutoExclusive(false);
             Segments[i]->setText(native::ToQt(item.Title()));
             Segments[i]->setAccessibleName(native::ToQt(item.Title()));
             Segments[i]->setChecked(item.Selected());
@@ -126,6 +127,7 @@ class SegmentedControl::Row : public QWidget, public native::AccessibleRole {
             Segments[i]->Last = i + 1 == Segments.size();
             total += WantedWidth(i);
         }
+        for (Segment* segment : Segments) segment->setAutoExclusive(owner_.SelectionType() == SelectionSingle);
         enterAtChosen();
         int wanted = 0;
         for (std::size_t i = 0; i < Segments.size(); ++i) {
@@ -198,6 +200,11 @@ void SegmentedControl::Append(const Ref<SegmentedControlItem>& item) {
 Ref<SegmentedControlItem> SegmentedControl::Items(int index) const {
     if (index < 0 || index >= Count()) throw OutOfBoundsException();
     return items_[static_cast<std::size_t>(index)];
+}
+
+void SegmentedControl::SelectionType(int type) {
+    selectionType_ = type;
+    update();
 }
 
 void SegmentedControl::SizeToFit() {

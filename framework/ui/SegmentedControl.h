@@ -29,7 +29,7 @@ class SegmentedControl : public RectControl {
     int Count() const { return static_cast<int>(items_.size()); }
 
     int SelectionType() const { return selectionType_; }
-    void SelectionType(int type) { selectionType_ = type; }
+    void SelectionType(int type);
     /// Kept for its owner; there is one look.
     int MacControlStyle() const { return macControlStyle_; }
     void MacControlStyle(int style) { macControlStyle_ = style; }

@@ -296,8 +296,12 @@ void Window::orderTabs() {
     std::vector<Ref<RectControl>> inOrder = controls_;
     std::stable_sort(inOrder.begin(), inOrder.end(),
                      [](const auto& one, const auto& other) { return one->TabIndex() < other->TabIndex(); });
-    for (std::size_t i = 1; i < inOrder.size(); ++i) {
-        QWidget::setTabOrder(inOrder[i - 1]->Native(), inOrder[i]->Native());
+    QWidget* last = nullptr;
+    for (const Ref<RectControl>& control : inOrder) {
+        for (QWidget* const stop : control->TabStops()) {
+            if (last) QWidget::setTabOrder(last, stop);
+            last = stop;
+        }
     }
 }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
+#include <QAccessible>
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QTimer>
@@ -262,6 +263,45 @@ TEST_F(ListboxInputTest, AHandlerMayTakeAllRowsAway) {
 TEST_F(ListboxInputTest, AFileDraggedOverTheListIsLeftToTheWindow) {
     EXPECT_FALSE(View().acceptDrops());
     EXPECT_FALSE(View().viewport()->acceptDrops());
+}
+
+TEST_F(ListboxInputTest, HeadingsAreReachedAndPressedByKeysAndByAScreenReader) {
+    list->Heading(1, "Second");
+    list->Native()->activateWindow();
+    std::vector<int> pressed;
+    list->OnSortColumn = [&](int column) {
+        pressed.push_back(column);
+        return true;
+    };
+    Settle();
+    View().setFocus();
+    QTest::keyClick(&View(), Qt::Key_Backtab);
+    QWidget* const header = View().horizontalHeader();
+    ASSERT_TRUE(header->hasFocus());
+    QTest::keyClick(header, Qt::Key_Right);
+    QTest::keyClick(header, Qt::Key_Space);
+    QTest::keyClick(header, Qt::Key_Home);
+    QTest::keyClick(header, Qt::Key_Left);
+    QTest::keyClick(header, Qt::Key_Return);
+    QTest::keyClick(header, Qt::Key_Down);
+    EXPECT_TRUE(View().hasFocus());
+    EXPECT_EQ(pressed, (std::vector<int>{1, 0}));
+
+    QAccessibleInterface* const table = QAccessible::queryAccessibleInterface(&View());
+    QAccessibleInterface* heading = nullptr;
+    for (int i = 0; i < table->childCount() && !heading; ++i) {
+        QAccessibleInterface* const child = table->child(i);
+        if (child->text(QAccessible::Name) == "Second") heading = child;
+    }
+    ASSERT_TRUE(heading);
+    EXPECT_EQ(table->child(table->indexOfChild(heading)), heading);
+    heading->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(pressed.back(), 1);
+    EXPECT_EQ(heading->text(QAccessible::Description), "Sorted, ascending");
+    heading->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+    EXPECT_TRUE(heading->state().focused);
+    EXPECT_EQ(table->focusChild(), heading);
+    EXPECT_EQ(table->tableInterface()->columnCount(), 3);
 }
 
 }  // namespace

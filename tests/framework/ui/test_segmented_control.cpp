@@ -56,6 +56,9 @@ TEST_F(Segments, OneAtATimeIsSelectedByHandAndByCode) {
     Click(1);
     EXPECT_EQ(Selection(), "0100");
     EXPECT_EQ(actions, "2 1 1 ");
+    const QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(Segment(1));
+    EXPECT_EQ(told->role(), QAccessible::RadioButton);
+    EXPECT_TRUE(told->state().checked);
 
     control->Enabled(false);
     Click(3);
