@@ -18,8 +18,9 @@ void ListboxView::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     paintBelowRows(painter);
     if (useFocusRing_ && hasFocus()) {
-        painter.setPen(palette().color(QPalette::Highlight));
-        painter.drawRect(viewport()->rect().adjusted(0, 0, -1, -1));
+        constexpr int kFrame = 2;
+        painter.setPen(QPen(palette().color(QPalette::Highlight), kFrame));
+        painter.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
     }
 }
 

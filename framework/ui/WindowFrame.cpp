@@ -6,6 +6,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPainter>
+#include <QScreen>
 #include <QShortcut>
 #include <QTimer>
 #include <QTimerEvent>
@@ -159,8 +160,26 @@ void WindowFrame::Present(bool modal) {
         winId();
         if (front && front != this) windowHandle()->setTransientParent(front->windowHandle());
     }
+    if (!isVisible()) bringOnScreen();
     show();
     BringToFront();
+}
+
+/// A place that was remembered may be on a screen that is no longer there: nobody could take hold of the window.
+void WindowFrame::bringOnScreen() {
+    constexpr QSize kHandle{100, 20};
+    const QRect top(Bounds().topLeft(), QSize(Bounds().width(), kHandle.height()));
+    const auto shows = [&](const QScreen* screen) {
+        const QRect seen = screen->availableGeometry() & top;
+        return seen.width() >= kHandle.width() && seen.height() >= kHandle.height();
+    };
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    if (screens.isEmpty() || std::any_of(screens.begin(), screens.end(), shows)) return;
+    const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
+    const auto within = [](int place, int size, int start, int extent) {
+        return std::clamp(place, start, std::max(start, start + extent - size));
+    };
+    move(within(top.x(), width(), room.x(), room.width()), within(top.y(), height(), room.y(), room.height()));
 }
 
 void WindowFrame::BringToFront() {

@@ -71,6 +71,7 @@ class WindowFrame : public QWidget, public AccessibleRole {
     bool isMetal() const;
     int menuBarHeight() const;
     int barsHeight() const;
+    void bringOnScreen();
     void arrange();
     void makeMenuBar();
     bool putOffPainting();
