@@ -16,14 +16,19 @@
 namespace framework {
 namespace {
 
-/// The toolkit's own dialog rather than the desktop's: that one has no place for the prompt.
+/// The desktop's own dialog, where the toolkit knows one, or else the toolkit's.
 class Chooser : public QFileDialog {
   public:
-    Chooser(QWidget* parent, const QString& prompt) : QFileDialog(parent) {
-        setOption(QFileDialog::DontUseNativeDialog);
+    Chooser(QWidget* parent, const QString& title, const QString& prompt) : QFileDialog(parent) {
         setOption(QFileDialog::ShowDirsOnly);
         setFileMode(QFileDialog::Directory);
-        if (prompt.isEmpty() || !layout()) return;
+        setWindowTitle(title);
+        if (prompt.isEmpty()) return;
+        if (!layout()) {
+            // The desktop's has no other place for the prompt.
+            setWindowTitle(title.isEmpty() ? prompt : title + QStringLiteral(": ") + prompt);
+            return;
+        }
         auto* const label = new QLabel(prompt, this);
         label->setTextFormat(Qt::PlainText);
         label->setObjectName(QStringLiteral("PromptText"));
@@ -46,9 +51,8 @@ Ref<FolderItem> SelectFolderDialog::ShowModalWithin(const Ref<Window>& window) {
     native::RunDialog(
         [&] {
             QWidget* const parent = window ? window->Native() : native::DialogParent();
-            auto* const dialog = new Chooser(parent, native::ToQt(promptText_));
+            auto* const dialog = new Chooser(parent, native::ToQt(title_), native::ToQt(promptText_));
             dialog->setWindowModality(window ? Qt::WindowModal : Qt::ApplicationModal);
-            dialog->setWindowTitle(native::ToQt(title_));
             dialog->setDirectory(startOf(initialDirectory_));
             if (!actionButtonCaption_.IsEmpty()) {
                 dialog->setLabelText(QFileDialog::Accept, native::ToQtLiteral(actionButtonCaption_));
