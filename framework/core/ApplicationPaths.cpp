@@ -19,10 +19,13 @@ Ref<FolderItem> executable() {
     return GetFolderItem("/proc/self/exe");
 }
 
+Ref<FolderItem> prefix() {
+    return settings().prefix ? settings().prefix : executable()->Parent()->Child("..");
+}
+
 Ref<FolderItem> applicationFolder(const char* area) {
-    const Ref<FolderItem> prefix = settings().prefix ? settings().prefix : executable()->Parent()->Child("..");
     const String name = settings().name.IsEmpty() ? executable()->Name() : settings().name;
-    return prefix->Child(area)->Child(name);
+    return prefix()->Child(area)->Child(name);
 }
 
 Ref<FolderItem> ifPresent(const Ref<FolderItem>& folder) {
@@ -37,6 +40,10 @@ Ref<FolderItem> _GetApplicationBundleResources() {
 
 Ref<FolderItem> ApplicationToolsFolder() {
     return ifPresent(applicationFolder("libexec"));
+}
+
+Ref<FolderItem> ApplicationIconsFolder() {
+    return ifPresent(prefix()->Child("share")->Child("icons"));
 }
 
 void ApplicationPaths::SetName(const String& name) {

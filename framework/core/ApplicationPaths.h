@@ -10,6 +10,8 @@ namespace framework {
 Ref<FolderItem> _GetApplicationBundleResources();
 /// The folder of the application's own commands: `libexec/NAME`, likewise.
 Ref<FolderItem> ApplicationToolsFolder();
+/// The folder of icon themes with the application's own icon, likewise: `share/icons`.
+Ref<FolderItem> ApplicationIconsFolder();
 
 namespace ApplicationPaths {
 

@@ -15,6 +15,7 @@
 
 #include "framework/core/Alert.h"
 #include "framework/core/Application.h"
+#include "framework/core/ApplicationPaths.h"
 #include "framework/core/Dispatch.h"
 #include "framework/core/DocumentService.h"
 #include "framework/core/FolderItem.h"
@@ -101,6 +102,10 @@ int RunFrameworkInitialization(int argc, char** argv, const ProgramIdentity& ide
     process()->documents = documentsOf(process()->argumentCount, argv);
     QApplication::setApplicationName(native::ToQt(identity.Name));
     QApplication::setDesktopFileName(native::ToQt(identity.DesktopName));
+    // Of a program that lies elsewhere than the desktop's own, too.
+    if (const Ref<FolderItem> icons = ApplicationIconsFolder()) {
+        QIcon::setThemeSearchPaths(QIcon::themeSearchPaths() << native::ToQt(icons->AbsolutePath()));
+    }
     QApplication::setWindowIcon(QIcon::fromTheme(native::ToQt(identity.DesktopName)));
     // A program ends by Quit, which gives it its last events.
     QApplication::setQuitOnLastWindowClosed(false);
