@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
-# The entries of the current version in CHANGELOG.md, as lines of text and as items of a list in HTML.
+# The entries of the current version in CHANGELOG.md, as lines of text and as items of a list in HTML, and its date.
 file(STRINGS ${PROJECT_SOURCE_DIR}/CHANGELOG.md lines ENCODING UTF-8)
 set_property(
   DIRECTORY
@@ -9,8 +9,11 @@ set(current FALSE)
 set(what_is_new)
 set(what_is_new_items)
 foreach(line IN LISTS lines)
-  if(line MATCHES "^## (.*)")
+  if(line MATCHES "^## ([^ ]+) \\((....-..-..)\\)$")
     string(COMPARE EQUAL "${CMAKE_MATCH_1}" "${PROJECT_VERSION}" current)
+    if(current)
+      set(release_date ${CMAKE_MATCH_2})
+    endif()
   elseif(current AND line MATCHES "^- (.*)")
     string(APPEND what_is_new "- ${CMAKE_MATCH_1}\n")
     string(APPEND what_is_new_items "<li>${CMAKE_MATCH_1}</li>\n")
