@@ -23,3 +23,13 @@ if(MARROWBECK_SANITIZE)
                                                       -fno-omit-frame-pointer)
   target_link_options(marrowbeck_options INTERFACE -fsanitize=address,undefined)
 endif()
+
+# Hardened as Debian's own packages are, whoever builds it; not where the sanitizers watch, or where nothing is optimised.
+include(CheckPIESupported)
+check_pie_supported()
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+if(NOT MARROWBECK_SANITIZE)
+  target_compile_options(marrowbeck_options INTERFACE -fstack-protector-strong
+                                                      "$<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
+  target_link_options(marrowbeck_options INTERFACE -Wl,-z,relro,-z,now)
+endif()

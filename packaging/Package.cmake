@@ -33,11 +33,11 @@ if(MARROWBECK_SITE_HOST)
   set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "http://${MARROWBECK_SITE_HOST}/photography/marrowbeck/marrowbeck.html")
 endif()
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# What is no library and yet needed: the types of files, and, less so, the session bus, the desktop's own dialogs, a
-# window without X11, and more formats of previews.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS shared-mime-info)
+# What is no library and yet needed: the types of files, and the format of one of the program's own pictures; and, less
+# so, the session bus, a window without X11, the desktop's own dialogs, and its browser.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "shared-mime-info, qt6-image-formats-plugins")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-    "default-dbus-session-bus | dbus-session-bus, qt6-wayland, qt6-gtk-platformtheme, qt6-image-formats-plugins, xdg-utils")
+    "default-dbus-session-bus | dbus-session-bus, qt6-wayland, qt6-gtk-platformtheme, xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_STRIP_FILES ON)
 
