@@ -27,9 +27,8 @@ inline QPixmap ToQPixmap(const Ref<Picture>& picture) {
     return picture ? QPixmap::fromImage(ToQImage(picture)) : QPixmap();
 }
 
-inline QIcon ToQIcon(const Ref<Picture>& picture) {
-    return picture ? QIcon(ToQPixmap(picture)) : QIcon();
-}
+/// Grown with the layout.
+QIcon ToQIcon(const Ref<Picture>& picture);
 
 }  // namespace native
 }  // namespace framework

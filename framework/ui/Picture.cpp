@@ -13,6 +13,7 @@
 #include "framework/core/Descriptor.h"
 #include "framework/core/FolderItem.h"
 #include "framework/ui/Graphics.h"
+#include "framework/ui/LayoutScale.h"
 #include "framework/ui/NativePicture.h"
 
 namespace framework {
@@ -58,7 +59,8 @@ Picture::~Picture() = default;
 Ref<Picture> Picture::Open(const Ref<FolderItem>& file) {
     constexpr int kLargestScale = 3;
     const std::string path = file->AbsolutePath().ToStd();
-    const double ratio = qGuiApp ? qGuiApp->devicePixelRatio() : 1.0;
+    // Icons grow with the layout.
+    const double ratio = qGuiApp ? qGuiApp->devicePixelRatio() * native::LayoutScale() : 1.0;
     QImage image;
     for (int scale = std::min(static_cast<int>(std::ceil(ratio)), kLargestScale); scale > 1 && image.isNull();
          --scale) {

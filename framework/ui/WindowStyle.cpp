@@ -5,6 +5,7 @@
 #include <QStyleOption>
 
 #include "framework/ui/Contrast.h"
+#include "framework/ui/LayoutScale.h"
 #include "framework/ui/Native.h"
 
 namespace framework::native {
@@ -86,6 +87,15 @@ void WindowStyle::drawFocusFrame(const QStyleOption& option, QPainter& painter) 
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(QRectF(option.rect).adjusted(kInset, kInset, -kInset, -kInset), kRadius, kRadius);
     painter.restore();
+}
+
+int WindowStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+    const int pixels = QProxyStyle::pixelMetric(metric, option, widget);
+    const bool isBox = metric == PM_IndicatorWidth || metric == PM_IndicatorHeight ||
+                       metric == PM_ExclusiveIndicatorWidth || metric == PM_ExclusiveIndicatorHeight;
+    constexpr int kBox = 13;
+    // Not without a widget, since the style is asked while the toolkit is still starting.
+    return isBox && widget ? qMax(pixels, ToToolkit(kBox)) : pixels;
 }
 
 int WindowStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

@@ -18,6 +18,8 @@ class WindowStyle : public QProxyStyle {
     /// button that has the focus shows it by a frame.
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
+    /// The boxes beside texts grow with the layout.
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* data) const override;
 
