@@ -12,17 +12,17 @@ using namespace RowRecord;
 
 /// Fields of the answer on an image, in the order of the attributes' names.
 enum ImageField : int {
-    kBitsPerSampleField = 0,
-    kColorSpaceField = 1,
-    kCopyrightField = 2,
-    kDescriptionField = 3,
-    kExifVersionField = 4,
-    kHasAlphaField = 5,
-    kKeywordsField = 6,
-    kKindField = 7,
-    kPixelHeightField = 8,
-    kPixelWidthField = 9,
-    kProfileNameField = 10
+    kBitsPerSampleField,
+    kColorSpaceField,
+    kCopyrightField,
+    kDescriptionField,
+    kExifVersionField,
+    kHasAlphaField,
+    kKeywordsField,
+    kKindField,
+    kPixelHeightField,
+    kPixelWidthField,
+    kProfileNameField
 };
 
 std::int32_t toInteger(const String& text) {

@@ -86,14 +86,19 @@ class Heading : public QAccessibleInterface, public QAccessibleActionInterface {
 /// The toolkit's table with other headings.
 class Table : public QAccessibleInterface, public QAccessibleTableInterface {
   public:
-    Table(ListboxView& view, QAccessibleInterface& toolkits) : view_(view), own_(QAccessible::uniqueId(&toolkits)) {}
+    Table(ListboxView& view, QAccessibleInterface& toolkits)
+        : view_(view), object_(&view), own_(QAccessible::uniqueId(&toolkits)) {}
 
     ~Table() override {
         for (const auto& [column, id] : headings_) QAccessible::deleteAccessibleInterface(id);
     }
 
-    bool isValid() const override { return own().isValid(); }
-    QObject* object() const override { return own().object(); }
+    // The toolkit takes both down at its end, in no order, and asks these of the second.
+    bool isValid() const override {
+        const QAccessibleInterface* const toolkits = QAccessible::accessibleInterface(own_);
+        return toolkits && toolkits->isValid();
+    }
+    QObject* object() const override { return object_; }
     QWindow* window() const override { return own().window(); }
     QAccessibleInterface* parent() const override { return own().parent(); }
     QAccessibleInterface* focusChild() const override {
@@ -163,6 +168,7 @@ class Table : public QAccessibleInterface, public QAccessibleTableInterface {
     }
 
     ListboxView& view_;
+    QPointer<QObject> object_;
     /// The toolkit's, which is known to it by the same object and goes with that.
     QAccessible::Id own_;
     mutable std::map<int, QAccessible::Id> headings_;
