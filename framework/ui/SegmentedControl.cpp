@@ -31,9 +31,7 @@ bool isBackwards(int key) {
 /// One segment on the screen; to a screen reader, a radio button where one of them is chosen at a time.
 class SegmentedControl::Segment : public QRadioButton {
   public:
-    explicit Segment(QWidget* parent) : QRadioButton(parent) {
-        setAttribute(Qt::WA_Hover);
-    }
+    explicit Segment(QWidget* parent) : QRadioButton(parent) { setAttribute(Qt::WA_Hover); }
 
     bool First = false;
     bool Last = false;

@@ -231,9 +231,9 @@ TEST_F(UpdateWindow, ADownloadThatCannotBeWrittenIsNotComplete) {
     const FullDisk disk(40'000);
     EXPECT_TRUE(Show(server));
     ASSERT_EQ(person.Read.size(), 2U);
-    EXPECT_EQ(person.Read[1],
-              "The file '" + OnDesktop("new.tar") +
-                  "' could not be written. Please check the disk and try again later. (the file would be larger than allowed)");
+    EXPECT_EQ(person.Read[1], "The file '" + OnDesktop("new.tar") +
+                                  "' could not be written. Please check the disk and try again later. (the file would "
+                                  "be larger than allowed)");
     EXPECT_FALSE(std::filesystem::exists(OnDesktop("new.tar")));
 }
 
