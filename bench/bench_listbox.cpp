@@ -16,9 +16,9 @@
 #include <string>
 
 #include "bench/Pulse.h"
-#include "framework/core/Numbers.h"
-#include "framework/core/Thread.h"
-#include "framework/core/Waiting.h"
+#include "framework/core/text/Numbers.h"
+#include "framework/core/threads/Thread.h"
+#include "framework/core/threads/Waiting.h"
 #include "framework/ui/Listbox.h"
 
 using namespace framework;

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "bench/SearchedWindow.h"
-#include "framework/core/Scheduler.h"
+#include "framework/core/threads/Scheduler.h"
 
 namespace marrowbeck {
 namespace {

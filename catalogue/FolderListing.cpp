@@ -15,7 +15,7 @@
 #include "catalogue/ReadAhead.h"
 #include "catalogue/RecordText.h"
 #include "fileutil/GetFolderItemModule.h"
-#include "framework/core/Paths.h"
+#include "framework/core/files/Paths.h"
 
 namespace marrowbeck {
 namespace {

@@ -4,7 +4,7 @@
 #include "catalogue/MetadataQueries.h"
 #include "catalogue/ReadAhead.h"
 #include "fileutil/GetFolderItemModule.h"
-#include "framework/core/Paths.h"
+#include "framework/core/files/Paths.h"
 
 namespace marrowbeck {
 // Finds the images of the folder and of all folders in it.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "catalogue/RecordText.h"
 
-#include "framework/core/JsonText.h"
+#include "framework/core/text/JsonText.h"
 
 namespace marrowbeck {
 namespace {

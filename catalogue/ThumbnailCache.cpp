@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "app/Preferences.h"
-#include "framework/core/Paths.h"
+#include "framework/core/files/Paths.h"
 
 namespace marrowbeck {
 namespace {

@@ -11,8 +11,8 @@
 #include <cstring>
 #include <string>
 
-#include "framework/core/Descriptor.h"
-#include "framework/core/Paths.h"
+#include "framework/core/files/Descriptor.h"
+#include "framework/core/files/Paths.h"
 
 namespace marrowbeck {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "framework/core/Paths.h"
+#include "framework/core/files/Paths.h"
 
 namespace marrowbeck {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "framework/core/Characters.h"
+#include "framework/core/text/Characters.h"
 
 namespace marrowbeck {
 namespace {

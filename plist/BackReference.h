@@ -3,8 +3,8 @@
 
 #include <cstddef>
 
-#include "framework/core/Object.h"
-#include "framework/core/Ref.h"
+#include "framework/core/objects/Object.h"
+#include "framework/core/objects/Ref.h"
 
 namespace marrowbeck {
 

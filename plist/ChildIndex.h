@@ -6,8 +6,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "framework/core/Array.h"
-#include "framework/core/String.h"
+#include "framework/core/objects/Array.h"
+#include "framework/core/text/String.h"
 
 namespace marrowbeck {
 

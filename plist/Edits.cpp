@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <cstdint>
 
-#include "framework/core/StackCheck.h"
+#include "framework/core/threads/StackCheck.h"
 #include "plist/plist.h"
 
 namespace marrowbeck {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "plist/EntryPrinter.h"
 
-#include "framework/core/StackCheck.h"
+#include "framework/core/threads/StackCheck.h"
 
 namespace marrowbeck {
 

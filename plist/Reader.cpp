@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "framework/core/StackCheck.h"
+#include "framework/core/threads/StackCheck.h"
 #include "plist/EntryReader.h"
 #include "plist/plist.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/core/StackCheck.h"
+#include "framework/core/threads/StackCheck.h"
 #include "plist/plist.h"
 
 namespace marrowbeck {

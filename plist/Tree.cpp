@@ -3,7 +3,7 @@
 #include <utility>
 #include <vector>
 
-#include "framework/core/StackCheck.h"
+#include "framework/core/threads/StackCheck.h"
 #include "plist/plist.h"
 
 namespace marrowbeck {

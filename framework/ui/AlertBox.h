@@ -3,7 +3,7 @@
 
 #include <QMessageBox>
 
-#include "framework/core/String.h"
+#include "framework/core/text/String.h"
 
 namespace framework {
 

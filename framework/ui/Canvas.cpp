@@ -8,7 +8,7 @@
 #include <QWidget>
 #include <utility>
 
-#include "framework/core/Dispatch.h"
+#include "framework/core/threads/Dispatch.h"
 #include "framework/ui/AccessibleRole.h"
 #include "framework/ui/LayoutScale.h"
 #include "framework/ui/NativePicture.h"

@@ -4,7 +4,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 
-#include "framework/core/Waiting.h"
+#include "framework/core/threads/Waiting.h"
 #include "framework/ui/Native.h"
 
 namespace framework {

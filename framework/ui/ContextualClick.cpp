@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "framework/core/Dispatch.h"
+#include "framework/core/threads/Dispatch.h"
 
 namespace framework {
 namespace {

@@ -4,7 +4,7 @@
 #include <QApplication>
 #include <QPointer>
 
-#include "framework/core/Waiting.h"
+#include "framework/core/threads/Waiting.h"
 #include "framework/ui/WindowFrame.h"
 
 namespace framework::native {

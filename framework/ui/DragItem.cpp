@@ -5,7 +5,7 @@
 #include <QString>
 #include <QSysInfo>
 
-#include "framework/core/FolderItem.h"
+#include "framework/core/files/FolderItem.h"
 
 namespace framework {
 namespace {

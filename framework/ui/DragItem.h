@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "framework/core/Object.h"
-#include "framework/core/Ref.h"
+#include "framework/core/objects/Object.h"
+#include "framework/core/objects/Ref.h"
 
 namespace framework {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "framework/core/Color.h"
-#include "framework/core/Ref.h"
-#include "framework/core/String.h"
+#include "framework/core/objects/Color.h"
+#include "framework/core/objects/Ref.h"
+#include "framework/core/text/String.h"
 
 class QPainter;
 

@@ -3,7 +3,7 @@
 
 #include <QKeySequence>
 
-#include "framework/core/String.h"
+#include "framework/core/text/String.h"
 
 namespace framework::native {
 

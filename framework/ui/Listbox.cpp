@@ -5,7 +5,7 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 
-#include "framework/core/Exceptions.h"
+#include "framework/core/objects/Exceptions.h"
 #include "framework/ui/ListboxView.h"
 #include "framework/ui/Native.h"
 

@@ -4,9 +4,9 @@
 #include <concepts>
 #include <vector>
 
-#include "framework/core/Array.h"
-#include "framework/core/Event.h"
-#include "framework/core/Variant.h"
+#include "framework/core/objects/Array.h"
+#include "framework/core/objects/Variant.h"
+#include "framework/core/threads/Event.h"
 #include "framework/ui/EditTarget.h"
 #include "framework/ui/Graphics.h"
 #include "framework/ui/RectControl.h"

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "framework/core/String.h"
+#include "framework/core/text/String.h"
 
 class QHeaderView;
 class QTableView;

@@ -11,7 +11,7 @@
 #include <optional>
 #include <utility>
 
-#include "framework/core/Characters.h"
+#include "framework/core/text/Characters.h"
 #include "framework/ui/ContextualClick.h"
 #include "framework/ui/Listbox.h"
 #include "framework/ui/ListboxChangeScope.h"

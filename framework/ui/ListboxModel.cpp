@@ -7,9 +7,9 @@
 #include <memory>
 #include <utility>
 
-#include "framework/core/Dispatch.h"
-#include "framework/core/Exceptions.h"
-#include "framework/core/FolderItem.h"
+#include "framework/core/files/FolderItem.h"
+#include "framework/core/objects/Exceptions.h"
+#include "framework/core/threads/Dispatch.h"
 #include "framework/ui/Native.h"
 
 namespace framework {

@@ -7,7 +7,7 @@
 #include <QStringList>
 #include <vector>
 
-#include "framework/core/FolderItem.h"
+#include "framework/core/files/FolderItem.h"
 #include "framework/ui/ListboxRows.h"
 
 namespace framework {

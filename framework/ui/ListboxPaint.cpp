@@ -6,7 +6,7 @@
 #include <QPainter>
 #include <optional>
 
-#include "framework/core/Dispatch.h"
+#include "framework/core/threads/Dispatch.h"
 #include "framework/ui/Listbox.h"
 #include "framework/ui/ListboxView.h"
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-#include "framework/core/Exceptions.h"
+#include "framework/core/objects/Exceptions.h"
 
 namespace framework {
 

@@ -7,9 +7,9 @@
 #include <utility>
 #include <vector>
 
-#include "framework/core/Array.h"
-#include "framework/core/String.h"
-#include "framework/core/Variant.h"
+#include "framework/core/objects/Array.h"
+#include "framework/core/objects/Variant.h"
+#include "framework/core/text/String.h"
 
 namespace framework {
 

@@ -7,9 +7,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "framework/core/Dispatch.h"
-#include "framework/core/Exceptions.h"
-#include "framework/core/Waiting.h"
+#include "framework/core/objects/Exceptions.h"
+#include "framework/core/threads/Dispatch.h"
+#include "framework/core/threads/Waiting.h"
 #include "framework/ui/Listbox.h"
 #include "framework/ui/ListboxAccessible.h"
 #include "framework/ui/ListboxChangeScope.h"

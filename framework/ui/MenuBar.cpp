@@ -4,7 +4,7 @@
 #include <QMenu>
 #include <QMenuBar>
 
-#include "framework/core/Exceptions.h"
+#include "framework/core/objects/Exceptions.h"
 
 namespace framework {
 

@@ -9,9 +9,9 @@
 #include <optional>
 #include <string_view>
 
-#include "framework/core/Application.h"
-#include "framework/core/Dispatch.h"
-#include "framework/core/Exceptions.h"
+#include "framework/core/desktop/Application.h"
+#include "framework/core/objects/Exceptions.h"
+#include "framework/core/threads/Dispatch.h"
 #include "framework/ui/EditTarget.h"
 #include "framework/ui/KeySequence.h"
 #include "framework/ui/Native.h"

@@ -7,8 +7,8 @@
 #include <QString>
 #include <QTextDocument>
 
-#include "framework/core/Color.h"
-#include "framework/core/String.h"
+#include "framework/core/objects/Color.h"
+#include "framework/core/text/String.h"
 
 namespace framework::native {
 

@@ -10,8 +10,8 @@
 #include <string_view>
 #include <utility>
 
-#include "framework/core/Descriptor.h"
-#include "framework/core/FolderItem.h"
+#include "framework/core/files/Descriptor.h"
+#include "framework/core/files/FolderItem.h"
 #include "framework/ui/Graphics.h"
 #include "framework/ui/LayoutScale.h"
 #include "framework/ui/NativePicture.h"

@@ -4,7 +4,7 @@
 #include <QComboBox>
 #include <QSignalBlocker>
 
-#include "framework/core/Exceptions.h"
+#include "framework/core/objects/Exceptions.h"
 #include "framework/ui/Native.h"
 
 namespace framework {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "framework/core/Event.h"
+#include "framework/core/threads/Event.h"
 #include "framework/ui/ButtonControl.h"
 
 namespace framework {

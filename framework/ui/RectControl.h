@@ -4,9 +4,9 @@
 #include <memory>
 #include <vector>
 
-#include "framework/core/Object.h"
-#include "framework/core/Ref.h"
-#include "framework/core/String.h"
+#include "framework/core/objects/Object.h"
+#include "framework/core/objects/Ref.h"
+#include "framework/core/text/String.h"
 
 class QWidget;
 

@@ -13,13 +13,13 @@
 #include <utility>
 #include <vector>
 
-#include "framework/core/Alert.h"
-#include "framework/core/Application.h"
-#include "framework/core/ApplicationPaths.h"
-#include "framework/core/Dispatch.h"
-#include "framework/core/DocumentService.h"
-#include "framework/core/FolderItem.h"
-#include "framework/core/TerminationSignals.h"
+#include "framework/core/desktop/Alert.h"
+#include "framework/core/desktop/Application.h"
+#include "framework/core/desktop/DocumentService.h"
+#include "framework/core/desktop/TerminationSignals.h"
+#include "framework/core/files/ApplicationPaths.h"
+#include "framework/core/files/FolderItem.h"
+#include "framework/core/threads/Dispatch.h"
 #include "framework/ui/AlertBox.h"
 #include "framework/ui/DisplayLoss.h"
 #include "framework/ui/DragItem.h"

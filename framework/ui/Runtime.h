@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "framework/core/String.h"
+#include "framework/core/text/String.h"
 
 namespace framework {
 

@@ -7,7 +7,7 @@
 #include <QRadioButton>
 #include <algorithm>
 
-#include "framework/core/Exceptions.h"
+#include "framework/core/objects/Exceptions.h"
 #include "framework/ui/AccessibleRole.h"
 #include "framework/ui/LayoutScale.h"
 #include "framework/ui/Native.h"

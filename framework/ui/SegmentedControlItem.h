@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "framework/core/Object.h"
-#include "framework/core/String.h"
+#include "framework/core/objects/Object.h"
+#include "framework/core/text/String.h"
 
 namespace framework {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "framework/core/Color.h"
+#include "framework/core/objects/Color.h"
 #include "framework/ui/EditTarget.h"
 #include "framework/ui/TextControl.h"
 

@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "framework/core/String.h"
+#include "framework/core/text/String.h"
 
 namespace framework {
 

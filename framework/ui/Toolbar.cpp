@@ -5,7 +5,7 @@
 #include <QToolBar>
 #include <QToolButton>
 
-#include "framework/core/Exceptions.h"
+#include "framework/core/objects/Exceptions.h"
 #include "framework/ui/LayoutScale.h"
 #include "framework/ui/Native.h"
 

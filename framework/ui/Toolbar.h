@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "framework/core/Event.h"
+#include "framework/core/threads/Event.h"
 #include "framework/ui/RectControl.h"
 #include "framework/ui/ToolItem.h"
 

@@ -7,9 +7,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "framework/core/Application.h"
-#include "framework/core/Dispatch.h"
-#include "framework/core/Waiting.h"
+#include "framework/core/desktop/Application.h"
+#include "framework/core/threads/Dispatch.h"
+#include "framework/core/threads/Waiting.h"
 #include "framework/ui/DisplayLoss.h"
 #include "framework/ui/KeySequence.h"
 #include "framework/ui/LayoutScale.h"

@@ -5,10 +5,10 @@
 #include <memory>
 #include <vector>
 
-#include "framework/core/Color.h"
-#include "framework/core/Object.h"
-#include "framework/core/Ref.h"
-#include "framework/core/String.h"
+#include "framework/core/objects/Color.h"
+#include "framework/core/objects/Object.h"
+#include "framework/core/objects/Ref.h"
+#include "framework/core/text/String.h"
 #include "framework/ui/Cursors.h"
 #include "framework/ui/RectControl.h"
 

@@ -14,8 +14,8 @@
 #include <algorithm>
 #include <string_view>
 
-#include "framework/core/Application.h"
-#include "framework/core/Dispatch.h"
+#include "framework/core/desktop/Application.h"
+#include "framework/core/threads/Dispatch.h"
 #include "framework/ui/DragItem.h"
 #include "framework/ui/LayoutScale.h"
 #include "framework/ui/MenuBar.h"

@@ -3,7 +3,7 @@
 
 #include <QPalette>
 
-#include "framework/core/Color.h"
+#include "framework/core/objects/Color.h"
 
 namespace framework::native {
 

@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
-#include "framework/core/Dispatch.h"
+#include "framework/core/threads/Dispatch.h"
 #include "tests/app/AppTest.h"
 
 namespace marrowbeck::test {

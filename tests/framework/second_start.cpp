@@ -5,7 +5,7 @@
 #include <QCoreApplication>
 #include <cstdio>
 
-#include "framework/core/DocumentService.h"
+#include "framework/core/desktop/DocumentService.h"
 
 int main(int argc, char** argv) {
     using framework::DocumentService;

@@ -9,8 +9,8 @@
 #include <thread>
 #include <vector>
 
-#include "framework/core/Descriptor.h"
-#include "framework/core/String.h"
+#include "framework/core/files/Descriptor.h"
+#include "framework/core/text/String.h"
 
 namespace marrowbeck::test {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "framework/core/FolderItem.h"
+#include "framework/core/files/FolderItem.h"
 
 /// A folder of a test's own, removed with all that is in it. Its path has no links on the way.
 class TemporaryFolder {

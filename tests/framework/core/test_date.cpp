@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/core/Date.h"
+#include "framework/core/time/Date.h"
 
 #include <gtest/gtest.h>
 
 #include <ctime>
 
-#include "framework/core/Clock.h"
-#include "framework/core/Ref.h"
+#include "framework/core/objects/Ref.h"
+#include "framework/core/time/Clock.h"
 
 using namespace framework;
 

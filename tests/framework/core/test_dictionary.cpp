@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/core/Dictionary.h"
+#include "framework/core/objects/Dictionary.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "framework/core/Exceptions.h"
-#include "framework/core/Text.h"
+#include "framework/core/objects/Exceptions.h"
+#include "framework/core/text/Text.h"
 
 using namespace framework;
 using testing::ElementsAre;

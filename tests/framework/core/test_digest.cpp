@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/core/Digest.h"
+#include "framework/core/text/Digest.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "framework/core/Text.h"
+#include "framework/core/text/Text.h"
 
 using namespace framework;
 

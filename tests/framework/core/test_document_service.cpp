@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "framework/core/Application.h"
-#include "framework/core/DocumentService.h"
+#include "framework/core/desktop/Application.h"
+#include "framework/core/desktop/DocumentService.h"
 #include "tests/support/EventLoop.h"
 #include "tests/support/PrivateBus.h"
 

@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "framework/core/FileManager.h"
+#include "framework/core/desktop/FileManager.h"
 #include "tests/support/EventLoop.h"
 #include "tests/support/PrivateBus.h"
 

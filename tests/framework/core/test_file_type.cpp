@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/core/FileType.h"
+#include "framework/core/files/FileType.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

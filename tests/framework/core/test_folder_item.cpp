@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/core/FolderItem.h"
+#include "framework/core/files/FolderItem.h"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -9,9 +9,9 @@
 
 #include <filesystem>
 
-#include "framework/core/BinaryStream.h"
-#include "framework/core/TextInputStream.h"
-#include "framework/core/TextOutputStream.h"
+#include "framework/core/files/BinaryStream.h"
+#include "framework/core/files/TextInputStream.h"
+#include "framework/core/files/TextOutputStream.h"
 #include "tests/support/TemporaryFolder.h"
 
 using namespace framework;

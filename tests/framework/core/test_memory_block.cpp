@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/core/MemoryBlock.h"
+#include "framework/core/objects/MemoryBlock.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 
-#include "framework/core/Bitwise.h"
-#include "framework/core/Exceptions.h"
-#include "framework/core/Ref.h"
+#include "framework/core/objects/Bitwise.h"
+#include "framework/core/objects/Exceptions.h"
+#include "framework/core/objects/Ref.h"
 
 using namespace framework;
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/core/Numbers.h"
+#include "framework/core/text/Numbers.h"
 
 #include <gtest/gtest.h>
 
@@ -9,9 +9,9 @@
 #include <limits>
 #include <random>
 
-#include "framework/core/Format.h"
-#include "framework/core/Random.h"
-#include "framework/core/Ref.h"
+#include "framework/core/objects/Random.h"
+#include "framework/core/objects/Ref.h"
+#include "framework/core/text/Format.h"
 
 using namespace framework;
 

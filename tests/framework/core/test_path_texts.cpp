@@ -5,7 +5,7 @@
 #include <memory>
 #include <random>
 
-#include "framework/core/FolderItem.h"
+#include "framework/core/files/FolderItem.h"
 #include "tests/support/TemporaryFolder.h"
 
 using namespace framework;

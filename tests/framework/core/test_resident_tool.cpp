@@ -14,9 +14,9 @@
 #include <string>
 #include <vector>
 
-#include "framework/core/Descriptor.h"
-#include "framework/core/Shell.h"
-#include "framework/core/Thread.h"
+#include "framework/core/files/Descriptor.h"
+#include "framework/core/process/Shell.h"
+#include "framework/core/threads/Thread.h"
 #include "tests/support/EventLoop.h"
 
 namespace framework {

@@ -15,10 +15,10 @@
 #include <iterator>
 #include <string>
 
-#include "framework/core/CommandLine.h"
-#include "framework/core/Descriptor.h"
-#include "framework/core/Shell.h"
-#include "framework/core/Thread.h"
+#include "framework/core/files/Descriptor.h"
+#include "framework/core/process/CommandLine.h"
+#include "framework/core/process/Shell.h"
+#include "framework/core/threads/Thread.h"
 #include "tests/support/EventLoop.h"
 
 namespace framework {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/core/ShowURL.h"
+#include "framework/core/process/ShowURL.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <thread>
 
-#include "framework/core/TextInputStream.h"
+#include "framework/core/files/TextInputStream.h"
 #include "tests/support/TemporaryFolder.h"
 
 using namespace framework;

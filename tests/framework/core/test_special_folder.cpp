@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/core/SpecialFolder.h"
+#include "framework/core/files/SpecialFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
 
-#include "framework/core/ApplicationPaths.h"
-#include "framework/core/Volume.h"
+#include "framework/core/files/ApplicationPaths.h"
+#include "framework/core/files/Volume.h"
 #include "tests/support/TemporaryFolder.h"
 
 using namespace framework;

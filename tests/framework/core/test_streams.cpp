@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <gtest/gtest.h>
 
-#include "framework/core/BinaryStream.h"
-#include "framework/core/TextInputStream.h"
-#include "framework/core/TextOutputStream.h"
+#include "framework/core/files/BinaryStream.h"
+#include "framework/core/files/TextInputStream.h"
+#include "framework/core/files/TextOutputStream.h"
 #include "tests/support/TemporaryFolder.h"
 
 using namespace framework;

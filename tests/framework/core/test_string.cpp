@@ -4,8 +4,8 @@
 #include <random>
 #include <string>
 
-#include "framework/core/Characters.h"
-#include "framework/core/String.h"
+#include "framework/core/text/Characters.h"
+#include "framework/core/text/String.h"
 
 using namespace framework;
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/core/TCPSocket.h"
+#include "framework/core/network/TCPSocket.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,8 +15,8 @@
 #include <functional>
 #include <thread>
 
-#include "framework/core/Descriptor.h"
-#include "framework/core/Ref.h"
+#include "framework/core/files/Descriptor.h"
+#include "framework/core/objects/Ref.h"
 #include "tests/support/EventLoop.h"
 
 using namespace framework;

@@ -3,7 +3,7 @@
 #include <signal.h>
 #include <sys/wait.h>
 
-#include "framework/core/TerminationSignals.h"
+#include "framework/core/desktop/TerminationSignals.h"
 #include "tests/support/EventLoop.h"
 #include "tests/support/ForkedProcess.h"
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/core/Text.h"
+#include "framework/core/objects/Fields.h"
+#include "framework/core/text/Text.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -10,12 +10,12 @@
 #include <string>
 #include <vector>
 
-#include "framework/core/Alert.h"
-#include "framework/core/Application.h"
-#include "framework/core/Shell.h"
-#include "framework/core/StackCheck.h"
-#include "framework/core/Thread.h"
-#include "framework/core/Waiting.h"
+#include "framework/core/desktop/Alert.h"
+#include "framework/core/desktop/Application.h"
+#include "framework/core/process/Shell.h"
+#include "framework/core/threads/StackCheck.h"
+#include "framework/core/threads/Thread.h"
+#include "framework/core/threads/Waiting.h"
 #include "tests/support/EventLoop.h"
 
 namespace framework {

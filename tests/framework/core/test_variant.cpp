@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/core/Variant.h"
+#include "framework/core/objects/Variant.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 
-#include "framework/core/Exceptions.h"
+#include "framework/core/objects/Exceptions.h"
 
 using namespace framework;
 

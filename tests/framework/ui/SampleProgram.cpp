@@ -7,8 +7,8 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "framework/core/Application.h"
-#include "framework/core/FolderItem.h"
+#include "framework/core/desktop/Application.h"
+#include "framework/core/files/FolderItem.h"
 #include "framework/ui/Global.h"
 #include "framework/ui/Runtime.h"
 

@@ -4,8 +4,8 @@
 #include <QApplication>
 #include <string_view>
 
-#include "framework/core/Alert.h"
-#include "framework/core/Application.h"
+#include "framework/core/desktop/Alert.h"
+#include "framework/core/desktop/Application.h"
 #include "framework/ui/AlertBox.h"
 #include "framework/ui/Global.h"
 #include "framework/ui/WindowStyle.h"

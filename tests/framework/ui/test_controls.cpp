@@ -10,7 +10,7 @@
 #include <QProgressBar>
 #include <QTest>
 
-#include "framework/core/Exceptions.h"
+#include "framework/core/objects/Exceptions.h"
 #include "framework/ui/CheckBox.h"
 #include "framework/ui/ContextualClick.h"
 #include "framework/ui/EditField.h"

@@ -14,8 +14,8 @@
 #include <QTest>
 #include <QTimer>
 
-#include "framework/core/Alert.h"
-#include "framework/core/Thread.h"
+#include "framework/core/desktop/Alert.h"
+#include "framework/core/threads/Thread.h"
 #include "framework/ui/Clipboard.h"
 #include "framework/ui/MessageDialog.h"
 #include "framework/ui/SelectFolderDialog.h"

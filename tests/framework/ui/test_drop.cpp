@@ -5,7 +5,7 @@
 #include <QMimeData>
 #include <QTest>
 
-#include "framework/core/FolderItem.h"
+#include "framework/core/files/FolderItem.h"
 #include "framework/ui/DragItem.h"
 #include "framework/ui/TextArea.h"
 #include "framework/ui/TextField.h"

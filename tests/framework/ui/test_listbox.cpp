@@ -7,7 +7,7 @@
 #include <QToolTip>
 #include <QUrl>
 
-#include "framework/core/Exceptions.h"
+#include "framework/core/objects/Exceptions.h"
 #include "tests/framework/ui/ListboxTest.h"
 #include "tests/support/EventLoop.h"
 

@@ -4,7 +4,7 @@
 #include <numeric>
 #include <random>
 
-#include "framework/core/Thread.h"
+#include "framework/core/threads/Thread.h"
 #include "framework/ui/ListboxSort.h"
 #include "tests/framework/ui/ListboxTest.h"
 

@@ -9,8 +9,8 @@
 #include <QTest>
 #include <QTimer>
 
-#include "framework/core/Application.h"
-#include "framework/core/Exceptions.h"
+#include "framework/core/desktop/Application.h"
+#include "framework/core/objects/Exceptions.h"
 #include "framework/ui/MenuBar.h"
 #include "framework/ui/TextArea.h"
 #include "framework/ui/TextField.h"

@@ -10,8 +10,8 @@
 #include <fstream>
 #include <string>
 
-#include "framework/core/Exceptions.h"
-#include "framework/core/FolderItem.h"
+#include "framework/core/files/FolderItem.h"
+#include "framework/core/objects/Exceptions.h"
 #include "framework/ui/Canvas.h"
 #include "framework/ui/Graphics.h"
 #include "framework/ui/NativePicture.h"

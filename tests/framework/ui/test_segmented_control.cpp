@@ -5,7 +5,7 @@
 #include <QAccessible>
 #include <QTest>
 
-#include "framework/core/Exceptions.h"
+#include "framework/core/objects/Exceptions.h"
 #include "framework/ui/SegmentedControl.h"
 #include "framework/ui/TextField.h"
 #include "framework/ui/Window.h"

@@ -7,8 +7,8 @@
 #include <QTimer>
 #include <string>
 
-#include "framework/core/Application.h"
-#include "framework/core/Thread.h"
+#include "framework/core/desktop/Application.h"
+#include "framework/core/threads/Thread.h"
 #include "framework/ui/Canvas.h"
 #include "framework/ui/Global.h"
 #include "framework/ui/Label.h"

@@ -3,7 +3,7 @@
 
 #include <QApplication>
 
-#include "framework/core/Alert.h"
+#include "framework/core/desktop/Alert.h"
 #include "framework/ui/AlertBox.h"
 
 int main(int argc, char** argv) {

@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "framework/core/desktop/Application.h"
+
+#include <QCoreApplication>
+#include <cstdio>
+#include <utility>
+
+#include "framework/core/desktop/Alert.h"
+#include "framework/core/files/FolderItem.h"
+#include "framework/core/threads/Dispatch.h"
+#include "framework/core/threads/Scheduler.h"
+
+namespace framework {
+
+using internal::Scheduler;
+
+namespace {
+
+Application* theApplication = nullptr;
+
+std::function<void()>& quitPreparation() {
+    static std::function<void()> prepare;
+    return prepare;
+}
+
+std::string keyOf(const String& menuItemName) {
+    std::string key = menuItemName.ToStd();
+    for (char& byte : key) byte = static_cast<char>(byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte);
+    return key;
+}
+
+}  // namespace
+
+Application::Application() {
+    theApplication = this;
+}
+
+Application::~Application() {
+    if (theApplication == this) theApplication = nullptr;
+}
+
+Ref<Application> Application::Current() {
+    return Ref<Application>(theApplication);
+}
+
+void Application::Event_OpenDocument(const Ref<FolderItem>&) {}
+
+bool Application::Event_UnhandledException(RuntimeException&) {
+    return false;
+}
+
+void Application::DoEvents(int milliseconds) {
+    if (internal::OnThread()) {
+        Scheduler::Instance().YieldNow();
+    } else if (milliseconds > 0) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, milliseconds);
+    } else {
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
+    }
+}
+
+void Application::SetVersion(int major, int minor, int bug) {
+    major_ = major;
+    minor_ = minor;
+    bug_ = bug;
+}
+
+String Application::ShortVersion() const {
+    return String(std::to_string(major_) + "." + std::to_string(minor_) + "." + std::to_string(bug_));
+}
+
+void Application::_AddMenuHandler(const String& name, MenuHandler handler) {
+    menuHandlers_[keyOf(name)] = std::move(handler);
+}
+
+bool Application::HasMenuHandler(const String& name) const {
+    return menuHandlers_.contains(keyOf(name));
+}
+
+bool Application::RunMenuHandler(const String& name) {
+    const auto found = menuHandlers_.find(keyOf(name));
+    if (found == menuHandlers_.end()) return false;
+    // A command whose handler failed counts as handled: nobody else is to try it.
+    bool handled = true;
+    Dispatch([&] { handled = found->second(); });
+    return handled;
+}
+
+void Application::open() {
+    Dispatch([this] { Event_Open(); });
+    opened_ = true;
+    for (auto items = std::exchange(waitingDocuments_, {}); const Ref<FolderItem>& item : items) openDocument(item);
+}
+
+void Application::openDocument(const Ref<FolderItem>& item) {
+    if (quitting_) return;
+    if (opened_ && !item->Exists()) {
+        const String text = item->AbsolutePath() + " does not exist. It may have been moved, renamed or deleted.";
+        // Who typed the name looks there.
+        std::fprintf(stderr, "%s\n", text.CString());
+        MsgBox(text);
+    } else if (opened_) {
+        Dispatch([&] { Event_OpenDocument(item); });
+    } else {
+        waitingDocuments_.push_back(item);
+    }
+}
+
+/// The close events, once; False when they were given before.
+bool Application::close() {
+    if (std::exchange(quitting_, true)) return false;
+    if (quitPreparation()) quitPreparation()();
+    Dispatch([this] { Event_Close(); });
+    return true;
+}
+
+void Application::quit(int code) {
+    if (!close()) return;
+    Scheduler::Instance().KillAll();
+    QCoreApplication::exit(code);
+}
+
+void Quit(int code) {
+    const Ref<Application> application = Application::Current();
+    if (!application) {
+        QCoreApplication::exit(code);
+    } else if (internal::OnThread()) {
+        Scheduler::Instance().Post([application, code] { application->quit(code); });
+    } else {
+        application->quit(code);
+    }
+}
+
+namespace internal {
+
+void SetQuitPreparation(std::function<void()> closeWindows) {
+    quitPreparation() = std::move(closeWindows);
+}
+
+void RaiseOpen() {
+    Application::Current()->open();
+}
+
+bool IsQuitting() {
+    return theApplication && theApplication->quitting_;
+}
+
+void CloseForGood() {
+    const NoYield stay;
+    if (const Ref<Application> application = Application::Current()) application->close();
+}
+
+void RaiseOpenDocument(const Ref<FolderItem>& item) {
+    Application::Current()->openDocument(item);
+}
+
+}  // namespace internal
+}  // namespace framework

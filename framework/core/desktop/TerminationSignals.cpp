@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "framework/core/desktop/TerminationSignals.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <QSocketNotifier>
+#include <atomic>
+#include <utility>
+
+#include "framework/core/files/Descriptor.h"
+
+namespace framework {
+namespace {
+
+constexpr int kSignals[] = {SIGTERM, SIGINT, SIGHUP};
+
+/// What a signal handler may touch. A byte in the pipe says that a signal came: little else is allowed in a handler.
+std::atomic<int> pipeEnd = -1;
+
+void tell(int) {
+    const char byte = 0;
+    [[maybe_unused]] const ssize_t written = write(pipeEnd, &byte, 1);
+}
+
+void handle(void (*handler)(int)) {
+    struct sigaction action {};
+    action.sa_handler = handler;
+    action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
+    for (const int signal : kSignals) {
+        struct sigaction old {};
+        sigaction(signal, &action, &old);
+        // Who started the program said that it shall outlive this.
+        if (old.sa_handler == SIG_IGN) sigaction(signal, &old, nullptr);
+    }
+}
+
+}  // namespace
+
+class TerminationSignals::Pipe {
+  public:
+    Pipe(Descriptor reading, Descriptor writing, std::function<void()> onSignal)
+        : reading_(std::move(reading)),
+          writing_(std::move(writing)),
+          notifier_(reading_.Number(), QSocketNotifier::Read) {
+        pipeEnd = writing_.Number();
+        QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this, act = std::move(onSignal)] {
+            char byte = 0;
+            if (read(reading_.Number(), &byte, 1) == 1) act();
+        });
+        handle(tell);
+    }
+    ~Pipe() {
+        handle(SIG_DFL);
+        pipeEnd = -1;
+    }
+
+  private:
+    Descriptor reading_;
+    Descriptor writing_;
+    QSocketNotifier notifier_;
+};
+
+TerminationSignals::TerminationSignals(std::function<void()> onSignal) {
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) return;
+    pipe_ = std::make_unique<Pipe>(Descriptor(ends[0]), Descriptor(ends[1]), std::move(onSignal));
+}
+
+TerminationSignals::~TerminationSignals() = default;
+
+}  // namespace framework

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "framework/core/files/Descriptor.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <utility>
+
+namespace framework {
+
+Descriptor::Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+
+Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
+    std::swap(number_, other.number_);
+    return *this;
+}
+
+Descriptor Descriptor::Open(const char* path, int flags, mode_t mode) {
+    Descriptor file;
+    do {
+        file.number_ = ::open(path, flags | O_CLOEXEC, mode);
+    } while (file.number_ < 0 && errno == EINTR);
+    return file;
+}
+
+Descriptor Descriptor::OpenForReading(const char* path) {
+    Descriptor file = Open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    struct stat facts;
+    if (file.IsOpen() && (::fstat(file.number_, &facts) != 0 || S_ISDIR(facts.st_mode))) file.Close();
+    return file;
+}
+
+ssize_t Descriptor::Read(char* bytes, std::size_t size) {
+    ssize_t count = 0;
+    do {
+        count = ::read(number_, bytes, size);
+    } while (count < 0 && errno == EINTR);
+    return count;
+}
+
+bool Descriptor::Write(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(number_, bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) return false;
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
+bool Descriptor::Sync() {
+    int result = 0;
+    do {
+        result = ::fsync(number_);
+    } while (result != 0 && errno == EINTR);
+    return result == 0;
+}
+
+bool Descriptor::Close() {
+    const int number = std::exchange(number_, -1);
+    // An interrupted close has closed all the same; trying again could close a file that another just opened.
+    return number < 0 || ::close(number) == 0 || errno == EINTR;
+}
+
+}  // namespace framework

@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "framework/core/files/Paths.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+
+#include "framework/core/text/Characters.h"
+
+namespace framework::Paths {
+
+namespace {
+
+constexpr std::string_view kFileScheme = "file://";
+constexpr std::string_view kLocalHost = "localhost";
+
+struct Free {
+    void operator()(char* block) const { std::free(block); }
+};
+using CText = std::unique_ptr<char, Free>;
+
+std::string currentFolder() {
+    const CText folder(::getcwd(nullptr, 0));
+    return folder ? folder.get() : "/";
+}
+
+/// The path with all links on its way resolved; the path as it is when nothing is there.
+std::string real(const std::string& path) {
+    const CText resolved(::realpath(path.c_str(), nullptr));
+    return resolved ? resolved.get() : path;
+}
+
+bool isLetterOrDigit(char byte) {
+    const char lower = FoldAscii(byte);
+    return (lower >= 'a' && lower <= 'z') || (byte >= '0' && byte <= '9');
+}
+
+/// Where the link at `path` leads, empty when there is no link.
+std::string linkTarget(const std::string& path) {
+    char target[PATH_MAX];
+    const ssize_t size = ::readlink(path.c_str(), target, sizeof target);
+    if (size <= 0) return {};
+    const std::string_view text(target, static_cast<std::size_t>(size));
+    return text.front() == '/' ? std::string(text) : Join(EnclosingFolder(path), text);
+}
+
+int hexDigit(char byte) {
+    const char lower = FoldAscii(byte);
+    if (byte >= '0' && byte <= '9') return byte - '0';
+    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+}  // namespace
+
+std::string Normalise(std::string_view path) {
+    if (path.empty() || path.find('\0') != std::string_view::npos) return {};
+    std::string clean = path.front() == '/' ? "/" : currentFolder();
+    while (!path.empty()) {
+        const std::size_t end = std::min(path.find('/'), path.size());
+        const std::string_view part = path.substr(0, end);
+        path.remove_prefix(std::min(end + 1, path.size()));
+        if (part.empty() || part == ".") continue;
+        if (part == "..") {
+            const std::string here = real(clean);
+            const std::string_view above = EnclosingFolder(here);
+            clean = above.empty() ? "/" : std::string(above);
+        } else {
+            clean = Join(clean, part);
+        }
+    }
+    return clean;
+}
+
+std::string FollowLink(std::string path) {
+    constexpr int kMostLinks = 40;  // as many as the kernel follows
+    std::string first = path;
+    for (int links = 0; links <= kMostLinks; ++links) {
+        const std::string target = linkTarget(path);
+        if (target.empty()) return path;
+        path = Normalise(target);
+    }
+    return first;
+}
+
+std::string_view LastPart(std::string_view path) {
+    return path == "/" ? path : path.substr(path.rfind('/') + 1);
+}
+
+std::string_view EnclosingFolder(std::string_view path) {
+    const std::size_t slash = path.rfind('/');
+    if (path.size() <= 1 || slash == std::string_view::npos) return {};
+    return path.substr(0, slash == 0 ? 1 : slash);
+}
+
+std::string Join(std::string_view folder, std::string_view name) {
+    std::string joined;
+    joined.reserve(folder.size() + 1 + name.size());
+    joined = folder;
+    if (!folder.ends_with('/')) joined += '/';
+    return joined += name;
+}
+
+std::string EscapeForShell(std::string_view path) {
+    constexpr std::string_view kHarmless = "_-./,+:@%";
+    std::string word;
+    word.reserve(path.size() + 8);
+    for (const char byte : path) {
+        if (byte == '\n') {
+            word += "'\n'";  // behind a backslash a line end would vanish
+            continue;
+        }
+        const bool ascii = static_cast<unsigned char>(byte) < 0x80;
+        if (ascii && !isLetterOrDigit(byte) && kHarmless.find(byte) == std::string_view::npos) word += '\\';
+        word += byte;
+    }
+    return word;
+}
+
+std::string ToUrl(std::string_view path) {
+    constexpr std::string_view kPlain = "-._~/:";
+    constexpr std::string_view kHex = "0123456789ABCDEF";
+    std::string url(kFileScheme);
+    for (const char byte : path) {
+        if (isLetterOrDigit(byte) || kPlain.find(byte) != std::string_view::npos) {
+            url += byte;
+        } else {
+            const auto value = static_cast<unsigned char>(byte);
+            url += {'%', kHex[value >> 4U], kHex[value & 15U]};
+        }
+    }
+    return url;
+}
+
+bool IsUrl(std::string_view text) {
+    if (!text.starts_with(kFileScheme)) return false;
+    text.remove_prefix(kFileScheme.size());
+    if (text.starts_with(kLocalHost)) text.remove_prefix(kLocalHost.size());
+    return text.starts_with('/');
+}
+
+std::string FromUrl(std::string_view url) {
+    url.remove_prefix(kFileScheme.size());
+    url.remove_prefix(url.find('/'));
+    std::string path;
+    for (std::size_t i = 0; i < url.size(); ++i) {
+        const int high = url[i] == '%' && i + 2 < url.size() ? hexDigit(url[i + 1]) : -1;
+        const int low = high >= 0 ? hexDigit(url[i + 2]) : -1;
+        if (low >= 0) {
+            path += static_cast<char>(high * 16 + low);
+            i += 2;
+        } else {
+            path += url[i];
+        }
+    }
+    return path;
+}
+
+String ForDisplay(std::string_view name) {
+    constexpr std::uint32_t kReplacement = 0xFFFD;
+    constexpr std::uint32_t kControlPictures = 0x2400;
+    constexpr std::uint32_t kDeletePicture = 0x2421;
+    std::string shown;
+    while (!name.empty()) {
+        const Character character = ReadCharacter(name, Encodings::UTF8);
+        name.remove_prefix(character.size);
+        std::uint32_t code = character.code;
+        if (code < 0x20) code += kControlPictures;
+        if (code == 0x7F) code = kDeletePicture;
+        if ((code >= 0x80 && code < 0xA0) || (code >= 0xD800 && code < 0xE000)) code = kReplacement;
+        AppendCharacter(shown, code, Encodings::UTF8);
+    }
+    return String(shown);
+}
+
+}  // namespace framework::Paths

@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "framework/core/process/ResidentTool.h"
+
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <utility>
+#include <vector>
+
+#include "framework/core/process/CommandLine.h"
+#include "framework/core/threads/Scheduler.h"
+#include "framework/core/threads/Waiting.h"
+
+namespace framework::internal {
+
+using marrowbeck::tools::Answer;
+using marrowbeck::tools::answerFrom;
+using marrowbeck::tools::Arguments;
+using marrowbeck::tools::FrameStream;
+using marrowbeck::tools::requestFrame;
+
+namespace {
+
+/// More than any tool has to say; a length above it is no length.
+constexpr std::size_t kLargestAnswer = std::size_t{1} << 28;
+
+/// Most answers come sooner than a turn of the event loop does. What takes longer lets the window live meanwhile.
+constexpr int kPromptMilliseconds = 2;
+
+/// While the tool has not taken a question whole, it is offered the rest so often.
+constexpr int kOfferMilliseconds = 10;
+
+/// What is asked ahead is sent in parcels of this many bytes: to wake the tool costs more than to tell it something.
+constexpr std::size_t kParcel = 4096;
+
+/// One start again is for the accident that happens to any process; more are a fault of its own.
+constexpr int kMostDeaths = 2;
+
+/// The words behind the tool's name. A bare name asks for no more than to be told how to ask, and is no request.
+std::optional<Arguments> argumentsOf(const std::string& line) {
+    std::optional<std::vector<std::string>> words = PlainWords(line);
+    if (!words || words->size() < 2) return std::nullopt;
+    words->erase(words->begin());
+    return words;
+}
+
+}  // namespace
+
+/// A question on its way or answered. Dropped when who asked has gone, which for a killed thread is at once.
+class ResidentTool::Question {
+  public:
+    explicit Question(ResidentTool& tool) : tool_(tool), id_(++tool.lastId_) { tool_.pending_.emplace(id_, this); }
+    ~Question() {
+        if (tool_.pending_.erase(id_) > 0) tool_.send(requestFrame(id_, {}));
+    }
+    Question(const Question&) = delete;
+    Question& operator=(const Question&) = delete;
+
+    std::uint32_t Id() const { return id_; }
+    bool IsSettled() const { return settled_; }
+    std::optional<Answer>& GetAnswer() { return answer_; }
+
+    /// Who waits is woken, whether the answer has come or never will.
+    void Settle(std::optional<Answer> answer) {
+        tool_.pending_.erase(id_);
+        answer_ = std::move(answer);
+        settled_ = true;
+        if (waiting_) Scheduler::Instance().Wake(*waiting_);
+    }
+
+    /// The thread that asks now waits for it.
+    void WaitedFor() { waiting_ = Scheduler::Instance().Current(); }
+
+  private:
+    ResidentTool& tool_;
+    std::uint32_t id_;
+    Thread* waiting_ = nullptr;
+    bool settled_ = false;
+    std::optional<Answer> answer_;
+};
+
+ResidentTool::ResidentTool(Start start) : start_(std::move(start)), answers_(kLargestAnswer) {}
+
+ResidentTool::~ResidentTool() {
+    die();
+}
+
+std::optional<ResidentTool::Result> ResidentTool::Ask(const std::string& line) {
+    if (const std::unique_ptr<Question> early = takeExpected(line)) {
+        std::optional<Result> result = await(*early);
+        const auto& about = early->GetAnswer() ? early->GetAnswer()->about : std::nullopt;
+        if (result && about && look_.at(about->path) == about->file) return result;
+    }
+    look_.forget();
+    const std::optional<Arguments> arguments = argumentsOf(line);
+    while (arguments && isRunning()) {
+        Question question(*this);
+        send(requestFrame(question.Id(), *arguments));
+        if (auto result = await(question)) return result;
+    }
+    return std::nullopt;
+}
+
+/// Returns when the question is settled.
+std::optional<ResidentTool::Result> ResidentTool::await(Question& question) {
+    question.WaitedFor();
+    if (!question.IsSettled()) receive();
+    bool prompt = true;
+    while (!question.IsSettled()) {
+        const int output = process_->Output();
+        if (std::exchange(prompt, false)) {
+            pollfd awaited{output, POLLIN, 0};
+            poll(&awaited, 1, kPromptMilliseconds);
+        } else {
+            WaitReadable(output, unsent_.empty() ? -1 : kOfferMilliseconds);
+        }
+        if (!question.IsSettled()) receive();
+    }
+    if (!question.GetAnswer()) return std::nullopt;
+    return std::move(question.GetAnswer()->result);
+}
+
+void ResidentTool::Expect(const std::string& line) {
+    const std::optional<Arguments> arguments = argumentsOf(line);
+    if (!arguments || expected_.contains(line) || !isRunning()) return;
+    auto question = std::make_unique<Question>(*this);
+    unsent_ += requestFrame(question->Id(), *arguments);
+    expected_.emplace(line, std::move(question));
+    if (unsent_.size() >= kParcel) flush();
+}
+
+std::unique_ptr<ResidentTool::Question> ResidentTool::takeExpected(const std::string& line) {
+    const auto place = expected_.find(line);
+    if (place == expected_.end()) return nullptr;
+    std::unique_ptr<Question> question = std::move(place->second);
+    expected_.erase(place);
+    return question;
+}
+
+void ResidentTool::ExpectNothing() {
+    expected_.clear();
+}
+
+bool ResidentTool::isRunning() {
+    if (process_) return true;
+    if (deaths_ >= kMostDeaths) return false;
+    if (auto process = start_()) {
+        process_.emplace(std::move(*process));
+    } else {
+        deaths_ = kMostDeaths;
+    }
+    return process_.has_value();
+}
+
+void ResidentTool::send(const std::string& frame) {
+    unsent_ += frame;
+    flush();
+}
+
+void ResidentTool::flush() {
+    std::size_t sent = 0;
+    while (process_ && sent < unsent_.size()) {
+        const ssize_t count = ::send(process_->Input(), unsent_.data() + sent, unsent_.size() - sent, MSG_NOSIGNAL);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) break;  // later; or it has died, which shows where answers are awaited
+        sent += static_cast<std::size_t>(count);
+    }
+    unsent_.erase(0, sent);
+}
+
+/// Takes in all that is there.
+void ResidentTool::receive() {
+    if (!process_) return;
+    flush();
+    std::array<char, 65536> buffer;
+    while (true) {
+        const ssize_t count = read(process_->Output(), buffer.data(), buffer.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0 && errno == EAGAIN) return;
+        if (count <= 0 || !take(buffer.data(), static_cast<std::size_t>(count))) break;
+        if (static_cast<std::size_t>(count) < buffer.size()) return;
+    }
+    die();
+}
+
+/// False when what came makes no sense.
+bool ResidentTool::take(const char* bytes, std::size_t size) {
+    answers_.append({bytes, size});
+    while (const auto body = answers_.next()) {
+        std::optional<Answer> answer = answerFrom(*body);
+        if (!answer) return false;
+        deaths_ = 0;
+        const auto place = pending_.find(answer->id);
+        if (place != pending_.end()) place->second->Settle(std::move(answer));
+    }
+    return !answers_.isBroken();
+}
+
+void ResidentTool::die() {
+    process_.reset();
+    answers_ = FrameStream(kLargestAnswer);
+    unsent_.clear();
+    ++deaths_;
+    while (!pending_.empty()) pending_.begin()->second->Settle(std::nullopt);
+}
+
+}  // namespace framework::internal

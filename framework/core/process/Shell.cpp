@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "framework/core/process/Shell.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "framework/core/objects/Exceptions.h"
+#include "framework/core/process/ChildProcess.h"
+#include "framework/core/process/CommandLine.h"
+#include "framework/core/process/ResidentTool.h"
+
+namespace framework {
+
+using internal::ChildProcess;
+using internal::ResidentTool;
+
+namespace {
+
+std::string& toolsFolder() {
+    static std::string folder;
+    return folder;
+}
+
+/// An empty folder that lives as long as the process.
+class WorkingFolder {
+  public:
+    WorkingFolder() : path_(parent() + "/shell.XXXXXX") {
+        if (!mkdtemp(path_.data())) path_ = "/";
+    }
+    ~WorkingFolder() { rmdir(path_.c_str()); }
+    WorkingFolder(const WorkingFolder&) = delete;
+    WorkingFolder& operator=(const WorkingFolder&) = delete;
+
+    const std::string& Path() const { return path_; }
+
+  private:
+    static std::string parent() {
+        for (const char* name : {"XDG_RUNTIME_DIR", "TMPDIR"}) {
+            const char* folder = std::getenv(name);
+            if (folder && access(folder, W_OK) == 0) return folder;
+        }
+        return "/tmp";
+    }
+
+    std::string path_;
+};
+
+const std::string& workingFolder() {
+    static const WorkingFolder folder;
+    return folder.Path();
+}
+
+std::string searchPath() {
+    const char* inherited = std::getenv("PATH");
+    std::string path = toolsFolder();
+    if (!path.empty()) path += ':';
+    return path + (inherited ? inherited : "/usr/local/bin:/usr/bin:/bin");
+}
+
+std::vector<std::string> environmentWith(const std::string& path) {
+    constexpr std::string_view kPath = "PATH=";
+    std::vector<std::string> environment{std::string(kPath) + path};
+    for (char** entry = environ; *entry; ++entry) {
+        if (!std::string_view(*entry).starts_with(kPath)) environment.emplace_back(*entry);
+    }
+    return environment;
+}
+
+/// The tools that stay open, by name.
+std::map<std::string, ResidentTool, std::less<>>& residentTools() {
+    static std::map<std::string, ResidentTool, std::less<>> tools;
+    return tools;
+}
+
+/// The tool whose name a line begins with; null for any other line.
+ResidentTool* residentTool(std::string_view line) {
+    const auto found = residentTools().find(line.substr(0, line.find(' ')));
+    return found == residentTools().end() ? nullptr : &found->second;
+}
+
+/// Starts the command of `line`: by itself when the line is nothing but words, which saves a process, and through the
+/// shell otherwise. The difference does not show.
+ChildProcess start(const std::string& line) {
+    const std::string path = searchPath();
+    const std::vector<std::string> environment = environmentWith(path);
+    if (const auto words = internal::PlainWords(line)) {
+        const std::string program = internal::FindProgram(words->front(), path);
+        if (!program.empty()) {
+            if (auto child = ChildProcess::Start(program, *words, environment, workingFolder())) {
+                return std::move(*child);
+            }
+        }
+    }
+    if (auto child = ChildProcess::Start("/bin/sh", {"sh", "-c", line}, environment, workingFolder())) {
+        return std::move(*child);
+    }
+    throw ShellNotAvailableException("No process could be started for a command.", errno);
+}
+
+}  // namespace
+
+void Shell::SetToolsFolder(const String& folder, const std::vector<std::string>& resident) {
+    toolsFolder() = folder.ToStd();
+    residentTools().clear();
+    for (const std::string& name : resident) {
+        residentTools().try_emplace(name, [name] {
+            return ChildProcess::Start(toolsFolder() + "/" + name, {name, "-stay_open"}, environmentWith(searchPath()),
+                                       workingFolder(), ChildProcess::InputKind::open);
+        });
+    }
+}
+
+void Shell::PassErrorsOn() {
+    ChildProcess::PassErrorsOn();
+}
+
+void Shell::Prepare() {
+    for (auto& [name, tool] : residentTools()) tool.Prepare();
+}
+
+void Shell::Expect(const String& command) {
+    const std::string line = command.ToStd();
+    if (ResidentTool* const tool = residentTool(line)) tool->Expect(line);
+}
+
+void Shell::ExpectNothing() {
+    for (auto& [name, tool] : residentTools()) tool.ExpectNothing();
+}
+
+void Shell::Execute(const String& command) {
+    errorCode_ = 0;
+    result_ = String();
+    const std::string line = command.ToStd();
+    if (ResidentTool* const tool = residentTool(line)) {
+        if (const auto answer = tool->Ask(line)) {
+            errorCode_ = answer->status;
+            result_ = String(answer->output, Encodings::UTF8);
+            return;
+        }
+    }
+    ChildProcess child = start(line);
+    const std::string output = child.ReadOutput();
+    errorCode_ = child.Wait();
+    result_ = String(output, Encodings::UTF8);
+}
+
+}  // namespace framework

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "framework/core/threads/Fiber.h"
+
+#include <cxxabi.h>
+
+#include <cassert>
+#include <cstring>
+#include <exception>
+#include <utility>
+
+#include "framework/core/threads/StackSwitch.h"
+
+namespace framework::internal {
+namespace {
+
+/// Enough for the toolkit's deepest calls from a handler; address space only, until it is touched.
+constexpr std::size_t kStackSize = 1024UL * 1024;
+
+}  // namespace
+
+Fiber::Fiber(std::function<void()> body)
+    : allocator_(kStackSize), stack_(allocator_.allocate()), body_(std::move(body)) {
+    self_ =
+        boost::context::fiber(std::allocator_arg, boost::context::preallocated(stack_.sp, stack_.size, stack_),
+                              allocator_, [this](boost::context::fiber&& caller) { return enter(std::move(caller)); });
+}
+
+// The stack itself is given back by the library, when the context that owns it is destroyed.
+Fiber::~Fiber() {
+    assert(over_);
+}
+
+boost::context::fiber Fiber::enter(boost::context::fiber&& caller) {
+    ArriveOnStack(nullptr, &callerBounds_.bottom, &callerBounds_.top);
+    caller_ = std::move(caller);
+    body_();
+    over_ = true;
+    LeaveStack(nullptr, callerBounds_.bottom, callerBounds_.top);
+    return std::move(caller_);
+}
+
+void Fiber::Resume() {
+    void* shadow = nullptr;
+    std::size_t ignored = 0;
+    exchangeExceptionState(exceptions_);
+    LeaveStack(&shadow, Bounds().bottom, stack_.size);
+    self_ = std::move(self_).resume();
+    ArriveOnStack(shadow, &ignored, &ignored);
+    exchangeExceptionState(exceptions_);
+}
+
+void Fiber::Suspend() {
+    assert(std::uncaught_exceptions() == 0 && "a thread must not yield while an exception is in flight");
+    LeaveStack(&callerShadow_, callerBounds_.bottom, callerBounds_.top);
+    caller_ = std::move(caller_).resume();
+    ArriveOnStack(callerShadow_, &callerBounds_.bottom, &callerBounds_.top);
+}
+
+StackBounds Fiber::Bounds() const {
+    const auto top = reinterpret_cast<std::size_t>(stack_.sp);
+    return {top - stack_.size, top};
+}
+
+void Fiber::exchangeExceptionState(ExceptionState& other) {
+    auto* present = reinterpret_cast<ExceptionState*>(abi::__cxa_get_globals());
+    std::swap(*present, other);
+}
+
+}  // namespace framework::internal
