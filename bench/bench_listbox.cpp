@@ -19,7 +19,7 @@
 #include "framework/core/text/Numbers.h"
 #include "framework/core/threads/Thread.h"
 #include "framework/core/threads/Waiting.h"
-#include "framework/ui/Listbox.h"
+#include "framework/ui/list/Listbox.h"
 
 using namespace framework;
 using marrowbeck::bench::Duration;

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/ui/CheckBox.h"
-#include "framework/ui/EditField.h"
-#include "framework/ui/Label.h"
-#include "framework/ui/Listbox.h"
-#include "framework/ui/PopupMenu.h"
-#include "framework/ui/RadioButton.h"
-#include "framework/ui/TextField.h"
+#include "framework/ui/control/CheckBox.h"
+#include "framework/ui/control/EditField.h"
+#include "framework/ui/control/Label.h"
+#include "framework/ui/control/PopupMenu.h"
+#include "framework/ui/control/RadioButton.h"
+#include "framework/ui/control/TextField.h"
+#include "framework/ui/list/Listbox.h"
 #include "plist/plistDict.h"
 
 namespace marrowbeck {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/ui/Window.h"
+#include "framework/ui/window/Window.h"
 #include "plist/plistDict.h"
 
 namespace marrowbeck {

@@ -11,8 +11,8 @@
 
 #include "app/AboutWindow.h"
 #include "app/Colors.h"
-#include "framework/ui/AlertBox.h"
-#include "framework/ui/WindowFrame.h"
+#include "framework/ui/dialog/AlertBox.h"
+#include "framework/ui/window/WindowFrame.h"
 #include "tests/app/AppTest.h"
 #include "tests/support/EventLoop.h"
 

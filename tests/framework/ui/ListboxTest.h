@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "framework/ui/Listbox.h"
+#include "framework/ui/list/Listbox.h"
 
 namespace framework::testing {
 

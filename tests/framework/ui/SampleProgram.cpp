@@ -9,8 +9,8 @@
 
 #include "framework/core/desktop/Application.h"
 #include "framework/core/files/FolderItem.h"
-#include "framework/ui/Global.h"
-#include "framework/ui/Runtime.h"
+#include "framework/ui/start/Runtime.h"
+#include "framework/ui/window/Global.h"
 
 namespace framework::testing {
 namespace {

@@ -6,9 +6,9 @@
 
 #include "framework/core/desktop/Alert.h"
 #include "framework/core/desktop/Application.h"
-#include "framework/ui/AlertBox.h"
-#include "framework/ui/Global.h"
-#include "framework/ui/WindowStyle.h"
+#include "framework/ui/dialog/AlertBox.h"
+#include "framework/ui/drawing/WindowStyle.h"
+#include "framework/ui/window/Global.h"
 #include "tests/framework/ui/SampleProgram.h"
 
 int main(int argc, char** argv) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <gtest/gtest.h>
 
-#include "framework/ui/Contrast.h"
+#include "framework/ui/drawing/Contrast.h"
 
 namespace framework::internal {
 namespace {

@@ -16,11 +16,11 @@
 
 #include "framework/core/desktop/Alert.h"
 #include "framework/core/threads/Thread.h"
-#include "framework/ui/Clipboard.h"
-#include "framework/ui/MessageDialog.h"
-#include "framework/ui/SelectFolderDialog.h"
-#include "framework/ui/Window.h"
-#include "framework/ui/WindowFrame.h"
+#include "framework/ui/control/Clipboard.h"
+#include "framework/ui/dialog/MessageDialog.h"
+#include "framework/ui/dialog/SelectFolderDialog.h"
+#include "framework/ui/window/Window.h"
+#include "framework/ui/window/WindowFrame.h"
 
 namespace framework::testing {
 namespace {

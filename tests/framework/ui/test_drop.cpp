@@ -6,11 +6,11 @@
 #include <QTest>
 
 #include "framework/core/files/FolderItem.h"
-#include "framework/ui/DragItem.h"
-#include "framework/ui/TextArea.h"
-#include "framework/ui/TextField.h"
-#include "framework/ui/Window.h"
-#include "framework/ui/WindowFrame.h"
+#include "framework/ui/control/TextArea.h"
+#include "framework/ui/control/TextField.h"
+#include "framework/ui/window/DragItem.h"
+#include "framework/ui/window/Window.h"
+#include "framework/ui/window/WindowFrame.h"
 
 namespace framework::testing {
 namespace {

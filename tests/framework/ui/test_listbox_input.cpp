@@ -4,8 +4,8 @@
 #include <QMenu>
 #include <QTimer>
 
-#include "framework/ui/ContextualClick.h"
-#include "framework/ui/MenuItem.h"
+#include "framework/ui/control/ContextualClick.h"
+#include "framework/ui/menu/MenuItem.h"
 #include "tests/framework/ui/ListboxTest.h"
 
 namespace framework::testing {

@@ -5,7 +5,7 @@
 #include <random>
 
 #include "framework/core/threads/Thread.h"
-#include "framework/ui/ListboxSort.h"
+#include "framework/ui/list/ListboxSort.h"
 #include "tests/framework/ui/ListboxTest.h"
 
 namespace framework::testing {

@@ -11,11 +11,11 @@
 
 #include "framework/core/desktop/Application.h"
 #include "framework/core/objects/Exceptions.h"
-#include "framework/ui/MenuBar.h"
-#include "framework/ui/TextArea.h"
-#include "framework/ui/TextField.h"
-#include "framework/ui/Window.h"
-#include "framework/ui/WindowFrame.h"
+#include "framework/ui/control/TextArea.h"
+#include "framework/ui/control/TextField.h"
+#include "framework/ui/menu/MenuBar.h"
+#include "framework/ui/window/Window.h"
+#include "framework/ui/window/WindowFrame.h"
 
 namespace framework::testing {
 namespace {

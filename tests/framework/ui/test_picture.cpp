@@ -12,10 +12,10 @@
 
 #include "framework/core/files/FolderItem.h"
 #include "framework/core/objects/Exceptions.h"
-#include "framework/ui/Canvas.h"
-#include "framework/ui/Graphics.h"
-#include "framework/ui/NativePicture.h"
-#include "framework/ui/Picture.h"
+#include "framework/ui/control/Canvas.h"
+#include "framework/ui/drawing/Graphics.h"
+#include "framework/ui/drawing/NativePicture.h"
+#include "framework/ui/drawing/Picture.h"
 
 namespace framework::testing {
 namespace {

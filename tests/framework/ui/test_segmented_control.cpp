@@ -6,10 +6,10 @@
 #include <QTest>
 
 #include "framework/core/objects/Exceptions.h"
-#include "framework/ui/SegmentedControl.h"
-#include "framework/ui/TextField.h"
-#include "framework/ui/Window.h"
-#include "framework/ui/WindowFrame.h"
+#include "framework/ui/control/SegmentedControl.h"
+#include "framework/ui/control/TextField.h"
+#include "framework/ui/window/Window.h"
+#include "framework/ui/window/WindowFrame.h"
 
 namespace framework::testing {
 namespace {

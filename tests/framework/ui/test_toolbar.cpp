@@ -6,9 +6,9 @@
 #include <QToolButton>
 
 #include "framework/core/objects/Exceptions.h"
-#include "framework/ui/Toolbar.h"
-#include "framework/ui/Window.h"
-#include "framework/ui/WindowFrame.h"
+#include "framework/ui/menu/Toolbar.h"
+#include "framework/ui/window/Window.h"
+#include "framework/ui/window/WindowFrame.h"
 
 namespace framework::testing {
 namespace {

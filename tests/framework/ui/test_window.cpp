@@ -9,12 +9,12 @@
 
 #include "framework/core/desktop/Application.h"
 #include "framework/core/threads/Thread.h"
-#include "framework/ui/Canvas.h"
-#include "framework/ui/Global.h"
-#include "framework/ui/Label.h"
-#include "framework/ui/TextField.h"
-#include "framework/ui/Toolbar.h"
-#include "framework/ui/WindowFrame.h"
+#include "framework/ui/control/Canvas.h"
+#include "framework/ui/control/Label.h"
+#include "framework/ui/control/TextField.h"
+#include "framework/ui/menu/Toolbar.h"
+#include "framework/ui/window/Global.h"
+#include "framework/ui/window/WindowFrame.h"
 #include "tests/support/EventLoop.h"
 
 namespace framework::testing {

@@ -4,7 +4,7 @@
 #include <QApplication>
 
 #include "framework/core/desktop/Alert.h"
-#include "framework/ui/AlertBox.h"
+#include "framework/ui/dialog/AlertBox.h"
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);

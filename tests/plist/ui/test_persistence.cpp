@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <gtest/gtest.h>
 
-#include "framework/ui/CheckBox.h"
-#include "framework/ui/Clipboard.h"
-#include "framework/ui/EditField.h"
-#include "framework/ui/Label.h"
-#include "framework/ui/Listbox.h"
-#include "framework/ui/PopupMenu.h"
-#include "framework/ui/RadioButton.h"
-#include "framework/ui/Window.h"
+#include "framework/ui/control/CheckBox.h"
+#include "framework/ui/control/Clipboard.h"
+#include "framework/ui/control/EditField.h"
+#include "framework/ui/control/Label.h"
+#include "framework/ui/control/PopupMenu.h"
+#include "framework/ui/control/RadioButton.h"
+#include "framework/ui/list/Listbox.h"
+#include "framework/ui/window/Window.h"
 #include "tests/plist/Documents.h"
 
 using namespace marrowbeck;

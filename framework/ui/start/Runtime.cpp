@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "framework/ui/start/Runtime.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QTimer>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "framework/core/desktop/Alert.h"
+#include "framework/core/desktop/Application.h"
+#include "framework/core/desktop/DocumentService.h"
+#include "framework/core/desktop/TerminationSignals.h"
+#include "framework/core/files/ApplicationPaths.h"
+#include "framework/core/files/FolderItem.h"
+#include "framework/core/threads/Dispatch.h"
+#include "framework/ui/dialog/AlertBox.h"
+#include "framework/ui/drawing/Native.h"
+#include "framework/ui/drawing/WindowStyle.h"
+#include "framework/ui/window/DisplayLoss.h"
+#include "framework/ui/window/DragItem.h"
+#include "framework/ui/window/Global.h"
+
+namespace framework {
+namespace {
+
+/// The end of the person's session, which waits for nobody: what would be an alert goes to standard error, and one that
+/// is open already closes.
+void endWithSession() {
+    internal::SetAlertPresenter({});
+    if (internal::IsQuitting()) {
+        QCoreApplication::exit(1);
+    } else {
+        Quit();
+    }
+}
+
+/// The toolkit, for which a session manager ends a program by an event.
+class Toolkit : public QApplication {
+  public:
+    using QApplication::QApplication;
+
+  protected:
+    bool event(QEvent* event) override {
+        if (event->type() != QEvent::Quit) return QApplication::event(event);
+        Dispatch(endWithSession);
+        return true;
+    }
+};
+
+/// What lasts from the initialisation to the end of the run. The toolkit keeps references to the argument count.
+struct Process {
+    Process(int count, char** arguments) : argumentCount(count), toolkit(argumentCount, arguments) {}
+
+    int argumentCount;
+    Toolkit toolkit;
+    std::vector<std::string> documents;
+};
+
+std::unique_ptr<Process>& process() {
+    // Never taken down by the exit handlers of the process: what the toolkit still refers to is gone by then.
+    static auto& theProcess = *new std::unique_ptr<Process>;
+    return theProcess;
+}
+
+/// The files and folders that the command line names, as absolute paths. Its bytes are taken as they are: a name need
+/// not be valid text. The toolkit has taken out its own options; other options are nobody's and are left.
+std::vector<std::string> documentsOf(int argc, char** argv) {
+    std::vector<std::string> paths;
+    bool optionsEnded = false;
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view argument = argv[i];
+        if (!optionsEnded && argument.starts_with('-')) {
+            optionsEnded = argument == "--";
+            continue;
+        }
+        if (argument.empty()) continue;
+        if (argument.starts_with("file:")) {
+            if (auto path = internal::PathFromUri(argument)) paths.push_back(*std::move(path));
+        } else {
+            // From a folder that is gone, no path leads anywhere; the document then is one that does not exist.
+            std::error_code gone;
+            const std::filesystem::path path = std::filesystem::absolute(argument, gone);
+            paths.push_back(gone ? std::string(argument) : path.string());
+        }
+    }
+    return paths;
+}
+
+}  // namespace
+
+int RunFrameworkInitialization(int argc, char** argv, const ProgramIdentity& identity,
+                               const std::function<int()>& startup) {
+    QApplication::setStyle(new native::WindowStyle);  // the toolkit takes it over
+    process() = std::make_unique<Process>(argc, argv);
+    process()->documents = documentsOf(process()->argumentCount, argv);
+    QApplication::setApplicationName(native::ToQt(identity.Name));
+    QApplication::setDesktopFileName(native::ToQt(identity.DesktopName));
+    // Of a program that lies elsewhere than the desktop's own, too.
+    if (const Ref<FolderItem> icons = ApplicationIconsFolder()) {
+        QIcon::setThemeSearchPaths(QIcon::themeSearchPaths() << native::ToQt(icons->AbsolutePath()));
+    }
+    QApplication::setWindowIcon(QIcon::fromTheme(native::ToQt(identity.DesktopName)));
+    // A program ends by Quit, which gives it its last events.
+    QApplication::setQuitOnLastWindowClosed(false);
+    internal::SetAlertPresenter(internal::PresentAlert);
+    internal::SetQuitPreparation(internal::CloseAllWindows);
+    return startup();
+}
+
+int RuntimeRun() {
+    std::vector<Ref<FolderItem>> items;
+    for (const std::string& path : process()->documents) items.push_back(New<FolderItem>(String(path)));
+    int code = 0;
+    {
+        const String busName = native::FromQt(QApplication::desktopFileName());
+        const DocumentService service(busName, items, internal::BringWindowsToFront);
+        if (service.GetRole() != DocumentService::Role::HandedOver) {
+            // Inside the loop, so that a quit in the middle of the Open event ends it.
+            QTimer::singleShot(0, &process()->toolkit, [&items] {
+                internal::RaiseOpen();
+                for (const Ref<FolderItem>& item : items) internal::RaiseOpenDocument(item);
+            });
+            const TerminationSignals endOfSession([] { Dispatch(endWithSession); });
+            internal::OnDisplayLoss([] {
+                internal::SetAlertPresenter({});
+                internal::CloseForGood();
+            });
+            code = QApplication::exec();
+        }
+    }
+    internal::EndFramework();
+    return code;
+}
+
+void internal::EndFramework() {
+    CloseAllWindows();
+    if (const Ref<Application> application = Application::Current()) application->MenuBar(Nil);
+    ForgetGlobals();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    process().reset();
+}
+
+}  // namespace framework
