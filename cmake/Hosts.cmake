@@ -9,3 +9,9 @@ set(MARROWBECK_CONTACT
 set(MARROWBECK_SHORT_LINK_HOST
     ""
     CACHE STRING "Host of the short links that the update feed may hold; empty for none")
+
+# Where the pages of the site are; empty without one.
+set(site_pages)
+if(MARROWBECK_SITE_HOST)
+  set(site_pages "http://${MARROWBECK_SITE_HOST}/photography/marrowbeck")
+endif()

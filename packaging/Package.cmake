@@ -29,8 +29,8 @@ data and the facts of the selected image beside the list.
 The same list is printed for scripts as CSV or JSON. Images are read by
 helpers that can touch nothing but the image they were given, and are never
 changed.")
-if(MARROWBECK_SITE_HOST)
-  set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "http://${MARROWBECK_SITE_HOST}/photography/marrowbeck/marrowbeck.html")
+if(site_pages)
+  set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "${site_pages}/marrowbeck.html")
 endif()
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # What is no library and yet needed: the types of files, and the format of one of the program's own pictures; and, less

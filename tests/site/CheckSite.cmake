@@ -3,8 +3,12 @@
 # the product page leads to a page.
 file(READ ${TREE}/updates/marrowbeck.xml feed)
 set(archive marrowbeck-${VERSION}.tar.gz)
+set(pages)
+if(HOST)
+  set(pages "http://${HOST}/photography/marrowbeck")
+endif()
 foreach(part "standalone" "<CurrentVersion>${VERSION}</CurrentVersion>" "<Free>Yes</Free>"
-             "/photography/marrowbeck/${archive}</DownloadURLOSX>")
+             ">${pages}/${archive}</DownloadURLOSX>")
   string(FIND "${feed}" "${part}" place)
   if(place EQUAL -1)
     message(SEND_ERROR "The feed does not hold ${part}")
