@@ -29,6 +29,13 @@ include(CheckPIESupported)
 check_pie_supported()
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 if(NOT MARROWBECK_SANITIZE)
+  # What not every processor has.
+  include(CheckCXXCompilerFlag)
+  foreach(flag -fstack-clash-protection -fcf-protection)
+    string(MAKE_C_IDENTIFIER has${flag} has_flag)
+    check_cxx_compiler_flag(${flag} ${has_flag})
+    target_compile_options(marrowbeck_options INTERFACE $<$<BOOL:${${has_flag}}>:${flag}>)
+  endforeach()
   target_compile_options(marrowbeck_options INTERFACE -fstack-protector-strong
                                                       "$<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
   target_link_options(marrowbeck_options INTERFACE -Wl,-z,relro,-z,now)
