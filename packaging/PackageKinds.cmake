@@ -7,4 +7,5 @@ if(CPACK_GENERATOR STREQUAL "DEB")
   # Not among the pages of the site.
   unset(CPACK_OUTPUT_FILE_PREFIX)
   unset(CPACK_POST_BUILD_SCRIPTS)
+  set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/PackagePermissions.cmake)
 endif()
