@@ -14,7 +14,7 @@
 #include <string>
 
 #include "net/HTTPSocket.h"
-#include "tests/net/ScriptedServer.h"
+#include "tests/support/ScriptedServer.h"
 
 namespace {
 

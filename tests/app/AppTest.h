@@ -5,7 +5,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -13,6 +12,7 @@
 #include "app/Preferences.h"
 #include "app/Window1.h"
 #include "net/UpdateSite.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace marrowbeck::test {
 
@@ -37,11 +37,7 @@ class AppTest : public testing::Test {
                                                      (says ? "" : "<key>autoupdate</key>\n<false/>\n") +
                                                      "</dict>\n</plist>\n";
     }
-    static std::string contentOf(const std::string& path) {
-        std::ifstream stream(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-    std::string saved() const { return contentOf(file); }
+    std::string saved() const { return readFile(file); }
 
     std::string folder = SpecialFolder::ApplicationData()->AbsolutePath().ToStd() + "/Marrowbeck";
     std::string file = folder + "/com.kv2tqq.marrowbeck.preferences.plist";

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <gmock/gmock.h>
-#include <sys/stat.h>
 
 #include "framework/core/threads/Dispatch.h"
 #include "tests/app/AppTest.h"
@@ -46,21 +45,6 @@ TEST_F(PreferencesTest, WhatADeadRunLeftIsGoneBeforeTheDocumentIsRead) {
     EXPECT_NE(Preferences::TempFile()->Name(), name);
 }
 
-TEST_F(PreferencesTest, ABinaryFileIsReadToo) {
-    remember("<key>lastfolder</key>\n<string>there</string>\n");
-    Shell::SetToolsFolder(MARROWBECK_TOOLS);
-    const Ref<Shell> shell = New<Shell>();
-    shell->Execute("plutil -convert binary1 " + New<FolderItem>(String(file))->ShellPath());
-    ASSERT_EQ(saved().substr(0, 6), "bplist");
-    Preferences::LoadPreferences();
-    EXPECT_EQ(Preferences::prefs()->root->GetString("lastfolder"), String("there"));
-    Preferences::prefs()->root->SetString("lastfolder", "elsewhere");
-    Preferences::SavePreferences();
-    EXPECT_EQ(saved().substr(0, 6), "bplist");
-    Preferences::LoadPreferences();
-    EXPECT_EQ(Preferences::prefs()->root->GetString("lastfolder"), String("elsewhere"));
-}
-
 TEST_F(PreferencesTest, WhatIsNoPropertyListIsPutAsideWhole) {
     fs::create_directories(folder);
     const std::string nested = [] {
@@ -74,7 +58,7 @@ TEST_F(PreferencesTest, WhatIsNoPropertyListIsPutAsideWhole) {
         std::ofstream(file, std::ios::binary) << content;
         messages.clear();
         Preferences::LoadPreferences();
-        EXPECT_EQ(contentOf(aside), content);
+        EXPECT_EQ(readFile(aside), content);
         EXPECT_THAT(messages, ElementsAre(HasSubstr(aside + ".")));
         aside = file + " unreadable " + std::to_string(++count);
         Preferences::prefs()->root->SetString("lastfolder", "there");

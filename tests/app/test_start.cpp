@@ -2,12 +2,11 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
-#include <QPushButton>
-#include <QTimer>
+#include <QWidget>
 
 #include "net/updateWindow.h"
 #include "tests/app/AppTest.h"
-#include "tests/net/ScriptedServer.h"
+#include "tests/support/ScriptedServer.h"
 
 namespace marrowbeck::test {
 namespace {
@@ -45,26 +44,6 @@ TEST_F(Start, TheFirstOneLooksForANewerVersionBeforeTheWindowOpens) {
     EXPECT_THAT(server.Requests(), ElementsAre(StartsWith("GET /photography/marrowbeck/updates/marrowbeck.xml ")));
     EXPECT_THAT(messages, IsEmpty());
     EXPECT_FALSE(Global<Window1>()->UpdateCheckbox->Value());
-}
-
-TEST_F(Start, ASilentServerIsLeftByCancel) {
-    ScriptedServer server({[](ScriptedServer::Peer& peer) { peer.AwaitClose(); }});
-    theSite = {server.Host(), ""};
-    QTimer::singleShot(50, [] {
-        auto* const cancel = QApplication::activeModalWidget()->findChild<QPushButton*>();
-        ASSERT_TRUE(cancel);
-        cancel->click();
-    });
-    App::Current()->Event_Open();
-    EXPECT_THAT(windowsOnShow(), ElementsAre("Marrowbeck"));
-    EXPECT_THAT(messages, IsEmpty());
-}
-
-TEST_F(Start, WithoutANetworkTheWindowOpensBehindAMessage) {
-    theSite = {String("127.0.0.1:" + std::to_string(UnusedPort())), ""};
-    App::Current()->Event_Open();
-    EXPECT_THAT(messages, ElementsAre(StartsWith("There was a communication error with the website.")));
-    EXPECT_THAT(windowsOnShow(), ElementsAre("Marrowbeck"));
 }
 
 TEST_F(Start, NoConnectionIsMadeWhenTheCheckIsOff) {

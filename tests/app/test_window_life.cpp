@@ -101,16 +101,6 @@ TEST_F(WindowLife, BringsBackWhatWasSaved) {
     EXPECT_EQ(window->SizeThread1->State(), Thread::NotRunning);
 }
 
-TEST_F(WindowLife, WithoutAFileTheDesignStands) {
-    Preferences::LoadPreferences();
-    Preferences::prefs()->root->SetBoolean("autoupdate", true);
-    window = Global<Window1>();
-    EXPECT_FALSE(window->UpdateCheckbox->Value());
-    EXPECT_EQ(filter(), (std::vector<bool>{false, false, false, true}));
-    EXPECT_EQ(window->filterlabel->Text(), String("Filter"));
-    EXPECT_TRUE(window->Subfoldercheckbox->Value());
-}
-
 TEST_F(WindowLife, MissingEntriesTakeTheirDefaults) {
     start(truth("autoupdate", false));
     // All four were selected in turn.
@@ -153,12 +143,6 @@ TEST_F(WindowLife, FromAScreenThatIsGoneItComesToOneThatIsThere) {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     EXPECT_TRUE(screen.contains(QRect(window->Left(), window->Top(), 700, 50)))
         << window->Left() << ", " << window->Top();
-}
-
-TEST_F(WindowLife, TooSmallABoundIsWidened) {
-    start(bounds(10, 10, 20, 20));
-    EXPECT_EQ(window->Width(), 640);
-    EXPECT_EQ(window->Height(), 400);
 }
 
 TEST_F(WindowLife, AMaximisedOneComesBackSoAndKeepsItsNormalBounds) {
@@ -249,16 +233,6 @@ TEST_F(WindowLife, AFilterByKeyboardLeavesTheFocusWhereItWas) {
     ASSERT_TRUE(RunUntil([segment] { return !segment->isEnabled(); }));
     ASSERT_TRUE(RunUntil([segment] { return segment->isEnabled(); }));
     EXPECT_EQ(window->Native()->focusWidget(), segment);
-}
-
-TEST_F(WindowLife, ClosingWhileASearchRunsSavesAndEnds) {
-    start("");
-    searchWith("sleep 100");
-    ASSERT_TRUE(RunUntil([this] { return window->ProgressWheel1->Visible(); }));
-    window->Close();
-    EXPECT_EQ(window->SizeThread1->State(), Thread::NotRunning);
-    expectSaved(text("windowName", "Marrowbeck"));
-    expectSaved(text("lastfolder", App::Current()->gFolder.ToStd()));
 }
 
 TEST_F(WindowLife, ClosingWhileAMessageOfTheSearchIsOpenSavesAndEnds) {

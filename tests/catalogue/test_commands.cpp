@@ -125,20 +125,6 @@ TEST_F(Commands, StopEndsAHangingToolAtOnceAndLeavesNoHalfRow) {
     expectAtRest();
 }
 
-TEST_F(Commands, StopWhileAMessageIsOpenEndsTheSearch) {
-    addFile("broken.jpg");
-    framework::internal::SetAlertPresenter([](const String&) {
-        Completion never;
-        never.Wait();
-    });
-    drop(pictures);
-    ASSERT_TRUE(RunUntil(
-        [this] { return window->SizeThread1->State() == Thread::Waiting && window->Listbox1->ListCount() == 1; }));
-    RunFor(100);
-    press(window->MyToolbar->StopTB);
-    expectAtRest();
-}
-
 TEST_F(Commands, DraggingShowsTheClosedHandUntilTheDrop) {
     const auto item = New<DragItem>("file://" + pictures + "\r\n");
     EXPECT_TRUE(window->Event_DragEnter(item, 0));

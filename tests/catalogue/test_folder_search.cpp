@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include <QLabel>
-#include <QTimer>
 #include <algorithm>
 #include <filesystem>
 
@@ -11,8 +9,6 @@ namespace marrowbeck::test {
 namespace {
 
 using Texts = std::vector<std::string>;
-
-constexpr const char* kSlowTool = "for last; do :; done\nsleep 0.2\nexec cat \"$last.image\"\n";
 
 class FolderSearch : public CatalogueTest {
   protected:
@@ -103,64 +99,6 @@ TEST_F(FolderSearch, PassesOverAVanishedFolderAndTellsOfAVanishedFile) {
     EXPECT_EQ(names(), (Texts{"b.jpg", "c.jpg"})) << "the search ends at the file that could not be read";
     EXPECT_EQ(messages, Texts{"Error code: 1"});
     EXPECT_EQ(window->TotalLabel->Text(), String("Total found: 4"));
-}
-
-TEST_F(FolderSearch, WithoutAFolderARunOnlyEmptiesTheTotal) {
-    window->TotalLabel->Text("Total found: 9");
-    window->Title("Marrowbeck");
-    window->StartSearch();
-    runToEnd();
-    EXPECT_EQ(window->TotalLabel->Text(), String(""));
-    EXPECT_EQ(window->Title(), String("Marrowbeck"));
-    EXPECT_TRUE(window->SegmentedControl1->Enabled());
-    EXPECT_FALSE(window->ProgressWheel1->Visible());
-}
-
-TEST_F(FolderSearch, AnOpenedFolderWaitsWhileASearchRunsAndAFileIsRefused) {
-    addImage("a.jpg");
-    replaceTool("mdls", kSlowTool);
-    const std::string other = root + "/other";
-    std::filesystem::create_directory(other);
-    App::Current()->Event_OpenDocument(New<FolderItem>(String(pictures)));
-    ASSERT_TRUE(RunUntil([this] { return window->Listbox1->ListCount() == 1; }));
-    App::Current()->Event_OpenDocument(New<FolderItem>(String(other)));
-    EXPECT_EQ(window->gD->Name(), String("pictures"));
-    ASSERT_TRUE(window->gDropFolderpath);
-    App::Current()->Event_OpenDocument(New<FolderItem>(String(pictures + "/a.jpg")));
-    EXPECT_EQ(messages, Texts{"Please drop a folder of photos, not individual files onto Marrowbeck"});
-    EXPECT_EQ(window->gDropFolderpath->Name(), String("other"));
-    runToEnd();
-    EXPECT_EQ(names(), Texts{"a.jpg"});
-    window->StartSearch();
-    runToEnd();
-    EXPECT_EQ(window->gD->Name(), String("other"));
-    EXPECT_FALSE(window->gDropFolderpath);
-    EXPECT_TRUE(names().empty());
-}
-
-TEST_F(FolderSearch, AFolderChangedUnderAWalkEndsItAtTheFirstMissingChild) {
-    for (const char* name : {"a.jpg", "b.jpg", "c.jpg"}) addImage(name);
-    replaceTool("mdls", kSlowTool);
-    const std::string other = root + "/other";
-    std::filesystem::create_directory(other);
-    App::Current()->Event_OpenDocument(New<FolderItem>(String(pictures)));
-    ASSERT_TRUE(RunUntil([this] { return window->Listbox1->ListCount() == 1; }));
-    window->gD = New<FolderItem>(String(other));
-    runToEnd();
-    EXPECT_LT(names().size(), 3U);
-    EXPECT_TRUE(window->ProgressWheel1->Visible());
-    EXPECT_FALSE(window->SegmentedControl1->Enabled());
-}
-
-TEST_F(FolderSearch, TheWindowLivesWhileAToolWorks) {
-    addImage("a.jpg");
-    replaceTool("mdls", "sleep 0.3; exit 1\n");
-    int ticks = 0;
-    QTimer timer;
-    timer.callOnTimeout([&] { ++ticks; });
-    timer.start(10);
-    search();
-    EXPECT_GT(ticks, 10);
 }
 
 TEST_F(FolderSearch, NoNameIsReadByAShellAndEachImageIsListed) {

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include <algorithm>
 
 #include "catalogue/ImageFacts.h"
 #include "tests/catalogue/CatalogueTest.h"
@@ -88,17 +87,6 @@ TEST_F(RowBuilding, AnAnswerThatIsTooShortLeavesTheRowAsFarAsItGotAndEndsTheSear
     EXPECT_FALSE(window->ProgressWheel1->Visible());
     EXPECT_FALSE(window->MyToolbar->StopTB->Enabled());
     EXPECT_TRUE(window->SegmentedControl1->Enabled());
-}
-
-TEST_F(RowBuilding, AToolThatFailsIsToldOnceAndEndsTheSearch) {
-    addFile("a.jpg");
-    answer(addFile("b.jpg"), plainFields());
-    search();
-    EXPECT_EQ(names(), std::vector<std::string>{"a.jpg"});
-    EXPECT_EQ(helpTag(0, 0), "Name: a.jpg");
-    EXPECT_EQ(cell(0, 2), "");
-    EXPECT_EQ(messages, std::vector<std::string>{"Error code: 1"});
-    EXPECT_EQ(window->totalnumber->Text(), String("No Image Files"));
 }
 
 TEST_F(RowBuilding, AFailureOnTheCameraLeavesTheRestOfTheRow) {

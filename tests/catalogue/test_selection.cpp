@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <QImage>
-#include <QKeyEvent>
 #include <QTest>
-#include <QWidget>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
 #include "app/Preferences.h"
 #include "catalogue/ThumbnailCache.h"
 #include "tests/catalogue/CatalogueTest.h"
+#include "tests/support/RecordingOpener.h"
 
 namespace marrowbeck::test {
 namespace {
@@ -216,21 +214,6 @@ TEST_F(Selection, WithoutACacheThereAreRowsAndPanelsButNoPreview) {
     EXPECT_TRUE(window->pic);
 }
 
-TEST_F(Selection, AToolThatHangsHoldsUpPreviewsAlone) {
-    for (const char* name : {"a.jpg", "b.jpg"}) addImage(name);
-    replaceTool("sips", "sleep 100\n");
-    search();
-    ASSERT_TRUE(RunUntil([this] { return window->PicturescaleThread1->State() != Thread::NotRunning; }));
-    key(Qt::Key_Down);
-    ASSERT_TRUE(
-        RunUntil([this] { return window->DataLabel->Text().ToStd().find("Name: b.jpg") != std::string::npos; }));
-    window->MyToolbar_Action(*window->MyToolbar, window->MyToolbar->RefreshTB);
-    runToEnd();
-    EXPECT_EQ(names().size(), 2U);
-    window->PicturescaleThread1->Kill();
-    EXPECT_EQ(window->PicturescaleThread1->State(), Thread::NotRunning);
-}
-
 TEST_F(Selection, ThumbnailsAreNamedBySourceAndNeverEnlarged) {
     const ThumbnailEntry first(New<FolderItem>("/pictures/one/it's.jpg"));
     const ThumbnailEntry second(New<FolderItem>("/pictures/two/it's.jpg"));
@@ -259,13 +242,7 @@ TEST_F(Selection, OpeningNeedsAPreviewAndEscapesTheColonsOfThePath) {
     std::filesystem::create_directory(folder);
     std::ofstream(folder + "/c.jpg") << "x";
     answer(folder + "/c.jpg", plainFields());
-    // The desktop's handler, as this test finds it first on the path.
-    const std::string bin = root + "/bin";
-    std::filesystem::create_directory(bin);
-    std::ofstream(bin + "/xdg-open") << "#!/bin/sh\necho \"$1\" > " << root << "/opened.part\nmv " << root
-                                     << "/opened.part " << root << "/opened\n";
-    std::filesystem::permissions(bin + "/xdg-open", std::filesystem::perms::owner_all);
-    setenv("PATH", (bin + ":" + std::getenv("PATH")).c_str(), 1);
+    const RecordingOpener opener;
     search(folder);
     rest();
     const Ref<Picture> preview = window->pic;
@@ -273,18 +250,14 @@ TEST_F(Selection, OpeningNeedsAPreviewAndEscapesTheColonsOfThePath) {
     window->pic = Nil;
     window->Listbox1_DoubleClick();
     RunFor(200);
-    EXPECT_FALSE(std::filesystem::exists(root + "/opened"));
+    EXPECT_FALSE(opener.WasCalled());
     window->pic = preview;
     window->Listbox1_DoubleClick();
-    ASSERT_TRUE(RunUntilThere(root + "/opened"));
-    std::string url;
-    std::getline(std::ifstream(root + "/opened"), url);
-    EXPECT_EQ(url, "file://" + root + "/a%3Ab/c.jpg");
-    std::filesystem::remove(root + "/opened");
+    EXPECT_EQ(opener.Call(), "file://" + root + "/a%3Ab/c.jpg\n");
     std::filesystem::remove(folder + "/c.jpg");
     window->OpenPhoto("");
     RunFor(200);
-    EXPECT_FALSE(std::filesystem::exists(root + "/opened")) << "a file that has gone is not opened";
+    EXPECT_FALSE(opener.WasCalled()) << "a file that has gone is not opened";
 }
 
 TEST_F(Selection, TheContextualMenuOffersBothCommandsAlways) {

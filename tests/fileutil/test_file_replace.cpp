@@ -8,7 +8,6 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 #include "fileutil/FileReplace.h"
 #include "tests/support/ForkedProcess.h"
@@ -22,15 +21,11 @@ namespace {
 class FileReplacement : public testing::Test {
   protected:
     FileReplacement() {
-        write("new", "new content");
-        write("old", "old content");
+        folder.Put("new", "new content");
+        folder.Put("old", "old content");
     }
 
-    void write(const char* name, const char* text) const { std::ofstream(folder.Path(name)) << text; }
-    std::string read(const char* name) const {
-        std::ifstream file(folder.Path(name));
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    std::string read(const char* name) const { return readFile(folder.Path(name)); }
     Ref<FolderItem> item(const char* name) const { return folder.Item()->TrueChild(name); }
     struct stat status(const char* name) const {
         struct stat status {};
@@ -86,7 +81,7 @@ TEST_F(FileReplacement, TheNewFileTakesOverAllButTheModificationTime) {
     ::utimensat(AT_FDCWD, old.c_str(), times, 0);
     const struct stat before = status("old");
     for (const bool swaps : {true, false}) {
-        write("new", "new content");
+        folder.Put("new", "new content");
         ASSERT_TRUE(InForkedProcess([&] {
             if (!swaps && !RefuseExchange()) return false;
             FileReplace::Replace(item("new"), item("old"));

@@ -41,13 +41,3 @@ TEST(GetFolderItemFromShellPath, NeedsOnlyTheEnclosingFolder) {
     EXPECT_TRUE(itemAt("/")->Directory());
     EXPECT_EQ(itemAt("/tmp")->Parent()->AbsolutePath().Bytes(), "/");
 }
-
-TEST(GetFolderItemFromShellPath, ALinkAtTheEndStaysALink) {
-    const TemporaryFolder folder;
-    std::filesystem::create_directory(folder.Path("real"));
-    folder.Put("real/file");
-    std::filesystem::create_directory_symlink("real", folder.Path("link"));
-    EXPECT_FALSE(itemAt(folder.Path("link"))->Directory());
-    EXPECT_EQ(itemAt(folder.Path("link"))->Name().Bytes(), "link");
-    EXPECT_TRUE(itemAt(folder.Path("link/file"))->Exists());
-}

@@ -3,7 +3,6 @@
 // prints its role.
 
 #include <QCoreApplication>
-#include <cstdio>
 
 #include "framework/core/desktop/DocumentService.h"
 

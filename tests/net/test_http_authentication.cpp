@@ -3,10 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QCryptographicHash>
-#include <filesystem>
 
 #include "tests/net/Client.h"
-#include "tests/net/ScriptedServer.h"
+#include "tests/support/ScriptedServer.h"
 #include "tests/support/TemporaryFolder.h"
 
 using namespace marrowbeck;
@@ -129,20 +128,6 @@ TEST(HTTPAuthentication, AnswersDigestWithAHashThatCanBeRecomputed) {
     }
 }
 
-TEST(HTTPAuthentication, AsksUntilTheHandlerGivesUp) {
-    const auto basic = challenge("WWW-Authenticate: Basic realm=\"a\"");
-    const ScriptedServer server({basic, basic, basic, kWelcome});
-    Caller client;
-    client.Answers = 2;
-    client->Get(server.Url());
-    ASSERT_TRUE(client.Await());
-    EXPECT_EQ(client.Realms.size(), 3U);
-    EXPECT_THAT(client.Log,
-                ElementsAre("connected", "connected", "connected", "headers 401", "page 401 " + server.Url().ToStd()));
-    EXPECT_EQ(client.Content, "refused");
-    EXPECT_EQ(client->Get(server.Url(), 5).Bytes(), "welcome") << "nothing of the series is left";
-}
-
 TEST(HTTPAuthentication, WhatItCannotAnswerIsAPage) {
     const std::vector<std::string> headers{"WWW-Authenticate: Bearer realm=\"a\"", "WWW-Authenticate: Basic", "X: y",
                                            "WWW-Authenticate: Digest", "Proxy-Authenticate: Basic realm=\"a\""};
@@ -173,33 +158,4 @@ TEST(HTTPAuthentication, AnswersAProxyOnItsOwnLine) {
     EXPECT_EQ(lineOf(request, "Proxy-Authorization"), "Basic bWU6c2VjcmV0");
     EXPECT_EQ(lineOf(request, "Authorization"), "");
     EXPECT_EQ(client->requestHeaders->NameCount("Proxy-Authorization"), 0);
-}
-
-TEST(HTTPAuthentication, WorksForDownloadsAndWhileWaiting) {
-    const TemporaryFolder folder;
-    const auto file = New<FolderItem>(String(folder.Path("file")));
-    const auto basic = challenge("WWW-Authenticate: Basic realm=\"a\"");
-    const ScriptedServer server({basic, kWelcome, basic, kWelcome});
-    Caller client;
-    client.Answers = 2;
-    client->Get(server.Url(), file);
-    ASSERT_TRUE(client.Await());
-    EXPECT_EQ(file->Length(), 7U);
-    EXPECT_EQ(client->Get(server.Url(), 5).Bytes(), "welcome");
-    EXPECT_EQ(client.Realms.size(), 2U);
-}
-
-// The handler asks a person, and the connection ends meanwhile.
-TEST(HTTPAuthentication, ARefusalMayComeAfterTheConnectionEnded) {
-    const ScriptedServer server({challenge("WWW-Authenticate: Basic realm=\"a\"")});
-    Client client;
-    client->OnAuthenticationRequired = [](HTTPSocket& sender, const String&, const Ref<InternetHeaders>&, String&,
-                                          String&) {
-        RunFor(50);
-        sender.Close();
-        return false;
-    };
-    client->Get(server.Url());
-    ASSERT_TRUE(client.Await());
-    EXPECT_THAT(client.Log, ElementsAre("connected", "headers 401", "page 401 " + server.Url().ToStd()));
 }

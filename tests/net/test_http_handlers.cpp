@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/net/Client.h"
-#include "tests/net/ScriptedServer.h"
+#include "tests/support/ScriptedServer.h"
 
 using namespace marrowbeck;
 using namespace marrowbeck::test;
@@ -57,22 +57,6 @@ TEST(HTTPHandlers, MayBeginANewRequestFromAnyEvent) {
     }
 }
 
-TEST(HTTPHandlers, MayWaitForAnotherAnswerOnTheSameSocket) {
-    const ScriptedServer server({kFirst, kSecond, kFirst});
-    Client client;
-    std::string waited;
-    client->OnHeadersReceived = [&](HTTPSocket&, const Ref<InternetHeaders>&, int) {
-        waited = client->Get(server.Url(), 5).ToStd();
-    };
-    client->Get(server.Url());
-    ASSERT_TRUE(RunUntil([&] { return !waited.empty(); }));
-    EXPECT_EQ(waited, "second");
-    client->OnHeadersReceived = nullptr;
-    client->Get(server.Url());
-    ASSERT_TRUE(client.Await());
-    EXPECT_EQ(client.Content, "first");
-}
-
 TEST(HTTPHandlers, ThatRunTheEventLoopAreNotEnteredAgain) {
     const ScriptedServer server({[](ScriptedServer::Peer& peer) {
         peer.ReadRequest();
@@ -93,34 +77,4 @@ TEST(HTTPHandlers, ThatRunTheEventLoopAreNotEnteredAgain) {
     EXPECT_EQ(deepest, 1);
     EXPECT_EQ(pieces, "abcdef");
     EXPECT_EQ(client.Content, "abcdef");
-}
-
-TEST(HTTPHandlers, MayDropTheSocket) {
-    const ScriptedServer server({kFirst, kSecond});
-    Ref<HTTPSocket> socket = New<HTTPSocket>();
-    bool dropped = false;
-    socket->OnHeadersReceived = [&](HTTPSocket&, const Ref<InternetHeaders>&, int) {
-        socket = Nil;
-        dropped = true;
-    };
-    socket->Get(server.Url());
-    EXPECT_TRUE(RunUntil([&] { return dropped; }));
-    socket = New<HTTPSocket>();
-    socket->OnError = [&](HTTPSocket&, int) { socket = Nil; };
-    socket->Get(server.Url(), New<FolderItem>("/"));
-    EXPECT_FALSE(socket);
-}
-
-TEST(HTTPHandlers, AnExceptionEndsTheHandlerAlone) {
-    class Calm : public Application {
-        bool Event_UnhandledException(RuntimeException&) override { return true; }
-    };
-    const Ref<Application> application = New<Calm>();
-    const ScriptedServer server({kSecond});
-    Client client;
-    client->OnHeadersReceived = [](HTTPSocket&, const Ref<InternetHeaders>&, int) { throw NilObjectException(); };
-    client->OnReceiveProgress = [](HTTPSocket&, int, int, const String&) { throw OutOfBoundsException(); };
-    client->Get(server.Url());
-    ASSERT_TRUE(client.Await());
-    EXPECT_EQ(client.Content, "second");
 }

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/net/Client.h"
-#include "tests/net/ScriptedServer.h"
+#include "tests/support/ScriptedServer.h"
 
 using namespace marrowbeck;
 using namespace marrowbeck::test;

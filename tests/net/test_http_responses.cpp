@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 
-#include "net/HTTPHead.h"
 #include "tests/net/Client.h"
 #include "tests/net/FullDisk.h"
-#include "tests/net/ScriptedServer.h"
+#include "tests/support/ScriptedServer.h"
 #include "tests/support/TemporaryFolder.h"
 
 using namespace marrowbeck;
@@ -18,35 +16,11 @@ using testing::ElementsAre;
 
 namespace {
 
-std::string contentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 Ref<FolderItem> item(const std::string& path) {
     return New<FolderItem>(String(path));
 }
 
 }  // namespace
-
-TEST(HeadSearch, FindsTheSameEndHoweverTheBytesCome) {
-    for (const std::string eol : {"\r\n", "\n", "\r"}) {
-        const std::string head = "HTTP/1.0 200 OK" + eol + "A: b";
-        const std::string text = head + eol + eol + "body" + eol + eol;
-        for (std::size_t cut = 0; cut < head.size() + 2 * eol.size(); ++cut) {
-            HeadSearch search;
-            EXPECT_FALSE(search.Look(text.substr(0, cut)));
-            const auto found = search.Look(text);
-            ASSERT_TRUE(found);
-            EXPECT_EQ(found->headSize, head.size());
-            EXPECT_EQ(found->emptyLineSize, 2 * eol.size());
-        }
-    }
-    // Two line ends of different kinds are none; the better kind wins.
-    EXPECT_FALSE(HeadSearch().Look("a\r\nb\n\rc"));
-    EXPECT_EQ(HeadSearch().Look("a\r\rb\n\nc\r\n\r\n")->headSize, 7U);
-    EXPECT_EQ(HeadSearch().Look("\r\n\r\n")->headSize, 0U);
-}
 
 TEST(HTTPResponse, IsReadWithLineEndsOfEveryKindAndByteByByte) {
     for (const std::string eol : {"\r\n", "\n", "\r"}) {
@@ -114,28 +88,6 @@ TEST(HTTPResponse, EndsWithTheConnectionWhateverItsLengthSays) {
     EXPECT_EQ(client.Log.size(), lines + 2);
 }
 
-TEST(HTTPResponse, IsAPageWhateverItsStatus) {
-    std::vector<ScriptedServer::Part> parts;
-    const std::vector<int> statuses{301, 302, 400, 401, 404, 407, 500, 503, 100, 0};
-    for (const int status : statuses) {
-        parts.push_back(ScriptedServer::Answering("HTTP/1.0 " + std::to_string(status) +
-                                                  " Text\r\nLocation: http://127.0.0.1:1/\r\n\r\nbody"));
-    }
-    const ScriptedServer server(parts);
-    Client client;
-    for (const int status : statuses) {
-        client.Log.clear();
-        client.Content.clear();
-        client->Get(server.Url());
-        ASSERT_TRUE(client.Await());
-        EXPECT_THAT(client.Log, ElementsAre("connected", "headers " + std::to_string(status),
-                                            "page " + std::to_string(status) + " " + server.Url().ToStd()));
-        EXPECT_EQ(client.Content, "body");
-        EXPECT_EQ(client.Headers->Value("location").Bytes(), "http://127.0.0.1:1/");
-    }
-    EXPECT_EQ(server.Requests().size(), statuses.size());
-}
-
 TEST(HTTPResponse, WithoutAHeadIsAPageOfNothing) {
     const auto halfHead = [](ScriptedServer::Peer& peer) {
         peer.ReadRequest();
@@ -158,16 +110,6 @@ TEST(HTTPResponse, WithoutAHeadIsAPageOfNothing) {
     EXPECT_EQ(client.Content, "body");
     EXPECT_FALSE(client->PageHeaders()) << "a head without a header";
     EXPECT_TRUE(client.Headers);
-}
-
-TEST(HTTPResponse, ToHeadEndsWithTheHeaders) {
-    const ScriptedServer server({ScriptedServer::Answering("HTTP/1.0 200 OK\r\nA: b\r\n\r\nunasked")});
-    Client client;
-    client->GetHeaders(server.Url());
-    ASSERT_TRUE(RunUntil([&] { return client->HTTPStatusCode() == 200 && !client->IsConnected(); }));
-    EXPECT_THAT(client.Log, ElementsAre("connected", "headers 200"));
-    EXPECT_EQ(client.Pieces, "");
-    EXPECT_EQ(client->PageHeaders()->Value("A").Bytes(), "b");
 }
 
 TEST(HTTPResponse, WithAHeadWithoutMeasureIsAnErrorAtOnce) {
@@ -204,7 +146,7 @@ TEST(HTTPDownload, FillsANewFileOrReplacesAnOldOne) {
         ASSERT_TRUE(client.Await());
         EXPECT_THAT(client.Log,
                     ElementsAre("connected", "headers 404", "download 404 " + server.Url("/f").ToStd() + " " + name));
-        EXPECT_EQ(contentOf(folder.Path(name)), body);
+        EXPECT_EQ(readFile(folder.Path(name)), body);
     }
     EXPECT_EQ(client.Received, 12);
     // The same socket goes back to pages, and to a download of nothing.
@@ -214,7 +156,7 @@ TEST(HTTPDownload, FillsANewFileOrReplacesAnOldOne) {
     client->Get(server.Url(), item(folder.Path("old")));
     ASSERT_TRUE(client.Await());
     EXPECT_EQ(client.Log.back(), "download 0 " + server.Url().ToStd() + " old");
-    EXPECT_EQ(contentOf(folder.Path("old")), "");
+    EXPECT_EQ(readFile(folder.Path("old")), "");
 }
 
 TEST(HTTPDownload, NeedsAFileThatCanBeWritten) {

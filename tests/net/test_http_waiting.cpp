@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <fstream>
 #include <semaphore>
 
 #include "tests/net/Client.h"
-#include "tests/net/ScriptedServer.h"
+#include "tests/support/ScriptedServer.h"
 #include "tests/support/TemporaryFolder.h"
 
 using namespace marrowbeck;
@@ -73,31 +71,6 @@ TEST(HTTPWaiting, EndsOneTimeOutAfterTheLastByte) {
     EXPECT_GE(secondsSince(begin), 2.5);
     EXPECT_EQ(client->Get(server.Url(), 1).Bytes(), "part");
     EXPECT_EQ(client->ErrorCode(), HTTPSocket::TimedOut);
-}
-
-// What cannot be written is noticed before the wait, which forgets it and runs into its time-out.
-TEST(HTTPWaiting, AnUnusableFileCostsTheTimeOut) {
-    Client client;
-    const double begin = Microseconds();
-    EXPECT_FALSE(client->Get("http://127.0.0.1/", New<FolderItem>("/"), 1));
-    EXPECT_EQ(client->ErrorCode(), HTTPSocket::TimedOut);
-    EXPECT_GE(secondsSince(begin), 0.98);
-}
-
-TEST(HTTPWaiting, LetsTheProgramLiveWhereItIsAskedTo) {
-    const Ref<Application> application = New<Application>();
-    const ScriptedServer server({silent, silent});
-    Client client;
-    int turns = 0;
-    const Ref<Timer> timer = New<Timer>();
-    timer->Period(20);
-    timer->OnAction = [&](Timer&) { ++turns; };
-    timer->Mode(2);
-    client->Get(server.Url(), 1);
-    EXPECT_EQ(turns, 0);
-    client->Yield = true;
-    client->Get(server.Url(), 1);
-    EXPECT_GT(turns, 10);
 }
 
 TEST(HTTPWaiting, OnAThreadLeavesTheWindowAlone) {

@@ -94,16 +94,6 @@ TEST_F(Accessors, RealsKeepOneDecimalAndSetRealWritesOnce) {
     EXPECT_EQ(root->GetType("double"), "real");
 }
 
-TEST_F(Accessors, DatesComeBackInBothForms) {
-    root->types->Value("iso", "date");
-    root->values->Value("iso", "2024-02-03T04:05:06Z");
-    EXPECT_EQ(root->GetDate("iso")->SQLDateTime(), "2024-02-03 04:05:06");
-    root->AddChild("c");
-    const String now = New<Date>()->SQLDateTime();
-    EXPECT_EQ(Left(root->GetDate("c")->SQLDateTime(), 13), Left(now, 13));
-    EXPECT_EQ(error(), "Illegal Type: c is a dict");
-}
-
 TEST_F(Accessors, ArraysNumberTheirElements) {
     root->AddArray("a");
     const auto array = root->child("a");

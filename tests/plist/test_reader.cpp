@@ -134,26 +134,6 @@ TEST(ReaderOfFiles, WithoutTheTopDictionaryItIsNone) {
     }
 }
 
-TEST(ReaderOfFiles, ADictionaryInTheFirstLineIsAnEntry) {
-    const Documents documents;
-    writeFile(documents.Path(), "<dict>\n\t<key>a</key>\n\t<true/>\n</dict>\n");
-    EXPECT_EQ(outline(documents.Open()->root), "={a=boolean:true}");
-}
-
-TEST(ReaderOfFiles, WhatIsCutOffIsLostAndNothingElse) {
-    const Documents documents;
-    const std::string whole = head() +
-                              "\t<key>a</key>\n\t<dict>\n\t\t<key>b</key>\n\t\t<string>one\ntwo</string>\n"
-                              "\t\t<key>c</key>\n\t\t<array>\n\t\t\t<true/>\n\t\t</array>\n\t</dict>\n</dict>\n";
-    for (std::size_t size = head().size(); size < whole.size(); ++size) {
-        writeFile(documents.Path(), whole.substr(0, size));
-        const auto document = documents.Open();
-        EXPECT_FALSE(document->error);
-        EXPECT_LE(document->root->count(), 2) << size;
-    }
-    EXPECT_EQ(outline(documents.Open()->root), "a={b=string:one\rtwo\r c=[0=boolean:true]}");
-}
-
 TEST(ReaderOfFiles, BytesThatAreNoTextPassThrough) {
     const Documents documents;
     const std::string odd("x\0y\xFF\xE2\x84", 6);
@@ -161,19 +141,4 @@ TEST(ReaderOfFiles, BytesThatAreNoTextPassThrough) {
     EXPECT_EQ(document->root->GetString(String(odd)).Bytes(), odd);
     document->Save();
     EXPECT_NE(documents.Text().find("<string>" + odd + "</string>"), std::string::npos);
-}
-
-TEST(ReaderOfFiles, LinesWithoutEndTakeTimeInProportion) {
-    constexpr std::size_t kSize = std::size_t{100} << 20;
-    const Documents documents;
-    const std::string longText(kSize, 'x');
-    EXPECT_EQ(documents.Of("\t<key>a</key>\n\t<string>" + longText + "</string>\n")->root->GetString("a").ByteCount(),
-              kSize);
-    // A tag that no line closes, and many lines that could.
-    std::string lines;
-    for (std::size_t i = 0; i < 200'000; ++i) lines += "y\n";
-    EXPECT_EQ(documents.Of("<" + longText + ">\n" + lines)->root->count(), 1);
-    std::string tags;
-    for (std::size_t i = 0; i < 100'000; ++i) tags += "<a></a><";
-    EXPECT_EQ(documents.Of(tags + "\n")->root->count(), 1);
 }

@@ -46,15 +46,6 @@ TEST(Tree, ErrorsTellTheDocumentAndTheNextSuccessClearsThem) {
     EXPECT_EQ(alone->count(), 0);
 }
 
-TEST(Tree, AKeyThatHoldsALeafIsNoChild) {
-    const Documents documents;
-    const auto document = documents.Open();
-    document->root->SetString("leaf", "x");
-    EXPECT_THROW(document->root->child("leaf"), StackOverflowException);
-    EXPECT_EQ(document->errorMessage, "Child exists: leaf already exists");
-    EXPECT_EQ(document->root->GetString("leaf"), "x");
-}
-
 TEST(Tree, TheCursorWalksInTheOrderOfArrival) {
     const auto node = New<plistDict>();
     node->MoveFirst();
@@ -116,14 +107,4 @@ TEST(Tree, DepthBeyondTheStackEndsInAnException) {
     std::string nested;
     for (int i = 0; i < kDepth; ++i) nested += "<key>n</key>\n<dict>\n";
     EXPECT_THROW(documents.Of(nested), StackOverflowException);
-}
-
-TEST(Tree, ManyChildrenAreFoundWithoutRegardToCase) {
-    const auto node = New<plistDict>();
-    for (int i = 0; i < 1000; ++i) node->child("Key " + Str(i))->SetInteger("n", i);
-    EXPECT_EQ(node->child("KEY 700")->GetInteger("n"), 700);
-    node->Remove("key 3");
-    EXPECT_EQ(node->child("key 999")->GetInteger("n"), 999);
-    EXPECT_FALSE(node->child("key 3")->Exists("n"));
-    EXPECT_EQ(node->count(), 1000);
 }

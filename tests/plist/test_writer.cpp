@@ -4,7 +4,6 @@
 
 #include <csignal>
 #include <cstdlib>
-#include <filesystem>
 
 #include "fileutil/FileReplace.h"
 #include "tests/plist/Documents.h"
@@ -77,22 +76,6 @@ TEST_F(Writer, ReaderAndWriterDisagreeWhereTheyMust) {
     EXPECT_EQ(outline(documents.Open("other")->root), "x>=y</key:(none)");
 }
 
-TEST_F(Writer, ElementsAreNumberedAnewAndKeysInArraysDoNotReachTheFile) {
-    root->AddArray("a");
-    const auto array = root->child("a");
-    array->SetString("7", "seven");
-    array->SetString("name", "x");
-    EXPECT_EQ(again(), "a=[0=string:seven 1=string:x]");
-}
-
-TEST_F(Writer, AKeyGivenTwiceHasItsNodesPrintedUnderOneKey) {
-    document = documents.Of(
-        "\t<key>k</key>\n\t<dict>\n\t\t<key>a</key>\n\t\t<true/>\n\t</dict>\n"
-        "\t<key>K</key>\n\t<dict/>\n");
-    document->Save();
-    EXPECT_EQ(documents.Entries(), "\t<key>k</key>\n\t<dict>\n\t\t<key>a</key>\n\t\t<true/>\n\t</dict>\n\t<dict/>\n");
-}
-
 TEST_F(Writer, ATypeWithoutAValueCannotBePrinted) {
     document = documents.Of("\t<key>a</key>\n\t<string/>\n");
     const std::string before = documents.Text();
@@ -118,17 +101,6 @@ TEST_F(Writer, AFileThatCannotBeStagedIsLeftAlone) {
     EXPECT_TRUE(document->error);
     plist::StagingFile(Nil);
     EXPECT_THROW(document->Save(), NilObjectException);
-}
-
-TEST_F(Writer, InvisibleSavesGoStraightToTheFile) {
-    plist::StagingFile(Nil);
-    root->SetString("a", "b");
-    document->SaveAsInvisible(documents.Item("other"));
-    EXPECT_EQ(outline(documents.Open()->root), "a=string:b");
-    EXPECT_FALSE(documents.Item("other")->Exists());
-    document->savePath = documents.Item("nowhere")->Child("file");
-    document->SaveAsInvisible(Nil, true);
-    EXPECT_EQ(document->errorMessage, "Could not open file for saving");
 }
 
 TEST_F(Writer, BinaryDocumentsAreConvertedAndConvertedBack) {
@@ -164,35 +136,6 @@ TEST_F(Writer, BinaryDocumentsAreConvertedAndConvertedBack) {
         ::setrlimit(RLIMIT_FSIZE, &nothing);
         return outline(documents.Open()->root) == "text=string:a<b n=integer:45";
     }));
-}
-
-TEST_F(Writer, ANewFileIsItsOwnersAndAnOldOneKeepsItsRights) {
-    const auto rights = [this] { return std::filesystem::status(documents.Path()).permissions(); };
-    document->Save();
-    EXPECT_EQ(rights(), std::filesystem::perms{0600});
-    std::filesystem::permissions(documents.Path(), std::filesystem::perms{0640});
-    document->Save();
-    EXPECT_EQ(rights(), std::filesystem::perms{0640});
-}
-
-TEST_F(Writer, DocumentsOfOtherMakersComeThroughARound) {
-    constexpr const char* kTree =
-        "array=[0=integer:1 1=string:two 2=[] 3={} 4=[0=[0=boolean:true]] 5={deep=[0=string:x]}] "
-        "blob=data:AAECAwQFBgcICQoLDA0ODxAREhMUFRYXGBkaGxwdHh8gISIjJCUmJygpKissLS4vMDEyMz"
-        "Q1Njc4OTo7PD0+P0BBQkNERUZHSElKS0xNTk9QUVJTVFVWV1hZWltcXV5fYGFiYw== "
-        "date=date:2024-02-29T23:59:58Z empty=string: false=boolean:false integer=integer:-1099511627776 "
-        "key &amp; &lt;key&gt;=string:a < b &amp; c > d nested={empty={} list=[]} real=real:2.25 true=boolean:true "
-        "words=string:häßî日本😀";
-    for (const std::string name :
-         {"python-xml.plist", "python-binary.plist", "libplist-xml.plist", "libplist-binary.plist"}) {
-        writeFile(documents.Path(name), readFile(std::string(MARROWBECK_TEST_DOCUMENTS) + "/" + name));
-        const auto first = documents.Open(name);
-        ASSERT_FALSE(first->error) << name;
-        const std::string tree = outline(first->root);
-        EXPECT_EQ(tree, kTree) << name;
-        first->Save(true);
-        EXPECT_EQ(outline(documents.Open(name)->root), tree) << name;
-    }
 }
 
 TEST_F(Writer, TheOtherMakersReadWhatWasChangedAndSaved) {

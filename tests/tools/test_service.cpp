@@ -8,7 +8,6 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <fstream>
 #include <map>
 #include <sstream>
@@ -99,7 +98,7 @@ class ServiceTest : public testing::Test {
 
 TEST_F(ServiceTest, AReaderMayReadItsFileAndNothingElse) {
     setenv("MARROWBECK_SECRET", "x", 1);
-    ask(1, folder.write("a", "attempts"));
+    ask(1, folder.Put("a", "attempts"));
     EXPECT_EQ(answer(1),
               "read refused, home refused, processes refused, library done, write refused, create refused, remove "
               "refused, network refused, bus refused, run refused, fork refused, trace refused, signal refused, "
@@ -117,37 +116,37 @@ TEST_F(ServiceTest, AReaderThatFailsIsReplacedAndItsFileMakesNoSense) {
         if (std::string(harm) == "eat") continue;  // there is no limit of memory under the sanitizer
 #endif
         replies.clear();
-        ask(1, folder.write("harm", harm));
-        ask(2, folder.write("good", "good"));
+        ask(1, folder.Put("harm", harm));
+        ask(2, folder.Put("good", "good"));
         EXPECT_EQ(answer(1), "no sense") << harm;
         EXPECT_EQ(answer(2), "read good") << harm;
     }
     // Ended from outside, with nothing in hand.
     kill(readers().front(), SIGKILL);
-    ask(3, folder.write("other", "other"));
+    ask(3, folder.Put("other", "other"));
     EXPECT_EQ(answer(3), "read other");
 }
 
 TEST_F(ServiceTest, WhatWasReadIsKnownUntilTheFileChanges) {
-    const std::string path = folder.write("a", "old");
+    const std::string path = folder.Put("a", "old");
     ask(1, path);
-    ask(2, folder.write("b", "other"));
+    ask(2, folder.Put("b", "other"));
     EXPECT_EQ(answer(1), "read old");
     answer(2);
     ask(3, path);
     ASSERT_TRUE(replies.contains(3));
     EXPECT_EQ(replies[3].output, "read old");
 
-    folder.write("new", "new");
-    std::filesystem::rename(folder.path() + "/new", path);
-    ask(4, folder.path() + "/b");
+    folder.Put("new", "new");
+    std::filesystem::rename(folder.Path() + "/new", path);
+    ask(4, folder.Path() + "/b");
     ask(5, path);
     EXPECT_EQ(answer(5), "read new");
     // Two questions at a time are one look into the file.
-    folder.write("c", "hang");
-    ask(6, folder.path() + "/c");
-    ask(7, folder.path() + "/b");
-    folder.write("a", "newest");
+    folder.Put("c", "hang");
+    ask(6, folder.Path() + "/c");
+    ask(7, folder.Path() + "/b");
+    folder.Put("a", "newest");
     ask(8, path);
     ask(9, path);
     service.take({6, {}});
@@ -156,9 +155,9 @@ TEST_F(ServiceTest, WhatWasReadIsKnownUntilTheFileChanges) {
 }
 
 TEST_F(ServiceTest, WhatNobodyWantsAnyMoreStopsItsReader) {
-    ask(1, folder.write("hang", "hang"));
-    ask(2, folder.write("a", "a"));
-    ask(3, folder.write("b", "b"));
+    ask(1, folder.Put("hang", "hang"));
+    ask(2, folder.Put("a", "a"));
+    ask(3, folder.Put("b", "b"));
     service.take({1, {}});
     service.take({2, {}});
     EXPECT_EQ(answer(3), "read b");

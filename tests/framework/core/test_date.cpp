@@ -58,13 +58,3 @@ TEST(Date, staysAsItIsWhenTheTextMakesNoSense) {
         EXPECT_EQ(after(text), "2001-02-03 04:05:06") << text;
     }
 }
-
-TEST(Clock, goesForward) {
-    const int ticks = Ticks();
-    const double micros = Microseconds();
-    timespec pause{0, 50000000};
-    nanosleep(&pause, nullptr);
-    EXPECT_GE(Ticks() - ticks, 2);
-    EXPECT_GE(Microseconds() - micros, 50000);
-    EXPECT_LT(Ticks(), 60 * 60);
-}

@@ -23,25 +23,6 @@ std::vector<std::string> keys(const Ref<Dictionary>& dictionary) {
     return result;
 }
 
-Ref<Dictionary> numbered(int count) {
-    const Ref<Dictionary> dictionary = New<Dictionary>();
-    for (int i = 0; i < count; ++i) dictionary->Value(Str(i), i);
-    return dictionary;
-}
-
-/// Looks at the dictionary that holds it while it is destroyed.
-class Watcher : public Object {
-  public:
-    explicit Watcher(Dictionary* owner) : owner_(owner) {}
-    ~Watcher() override {
-        owner_->Value("seen", owner_->Count());
-        owner_->Remove("other");
-    }
-
-  private:
-    Dictionary* owner_;
-};
-
 }  // namespace
 
 TEST(Dictionary, findsKeysWithoutRegardToCase) {
@@ -68,16 +49,6 @@ TEST(Dictionary, answersForAbsentKeys) {
     EXPECT_TRUE(dictionary->Lookup("a", 1).IsNil());
     EXPECT_THROW(dictionary->Key(-1), OutOfBoundsException);
     EXPECT_THROW(dictionary->Key(1), OutOfBoundsException);
-}
-
-TEST(Dictionary, takesKeysOfAllKinds) {
-    const Ref<Object> object = New<Dictionary>();
-    const Ref<Dictionary> dictionary = New<Dictionary>(std::initializer_list<std::pair<Variant, Variant>>{
-        {1, "number"}, {"1", "text"}, {object, "object"}, {Nil, "nothing"}});
-    EXPECT_EQ(dictionary->Value(1.0).StringValue().ToStd(), "number");
-    EXPECT_EQ(dictionary->Value("1").StringValue().ToStd(), "text");
-    EXPECT_EQ(dictionary->Value(object).StringValue().ToStd(), "object");
-    EXPECT_EQ(dictionary->Value(Nil).StringValue().ToStd(), "nothing");
 }
 
 // Whatever is done in whatever order, the dictionary must agree with a plain list of pairs.
@@ -111,48 +82,4 @@ TEST(Dictionary, keepsOrderUnderRandomUse) {
             ASSERT_EQ(dictionary->Count(), static_cast<int>(expected.size()));
         }
     }
-}
-
-// Each loop would take hours if a removal, or the key after it, cost more than a constant time.
-TEST(Dictionary, isQuickWithManyKeys) {
-    constexpr int kCount = 400000;
-    Ref<Dictionary> dictionary = numbered(kCount);
-    EXPECT_EQ(dictionary->Key(kCount / 2).IntegerValue(), kCount / 2);
-    for (int i = kCount - 1; i >= kCount / 2; --i) dictionary->Remove(dictionary->Key(i));
-    while (dictionary->Count() > kCount / 4) dictionary->Remove(dictionary->Key(0));
-    for (int i = 0; i < dictionary->Count();) {
-        if (dictionary->Value(dictionary->Key(i)).IntegerValue() % 2 == 0) {
-            dictionary->Remove(dictionary->Key(i));
-        } else {
-            ++i;
-        }
-    }
-    EXPECT_EQ(dictionary->Count(), kCount / 8);
-    EXPECT_EQ(dictionary->Key(0).IntegerValue(), kCount / 4 + 1);
-    EXPECT_EQ(dictionary->Key(kCount / 8 - 1).IntegerValue(), kCount / 2 - 1);
-    // A queue: something comes in behind for everything that leaves in front.
-    for (int i = 0; i < kCount; ++i) {
-        dictionary->Remove(dictionary->Key(0));
-        dictionary->Value(i + 0.5, i);
-    }
-    EXPECT_EQ(dictionary->Count(), kCount / 8);
-}
-
-TEST(Dictionary, survivesValuesThatUseItWhileTheyGo) {
-    const Ref<Dictionary> dictionary = New<Dictionary>();
-    const auto fill = [&] {
-        dictionary->Value("watcher", New<Watcher>(dictionary.Get()));
-        dictionary->Value("other", 1);
-    };
-    fill();
-    dictionary->Remove("watcher");
-    EXPECT_THAT(keys(dictionary), ElementsAre("seen"));
-    fill();
-    dictionary->Value("watcher", 5);
-    EXPECT_THAT(keys(dictionary), ElementsAre("seen", "watcher"));
-    fill();
-    dictionary->Clear();
-    EXPECT_THAT(keys(dictionary), ElementsAre("seen"));
-    EXPECT_EQ(dictionary->Value("seen").IntegerValue(), 0);
-    dictionary->Clear();
 }

@@ -45,11 +45,3 @@ TEST(Base64, givesTheTextsOfTheStandard) {
     const String bytes(std::string_view("\0\xFF\xFE?", 4), Encodings::Undefined);
     EXPECT_TRUE(DecodeBase64(EncodeBase64(bytes)).SameBytes(bytes));
 }
-
-TEST(Base64, breaksLinesOnlyBetweenThem) {
-    EXPECT_EQ(EncodeBase64("foobar", 4).ToStd(), "Zm9v\r\nYmFy");
-    EXPECT_EQ(EncodeBase64("foobar", 8).ToStd(), "Zm9vYmFy");
-    EXPECT_EQ(EncodeBase64("foobar", 3).ToStd(), "Zm9\r\nvYm\r\nFy");
-    EXPECT_EQ(EncodeBase64("foobar", -1).ToStd(), "Zm9vYmFy");
-    EXPECT_EQ(DecodeBase64("Zm9v\r\n YmFy\n").ToStd(), "foobar");
-}

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "framework/core/files/FolderItem.h"
 
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <filesystem>
 
@@ -60,15 +58,6 @@ TEST_F(FolderItemTest, NamesOfAnyBytesAreMadeFoundCopiedAndDeleted) {
     EXPECT_EQ(folder_->Count(), 0);
 }
 
-TEST_F(FolderItemTest, NamesThatNoFileCanHaveGiveNoChild) {
-    EXPECT_FALSE(folder_->Child("a/b"));
-    EXPECT_FALSE(folder_->TrueChild(String(std::string_view("a\0b", 3))));
-    EXPECT_TRUE(folder_->Child("")->Directory());
-    EXPECT_TRUE(folder_->Child("")->AbsolutePath().SameBytes(folder_->AbsolutePath()));
-    EXPECT_TRUE(folder_->Child("..")->AbsolutePath().SameBytes(folder_->Parent()->AbsolutePath()));
-    EXPECT_FALSE(folder_->Child(String(std::string(5000, 'n')))->Exists());
-}
-
 TEST_F(FolderItemTest, PathsAreMadeAbsoluteAndClean) {
     std::filesystem::create_directories(temporary_.Path("real/deep"));
     std::filesystem::create_symlink("real/deep", temporary_.Path("link"));
@@ -85,27 +74,6 @@ TEST_F(FolderItemTest, PathsAreMadeAbsoluteAndClean) {
     EXPECT_FALSE(GetFolderItem(String(std::string_view("/tmp\0/x", 7))));
 }
 
-TEST_F(FolderItemTest, AnItemOfNoPathDoesNothing) {
-    const auto nothing = New<FolderItem>("", 0);
-    EXPECT_FALSE(nothing->Exists());
-    EXPECT_FALSE(nothing->Child("x"));
-    EXPECT_FALSE(nothing->Parent());
-    EXPECT_EQ(nothing->Count(), 0);
-    EXPECT_FALSE(nothing->OpenAsTextFile());
-    EXPECT_FALSE(nothing->CreateTextFile());
-    EXPECT_FALSE(nothing->CreateAsFolder());
-    EXPECT_FALSE(nothing->Delete());
-    EXPECT_TRUE(nothing->GetSaveInfo(Nil, 0).IsEmpty());
-}
-
-TEST_F(FolderItemTest, RootIsItsOwnEnd) {
-    const Ref<FolderItem> root = GetFolderItem("/");
-    EXPECT_EQ(root->Name().Bytes(), "/");
-    EXPECT_FALSE(root->Parent());
-    EXPECT_EQ(root->Child("tmp")->AbsolutePath().Bytes(), "/tmp");
-    EXPECT_EQ(root->Child("tmp")->Parent()->AbsolutePath().Bytes(), "/");
-}
-
 TEST_F(FolderItemTest, ChildrenAreASortedSnapshotUntilTheNextCount) {
     for (const char* name : {"b", "a", ".hidden", "B", "c"}) temporary_.Put(name);
     EXPECT_EQ(folder_->TrueItem(1)->Name().Bytes(), ".hidden") << "without Count the folder is read at first use";
@@ -118,15 +86,6 @@ TEST_F(FolderItemTest, ChildrenAreASortedSnapshotUntilTheNextCount) {
     EXPECT_FALSE(folder_->TrueItem(0));
     EXPECT_FALSE(folder_->TrueItem(-1));
     EXPECT_FALSE(folder_->TrueItem(7));
-}
-
-TEST_F(FolderItemTest, AFolderCanBeEmptiedFromItsEnd) {
-    for (int i = 0; i < 50; ++i) temporary_.Put(std::to_string(i));
-    for (int i = folder_->Count(); i >= 1; --i) EXPECT_TRUE(folder_->TrueItem(i)->Delete());
-    EXPECT_EQ(folder_->Count(), 0);
-    EXPECT_TRUE(folder_->Delete());
-    EXPECT_FALSE(folder_->Exists());
-    EXPECT_EQ(folder_->Count(), 0);
 }
 
 TEST_F(FolderItemTest, LinksStandForThemselvesUnlessChildFollowsThem) {
@@ -149,19 +108,6 @@ TEST_F(FolderItemTest, LinksStandForThemselvesUnlessChildFollowsThem) {
     EXPECT_TRUE(std::filesystem::exists(temporary_.Path("target/file")));
 }
 
-TEST_F(FolderItemTest, LinksToNothingAndCirclesAreItemsToo) {
-    std::filesystem::create_symlink("gone/../missing", temporary_.Path("dangling"));
-    std::filesystem::create_symlink("b", temporary_.Path("a"));
-    std::filesystem::create_symlink("a", temporary_.Path("b"));
-    EXPECT_TRUE(folder_->TrueChild("dangling")->Exists());
-    EXPECT_FALSE(folder_->Child("dangling")->Exists());
-    EXPECT_EQ(folder_->Child("dangling")->Name().Bytes(), "missing");
-    EXPECT_EQ(folder_->Child("a")->Name().Bytes(), "a");
-    EXPECT_FALSE(folder_->Child("a")->OpenAsTextFile());
-    EXPECT_EQ(folder_->Count(), 3);
-    for (int i = 3; i >= 1; --i) EXPECT_TRUE(folder_->TrueItem(i)->Delete());
-}
-
 TEST_F(FolderItemTest, FailuresAreAnswersNotExceptions) {
     temporary_.Put("file");
     const Ref<FolderItem> file = folder_->Child("file");
@@ -178,35 +124,6 @@ TEST_F(FolderItemTest, FailuresAreAnswersNotExceptions) {
     EXPECT_TRUE(folder_->Child("new")->CreateAsFolder());
     EXPECT_TRUE(folder_->Child("new")->CreateAsFolder()) << "what exists is as good as made";
     EXPECT_FALSE(folder_->Child("absent")->Child("new")->CreateAsFolder());
-}
-
-TEST_F(FolderItemTest, AFolderThatMayNotBeReadHasNoChildren) {
-    constexpr uid_t kNobody = 65534;
-    std::filesystem::create_directory(temporary_.Path("closed"));
-    temporary_.Put("closed/file");
-    ::chmod(temporary_.Path().c_str(), 0755);
-    ::chmod(temporary_.Path("closed").c_str(), 0);
-    const Ref<FolderItem> closed = folder_->Child("closed");
-    const bool superuser = ::geteuid() == 0;  // who may read all
-    if (superuser) {
-        ASSERT_EQ(::seteuid(kNobody), 0);
-    }
-    const int count = closed->Count();
-    const bool directory = closed->Directory();
-    if (superuser) {
-        ASSERT_EQ(::seteuid(0), 0);
-    }
-    ::chmod(temporary_.Path("closed").c_str(), 0700);
-    EXPECT_EQ(count, 0);
-    EXPECT_TRUE(directory);
-    EXPECT_EQ(closed->Count(), 1);
-}
-
-TEST_F(FolderItemTest, NothingWaitsForAPipe) {
-    ASSERT_EQ(::mkfifo(temporary_.Path("pipe.jpg").c_str(), 0600), 0);
-    const Ref<FolderItem> pipe = folder_->Child("pipe.jpg");
-    EXPECT_FALSE(pipe->CreateTextFile());
-    EXPECT_TRUE(pipe->OpenAsTextFile()->EndOfFile());
 }
 
 TEST_F(FolderItemTest, CopiesKeepContentModeAndCodesAndOverwriteNothing) {
@@ -234,44 +151,4 @@ TEST_F(FolderItemTest, CopiesKeepContentModeAndCodesAndOverwriteNothing) {
     ASSERT_TRUE(folder_->Child("sub")->CreateAsFolder());
     EXPECT_TRUE(source->CopyFileTo(folder_->Child("sub")));
     EXPECT_TRUE(folder_->Child("sub")->Child("source")->Exists());
-}
-
-TEST_F(FolderItemTest, CodesArePartOfTheFile) {
-    temporary_.Put("file");
-    const Ref<FolderItem> file = folder_->Child("file");
-    EXPECT_TRUE(file->MacType().IsEmpty());
-    file->MacType("jp2 ");
-    file->MacCreator("ogle");
-    if (file->MacType().IsEmpty()) GTEST_SKIP() << "no attributes on this file system";
-    EXPECT_EQ(folder_->TrueItem(1)->MacType().Bytes(), "jp2 ");
-    EXPECT_EQ(folder_->TrueItem(1)->MacCreator().Bytes(), "ogle");
-    file->MacType("");
-    EXPECT_TRUE(file->MacType().IsEmpty());
-    folder_->Child("missing")->MacType("TEXT");
-}
-
-TEST_F(FolderItemTest, ItemsOfOneVolumeHaveItsNumber) {
-    temporary_.Put("file");
-    EXPECT_EQ(folder_->MacVRefNum(), folder_->Child("file")->MacVRefNum());
-    EXPECT_NE(folder_->MacVRefNum(), GetFolderItem("/proc")->MacVRefNum());
-    EXPECT_TRUE(folder_->Child("file")->Visible());
-    EXPECT_FALSE(folder_->Child(".file")->Visible());
-}
-
-TEST_F(FolderItemTest, ManyChildrenAreListedOnce) {
-    constexpr int kFiles = 20'000;
-    for (int i = 0; i < kFiles; ++i) {
-        const int file = ::open(temporary_.Path(std::to_string(kFiles + i) + ".jpg").c_str(), O_CREAT | O_WRONLY, 0600);
-        ASSERT_GE(file, 0);
-        ::close(file);
-    }
-    ASSERT_EQ(folder_->Count(), kFiles);
-    // Moved out of sight, the folder cannot be read again: all answers must come from the one listing.
-    std::filesystem::rename(temporary_.Path(), temporary_.Path() + "-moved");
-    for (int i = 1; i <= kFiles; ++i) {
-        for (int pass = 0; pass < 4; ++pass) {
-            ASSERT_EQ(folder_->TrueItem(i)->Name().Bytes(), std::to_string(kFiles + i - 1) + ".jpg");
-        }
-    }
-    std::filesystem::rename(temporary_.Path() + "-moved", temporary_.Path());
 }

@@ -55,19 +55,3 @@ TEST(MemoryBlock, holdsTexts) {
     block->CString(1, "yz");
     EXPECT_EQ(block->CString(0).ToStd(), "lyz");
 }
-
-TEST(MemoryBlock, growsWithZeros) {
-    const Ref<MemoryBlock> block = New<MemoryBlock>(String("\xFF\xFF"));
-    block->Size(1);
-    block->Size(4);
-    EXPECT_EQ(block->Long(0), 255);
-    block->Size(0);
-    EXPECT_EQ(block->Size(), 0);
-    EXPECT_TRUE(block->StringValue(0, 0).IsEmpty());
-}
-
-TEST(Bitwise, worksOnAll64Bits) {
-    EXPECT_EQ(Bitwise::BitAnd(0xF00000000000000FULL, 0x800000000000000CULL), 0x800000000000000CULL);
-    EXPECT_EQ(Bitwise::BitOr(1ULL << 63, 1), 0x8000000000000001ULL);
-    EXPECT_EQ(Bitwise::OnesComplement(0xFF), 0xFFFFFFFFFFFFFF00ULL);
-}

@@ -122,56 +122,5 @@ TEST_F(ResidentTool, IsDoneWithoutWhereItCannotStay) {
     EXPECT_EQ(resultOf("mdls a"), "127 ");
 }
 
-Descriptor handleOf(pid_t process) {
-    return Descriptor(static_cast<int>(syscall(SYS_pidfd_open, process, 0)));
-}
-
-bool hasEnded(const Descriptor& process) {
-    constexpr int kGiveUp = 60'000;
-    pollfd end{process.Number(), POLLIN, 0};
-    return poll(&end, 1, kGiveUp) == 1;
-}
-
-/// A progressive JPEG of some ten kilobytes that takes half a minute to decode.
-std::string slowPicture() {
-    std::ifstream file(MARROWBECK_TEST_PICTURES "/progressive.jpg", std::ios::binary);
-    std::string jpeg{std::istreambuf_iterator<char>(file), {}};
-    jpeg.replace(jpeg.find("\xff\xc2") + 5, 4, "\x0f\xa0\x0f\xa0");
-    const std::size_t last = jpeg.rfind("\xff\xda");
-    const std::string scan = jpeg.substr(last, jpeg.size() - 2 - last);
-    for (int i = 0; i < 20'000; ++i) jpeg.insert(last, scan);
-    return jpeg;
-}
-
-TEST_F(ResidentTool, AKilledThreadsQuestionIsDroppedAndItsReaderStopped) {
-    std::ofstream(home() + "/slow.jpg", std::ios::binary) << slowPicture();
-    Shell::SetToolsFolder(MARROWBECK_TOOLS, {"sips"});
-    const auto thread = New<Thread>();
-    thread->OnRun = [] { resultOf("sips -s format png " + home() + "/slow.jpg --out " + home() + "/slow.png"); };
-    thread->Run();
-    const auto readers = [] {
-        const std::vector<pid_t> tools = childrenOf(getpid());
-        return tools.empty() ? std::vector<pid_t>() : childrenOf(tools.front());
-    };
-    QTimer wake;  // no event tells of other processes
-    wake.start(5);
-    ASSERT_TRUE(RunUntil([&] { return !readers().empty(); }));
-    const Descriptor busy = handleOf(readers().front());
-    thread->Kill();
-    EXPECT_EQ(thread->State(), Thread::NotRunning);
-    EXPECT_TRUE(hasEnded(busy));
-    // It serves on.
-    const std::string small = "sips -s format png " MARROWBECK_TEST_PICTURES "/rgb.png --out " + home() + "/small.png";
-    EXPECT_EQ(resultOf(small), "0 ");
-    EXPECT_TRUE(std::filesystem::exists(home() + "/small.png") && !std::filesystem::exists(home() + "/slow.png"));
-    // With the one that asked, all ends.
-    const std::vector<pid_t> tools = childrenOf(getpid());
-    const std::vector<pid_t> left = readers();
-    ASSERT_EQ(left.size(), 1U);
-    const Descriptor reader = handleOf(left.front());
-    kill(tools.front(), SIGKILL);
-    EXPECT_TRUE(hasEnded(reader));
-}
-
 }  // namespace
 }  // namespace framework

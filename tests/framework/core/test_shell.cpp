@@ -6,9 +6,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <QElapsedTimer>
 #include <QFileSystemWatcher>
-#include <QTimer>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -71,32 +69,6 @@ TEST(Shell, StartsPlainLinesDirectlyWithTheSameResultAsThroughTheShell) {
     std::ofstream(script) << "echo from a script\n";
     chmod(script.c_str(), 0755);
     EXPECT_EQ(resultOf(script), "from a script\n");
-}
-
-TEST(Shell, ToolsOfTheProgramComeFirstAndPatternsFindNothing) {
-    const std::string tools = std::string(std::getenv("HOME")) + "/tools";
-    std::filesystem::create_directory(tools);
-    std::ofstream(tools + "/ls") << "#!/bin/sh\necho ours\n";
-    chmod((tools + "/ls").c_str(), 0755);
-    Shell::SetToolsFolder(String(tools));
-    EXPECT_EQ(resultOf("ls"), "ours\n");
-    EXPECT_EQ(resultOf("ls | cat"), "ours\n");
-    Shell::SetToolsFolder("");
-    EXPECT_EQ(resultOf("echo *image == *"), "*image == *\n");
-}
-
-TEST(Shell, AThreadWaitsWhileTheWindowLives) {
-    std::string result;
-    const auto thread = New<Thread>();
-    thread->OnRun = [&] { result = resultOf("sleep 0.2; echo done"); };
-    int ticks = 0;
-    QTimer timer;
-    timer.callOnTimeout([&] { ++ticks; });
-    timer.start(10);
-    thread->Run();
-    EXPECT_TRUE(RunUntil([&] { return thread->State() == Thread::NotRunning; }));
-    EXPECT_EQ(result, "done\n");
-    EXPECT_GT(ticks, 3);
 }
 
 TEST(Shell, AKillEndsTheCommandAndItsChildren) {

@@ -74,13 +74,6 @@ TEST(SpecialFolder, UserFoldersAreTheDesktopsOwn) {
     EXPECT_EQ(path(SpecialFolder::Pictures()), "/none/\xE4 pics");
 }
 
-TEST(SpecialFolder, TemporaryIsWhereTheEnvironmentSays) {
-    const Environment own("TMPDIR", "/none/tmp");
-    EXPECT_EQ(path(SpecialFolder::Temporary()), "/none/tmp");
-    const Environment none("TMPDIR", nullptr);
-    EXPECT_EQ(path(SpecialFolder::Temporary()), "/tmp");
-}
-
 TEST(ApplicationPaths, FoldersLieBelowThePrefixUnderTheProgramsName) {
     const TemporaryFolder folder;
     ApplicationPaths::SetName("program");
@@ -94,29 +87,4 @@ TEST(ApplicationPaths, FoldersLieBelowThePrefixUnderTheProgramsName) {
     ApplicationPaths::SetName("");
     EXPECT_FALSE(ApplicationToolsFolder());
     ApplicationPaths::SetPrefix(Nil);
-}
-
-TEST(ApplicationPaths, WithoutAPrefixTheExecutablesOwnPlaceCounts) {
-    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe");
-    const std::filesystem::path tools =
-        self.parent_path().parent_path() / "libexec" / ("files-" + std::to_string(::getpid()));
-    std::filesystem::create_directories(tools);
-    ApplicationPaths::SetName(String(tools.filename().string()));
-    const Ref<FolderItem> found = ApplicationToolsFolder();
-    ApplicationPaths::SetName("");
-    std::filesystem::remove(tools);
-    std::error_code inUse;
-    std::filesystem::remove(tools.parent_path(), inUse);
-    ASSERT_TRUE(found);
-    EXPECT_EQ(path(found), tools.string());
-}
-
-TEST(Volumes, TheRootIsTheFirst) {
-    ASSERT_GE(VolumeCount(), 1);
-    EXPECT_EQ(path(Volume(0)), "/");
-    EXPECT_FALSE(Volume(-1));
-    EXPECT_FALSE(Volume(VolumeCount()));
-    bool proc = false;
-    for (int i = 0; i < VolumeCount(); ++i) proc = proc || path(Volume(i)) == "/proc";
-    EXPECT_TRUE(proc);
 }

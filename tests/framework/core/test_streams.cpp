@@ -62,16 +62,6 @@ TEST_F(StreamTest, ALineMayBeHugeAndTheRestIsReadAtOnce) {
     EXPECT_TRUE(stream->EndOfFile());
 }
 
-TEST_F(StreamTest, AClosedInputIsAtItsEnd) {
-    folder_.Put("file", "a\nb\n");
-    const Ref<TextInputStream> stream = file_->OpenAsTextFile();
-    stream->ReadLine();
-    stream->Close();
-    EXPECT_TRUE(stream->EndOfFile());
-    EXPECT_TRUE(stream->ReadAll().IsEmpty());
-    EXPECT_FALSE(stream->Failed());
-}
-
 TEST_F(StreamTest, WhatIsWrittenIsInTheFile) {
     folder_.Put("file", std::string(100, '-'));
     {
@@ -105,18 +95,6 @@ TEST_F(StreamTest, AFullDiskIsNoticed) {
     binary->Write("lost");
     EXPECT_TRUE(binary->Failed());
     EXPECT_FALSE(binary->Close());
-}
-
-TEST_F(StreamTest, WritingAfterTheCloseFails) {
-    const Ref<TextOutputStream> text = file_->CreateTextFile();
-    EXPECT_TRUE(text->Close());
-    text->Write("late");
-    EXPECT_FALSE(text->Close());
-    const Ref<BinaryStream> binary = file_->OpenAsBinaryFile(true);
-    EXPECT_TRUE(binary->Close());
-    binary->Write("late");
-    EXPECT_TRUE(binary->Failed());
-    EXPECT_TRUE(content().empty());
 }
 
 TEST_F(StreamTest, BinaryStreamsReadAndWriteAtTheirPosition) {

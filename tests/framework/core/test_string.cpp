@@ -100,22 +100,6 @@ TEST(StringAppend, leavesOtherHoldersAlone) {
     EXPECT_EQ(text.CString()[text.ByteCount()], '\0');
 }
 
-TEST(StringAppend, takesItself) {
-    String text = "ab";
-    std::string expected = "ab";
-    for (int i = 0; i < 12; ++i) {
-        text += text;
-        expected += expected;
-        // Also with room to spare, where nothing is copied first.
-        text += "-";
-        expected += "-";
-    }
-    EXPECT_EQ(text.ToStd(), expected);
-    String& same = text;
-    text = same;
-    EXPECT_EQ(text.ToStd(), expected);
-}
-
 TEST(StringAppend, keepsTheLabelThatIsNeeded) {
     EXPECT_EQ((String("a") + String("\xE9", Encodings::WindowsLatin1)).Encoding(), Encodings::WindowsLatin1);
     EXPECT_EQ((String("é") + String("a", Encodings::Undefined)).Encoding(), Encodings::UTF8);
@@ -139,26 +123,4 @@ TEST(StringConversion, goesThereAndBack) {
     // Half a pair has no form in UTF-8.
     const String half(std::string_view("\x00\xD8", 2), Encodings::UTF16);
     EXPECT_EQ(half.Converted(Encodings::UTF8).ToStd(), "\uFFFD");
-}
-
-TEST(TextEncodingChr, makesCharactersInItsEncoding) {
-    EXPECT_EQ(Encodings::UTF8.Chr(10003).ToStd(), "✓");
-    EXPECT_EQ(Encodings::UTF8.Chr(0).ByteCount(), 1U);
-    EXPECT_EQ(Encodings::UTF8.Chr(0xD800).ToStd(), "\uFFFD");
-    EXPECT_EQ(Encodings::UTF8.Chr(0x110000).ToStd(), "\uFFFD");
-    EXPECT_EQ(Encodings::UTF16.Chr(0x1D11E).ByteCount(), 4U);
-    EXPECT_EQ(Encodings::Undefined.Chr(0xE9).ToStd(), "\xE9");
-    EXPECT_EQ(Encodings::WindowsLatin1.Chr(0x20AC).ToStd(), "\x80");
-}
-
-TEST(IsAscii, seesEachByte) {
-    for (std::size_t size = 1; size < 20; ++size) {
-        std::string bytes(size, 'a');
-        EXPECT_TRUE(IsAscii(bytes));
-        for (std::size_t i = 0; i < size; ++i) {
-            bytes[i] = '\x80';
-            EXPECT_FALSE(IsAscii(bytes));
-            bytes[i] = 'a';
-        }
-    }
 }

@@ -35,14 +35,5 @@ TEST(TerminationSignals, ASecondOneEndsTheProcess) {
     EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGTERM);
 }
 
-TEST(TerminationSignals, WhatIsIgnoredStaysIgnored) {
-    signal(SIGHUP, SIG_IGN);
-    bool told = false;
-    const TerminationSignals endOfSession([&told] { told = true; });
-    raise(SIGHUP);
-    marrowbeck::test::RunFor(20);
-    EXPECT_FALSE(told);
-}
-
 }  // namespace
 }  // namespace framework::testing

@@ -54,16 +54,6 @@ struct Witness {
     ~Witness() { gone = true; }
 };
 
-TEST(Thread, RunsOnlyOnceTheHandlerThatStartedItIsOver) {
-    int passes = 0;
-    const auto thread = threadThat([&] { passes = 1; });
-    thread->Run();
-    EXPECT_EQ(passes, 0);
-    EXPECT_NE(thread->State(), Thread::NotRunning);
-    EXPECT_TRUE(RunUntil([&] { return ended(thread); }));
-    EXPECT_EQ(passes, 1);
-}
-
 TEST(Thread, SharesTimeWithTheEventLoopAndOtherThreadsAtYieldsOnly) {
     bool stop = false;
     bool torn = false;
@@ -97,17 +87,6 @@ TEST(Thread, SharesTimeWithTheEventLoopAndOtherThreadsAtYieldsOnly) {
     EXPECT_GT(ticks, 5);
 }
 
-TEST(Thread, AYieldOfAHandlerOnTheMainThreadLetsThreadsRun) {
-    bool ran = false;
-    const auto thread = threadThat([&] { ran = true; });
-    thread->Run();
-    QElapsedTimer clock;
-    clock.start();
-    while (!ran && clock.elapsed() < 5000) LoopYield();
-    EXPECT_TRUE(ran);
-    EXPECT_TRUE(ended(thread));
-}
-
 TEST(Thread, KillEndsItAtItsYieldWithDestructorsRunAndItCanRunAgain) {
     bool gone = false;
     int starts = 0;
@@ -130,39 +109,6 @@ TEST(Thread, KillEndsItAtItsYieldWithDestructorsRunAndItCanRunAgain) {
     thread->Run();
     EXPECT_TRUE(RunUntil([&] { return ended(thread); }));
     EXPECT_EQ(starts, 2);
-}
-
-TEST(Thread, KilledBeforeItsFirstShareItNeverRuns) {
-    bool ran = false;
-    const auto thread = threadThat([&] { ran = true; });
-    thread->Run();
-    thread->Kill();
-    EXPECT_TRUE(ended(thread));
-    RunFor(20);
-    EXPECT_FALSE(ran);
-}
-
-TEST(Thread, OneThreadMayKillAnotherAndItself) {
-    bool gone = false;
-    bool selfGone = false;
-    const auto victim = threadThat([&] {
-        const Witness witness{gone};
-        while (true) LoopYield();
-    });
-    Ref<Thread> killer;
-    killer = threadThat([&] {
-        const Witness witness{selfGone};
-        victim->Kill();
-        EXPECT_TRUE(ended(victim));
-        EXPECT_TRUE(gone);
-        killer->Kill();
-        ADD_FAILURE() << "a killed thread went on";
-    });
-    victim->Run();
-    RunFor(20);
-    killer->Run();
-    EXPECT_TRUE(RunUntil([&] { return ended(killer); }));
-    EXPECT_TRUE(selfGone);
 }
 
 TEST(Thread, AKillLetsBegunWorkBecomeWholeButWaitsForNoHangingCommand) {
@@ -282,48 +228,6 @@ TEST(Thread, EndlessRecursionEndsInAnExceptionOnEitherStack) {
     thread->Run();
     EXPECT_TRUE(RunUntil([&] { return ended(thread); }));
     EXPECT_EQ(application->seen, (std::vector<std::string>{"StackOverflowException", "StackOverflowException"}));
-}
-
-TEST(Thread, WorkForTheMainStackIsDoneThereAndItsExceptionComesBack) {
-    bool onThread = true;
-    bool caught = false;
-    const auto thread = threadThat([&] {
-        RunOnMainStack([&] { onThread = internal::OnThread(); });
-        try {
-            RunOnMainStack([] { throw OutOfBoundsException(); });
-        } catch (const OutOfBoundsException&) {
-            caught = true;
-        }
-    });
-    thread->Run();
-    EXPECT_TRUE(RunUntil([&] { return ended(thread); }));
-    EXPECT_FALSE(onThread);
-    EXPECT_TRUE(caught);
-}
-
-TEST(Thread, ACompletionWakesItsWaiterAndAKilledWaiterIsGone) {
-    Completion answered;
-    Completion never;
-    bool past = false;
-    const auto thread = threadThat([&] {
-        answered.Wait();
-        past = true;
-        never.Wait();
-        ADD_FAILURE() << "nothing completed this";
-    });
-    thread->Run();
-    RunFor(20);
-    EXPECT_EQ(thread->State(), Thread::Waiting);
-    answered.Complete();
-    EXPECT_TRUE(RunUntil([&] { return past; }));
-    thread->Kill();
-    EXPECT_TRUE(ended(thread));
-    never.Complete();
-
-    Completion later;
-    QTimer::singleShot(10, [&] { later.Complete(); });
-    later.Wait();
-    EXPECT_TRUE(later.IsComplete());
 }
 
 }  // namespace

@@ -19,50 +19,19 @@ class Thing : public Object {};
 static_assert(sizeof(Variant) == 16);
 static_assert(!std::is_constructible_v<Variant, int*>);
 
-TEST(Variant, keepsTheKindItWasMadeOf) {
-    using Kind = Variant::Kind;
-    EXPECT_EQ(Variant().GetKind(), Kind::None);
-    EXPECT_EQ(Variant(Nil).GetKind(), Kind::None);
-    EXPECT_EQ(Variant(Ref<Thing>()).GetKind(), Kind::None);
-    EXPECT_EQ(Variant(true).GetKind(), Kind::Boolean);
-    EXPECT_EQ(Variant(1).GetKind(), Kind::Integer);
-    EXPECT_EQ(Variant(std::uint16_t{1}).GetKind(), Kind::Integer);
-    EXPECT_EQ(Variant(1U).GetKind(), Kind::Int64);
-    EXPECT_EQ(Variant(std::uint64_t{1}).GetKind(), Kind::Int64);
-    EXPECT_EQ(Variant(std::numeric_limits<std::uint64_t>::max()).GetKind(), Kind::Double);
-    EXPECT_EQ(Variant(1.0).GetKind(), Kind::Double);
-    EXPECT_EQ(Variant("1").GetKind(), Kind::String);
-    EXPECT_EQ(Variant(RGB(1, 2, 3)).GetKind(), Kind::Color);
-    EXPECT_EQ(Variant(New<Thing>()).GetKind(), Kind::Object);
-    EXPECT_TRUE(IsNumeric(12));
-    EXPECT_TRUE(IsNumeric(0.5));
-    EXPECT_FALSE(IsNumeric("12"));
-    EXPECT_FALSE(IsNumeric(true));
-    EXPECT_FALSE(IsNumeric(Variant()));
-}
-
 TEST(Variant, turnsPlainValuesIntoEachOther) {
-    EXPECT_EQ(Variant(true).StringValue().ToStd(), "true");
     EXPECT_EQ(Variant(2.5).StringValue().ToStd(), "2.5");
     EXPECT_EQ(Variant(RGB(1, 0, 255)).StringValue().ToStd(), "&h0100FF");
     EXPECT_EQ(Variant("&h0100FF").ColorValue(), RGB(1, 0, 255));
     EXPECT_EQ(Variant(RGB(1, 0, 255)).IntegerValue(), 0x100FF);
-    EXPECT_EQ(Variant(0x100FF).ColorValue(), RGB(1, 0, 255));
-    EXPECT_EQ(Variant("nothing").ColorValue(), RGB(0, 0, 0));
     EXPECT_EQ(Variant("42.9").IntegerValue(), 42);
     EXPECT_EQ(Variant(-2.9).IntegerValue(), -2);
-    EXPECT_EQ(Variant(1e300).IntegerValue(), 2147483647);
     EXPECT_EQ(Variant(std::int64_t{1} << 40).IntegerValue(), 2147483647);
     EXPECT_EQ(Variant(std::nan("")).Int64Value(), 0);
-    EXPECT_EQ(Variant(-1e300).Int64Value(), std::numeric_limits<std::int64_t>::min());
     EXPECT_EQ(Variant((std::int64_t{1} << 53) + 1).StringValue().ToStd(), "9007199254740993");
-    EXPECT_EQ(Variant(true).DoubleValue(), 1);
     EXPECT_TRUE(Variant("TRUE").BooleanValue());
-    EXPECT_TRUE(Variant("1").BooleanValue());
     EXPECT_FALSE(Variant("false").BooleanValue());
-    EXPECT_FALSE(Variant(0).BooleanValue());
     EXPECT_FALSE(Variant().BooleanValue());
-    EXPECT_TRUE(Variant().StringValue().IsEmpty());
 }
 
 TEST(Variant, holdsObjectsAsTheyAre) {
@@ -83,24 +52,18 @@ TEST(Variant, equalsByValue) {
     const Variant values[] = {Variant(),
                               0,
                               1,
-                              true,
                               false,
                               1.0,
                               std::int64_t{1},
-                              -0.0,
-                              0.5,
                               "1",
                               "a",
                               "A",
                               "é",
                               "É",
-                              "",
                               RGB(0, 0, 1),
                               big,
                               static_cast<double>(big),
                               std::nan(""),
-                              -std::nan(""),
-                              1e300,
                               std::numeric_limits<std::int64_t>::max(),
                               9223372036854775808.0};
     for (const Variant& left : values) {

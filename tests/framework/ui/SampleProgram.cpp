@@ -5,7 +5,6 @@
 #include <QProcess>
 #include <cstdio>
 #include <cstdlib>
-#include <string_view>
 
 #include "framework/core/desktop/Application.h"
 #include "framework/core/files/FolderItem.h"
@@ -31,11 +30,8 @@ class SampleWindow : public Window {
 
 class SampleApplication : public Application {
   public:
-    explicit SampleApplication(bool quitsAtOnce) : quitsAtOnce_(quitsAtOnce) {}
-
     void Event_Open() override {
         say("open");
-        if (quitsAtOnce_) Quit(3);
         Global<SampleWindow>()->Show();
     }
     void Event_OpenDocument(const Ref<FolderItem>& item) override {
@@ -48,9 +44,6 @@ class SampleApplication : public Application {
         }
     }
     void Event_Close() override { say("close"); }
-
-  private:
-    bool quitsAtOnce_;
 };
 
 }  // namespace
@@ -58,7 +51,7 @@ class SampleApplication : public Application {
 int RunSampleProgram(int argc, char** argv) {
     Ref<Application> application;
     const int started = RunFrameworkInitialization(argc, argv, {"Sample", "org.example.sample"}, [&] {
-        application = New<SampleApplication>(std::string_view(argv[argc - 1]) == kQuitAtOnceFlag);
+        application = New<SampleApplication>();
         say("startup");
         return 0;
     });

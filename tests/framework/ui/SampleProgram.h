@@ -8,8 +8,6 @@ namespace framework::testing {
 
 /// Has the test program run as a small program of its own, which writes a line for each thing that happens to it.
 inline constexpr const char* kSampleProgramFlag = "--sample-program";
-/// As its last argument: it quits in its Open event, with status 3, and goes on as if it had not.
-inline constexpr const char* kQuitAtOnceFlag = "-quit-at-once";
 
 int RunSampleProgram(int argc, char** argv);
 

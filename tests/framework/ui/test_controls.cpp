@@ -1,28 +1,25 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QAccessible>
-#include <QAccessibleWidget>
-#include <QCheckBox>
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QTest>
+#include <QToolButton>
 
 #include "framework/core/objects/Exceptions.h"
 #include "framework/ui/control/CheckBox.h"
-#include "framework/ui/control/ContextualClick.h"
-#include "framework/ui/control/EditField.h"
 #include "framework/ui/control/GroupBox.h"
 #include "framework/ui/control/Label.h"
-#include "framework/ui/control/PopupMenu.h"
 #include "framework/ui/control/ProgressBar.h"
-#include "framework/ui/control/ProgressWheel.h"
 #include "framework/ui/control/PushButton.h"
-#include "framework/ui/control/RadioButton.h"
+#include "framework/ui/control/SegmentedControl.h"
 #include "framework/ui/control/TextArea.h"
+#include "framework/ui/control/TextField.h"
 #include "framework/ui/drawing/Native.h"
+#include "framework/ui/menu/Toolbar.h"
 #include "framework/ui/window/Window.h"
 #include "framework/ui/window/WindowFrame.h"
 
@@ -112,19 +109,6 @@ TEST_F(Controls, BoxesTellOfAPersonsChangesOnly) {
     EXPECT_EQ(box->State(), CheckBox::Checked);
 }
 
-TEST_F(Controls, OneRadioButtonHoldsAtATime) {
-    const Ref<RadioButton> one = window->Add<RadioButton>("one", 0, 0, 100, 20);
-    const Ref<RadioButton> two = window->Add<RadioButton>("two", 0, 30, 100, 20);
-    Show();
-    one->Value(true);
-    two->Value(true);
-    EXPECT_FALSE(one->Value());
-    two->Value(false);
-    EXPECT_FALSE(two->Value());
-    QTest::mouseClick(one->Native(), Qt::LeftButton, {}, QPoint(8, 10));
-    EXPECT_TRUE(one->Value());
-}
-
 TEST_F(Controls, ReturnAndEscapePressTheirButtonsFromAnywhere) {
     std::string pressed;
     const auto add = [&](const char* name, int top) {
@@ -179,59 +163,6 @@ TEST_F(Controls, AReadOnlyTextCanBeReadToItsEndAndCopied) {
     EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), text.ToStd());
 }
 
-TEST_F(Controls, WhatIsTypedStaysWithinLimitAndLine) {
-    const Ref<TextArea> area = window->Add<TextArea>("area", 0, 0, 120, 40);
-    area->Multiline(false);
-    area->LimitText(4);
-    EXPECT_FALSE(area->CanEdit(EditTarget::Command::Undo));
-    Show();
-    area->Native()->setFocus();
-    QTest::keyClicks(area->Native(), "abc");
-    Press(Qt::Key_Return);
-    QGuiApplication::clipboard()->setText("xyz\nsecond");
-    area->Edit(EditTarget::Command::Paste);
-    EXPECT_EQ(area->Text(), "abcx");
-}
-
-TEST_F(Controls, AFieldIsEdited) {
-    const Ref<EditField> field = window->Add<EditField>("field", 0, 0, 120, 20);
-    int changes = 0;
-    field->OnTextChange = [&](TextField&) { ++changes; };
-    field->Text("old");
-    Show();
-    field->Native()->setFocus();
-    field->Edit(EditTarget::Command::SelectAll);
-    QTest::keyClicks(field->Native(), "n");
-    EXPECT_EQ(field->Text(), "n");
-    EXPECT_EQ(changes, 2);
-    ASSERT_TRUE(field->CanEdit(EditTarget::Command::Undo));
-    field->Edit(EditTarget::Command::Undo);
-    EXPECT_EQ(field->Text(), "old");
-}
-
-TEST_F(Controls, APopupMenuSelectsWhatItIsTold) {
-    const Ref<PopupMenu> menu = window->Add<PopupMenu>("menu", 0, 0, 100, 20);
-    int changes = 0;
-    menu->OnChange = [&](PopupMenu&) { ++changes; };
-    menu->AddRow("one");
-    menu->AddRow("two");
-    EXPECT_EQ(menu->ListIndex(), -1);
-    EXPECT_EQ(menu->Text(), "");
-    menu->ListIndex(1);
-    EXPECT_EQ(menu->Text(), "two");
-    EXPECT_EQ(changes, 1);
-    menu->AddRow("three");
-    EXPECT_EQ(menu->ListIndex(), 1);
-    EXPECT_EQ(menu->List(2), "three");
-    EXPECT_THROW(menu->List(3), OutOfBoundsException);
-    EXPECT_THROW(menu->ListIndex(3), OutOfBoundsException);
-    Show();
-    menu->Native()->setFocus();
-    Press(Qt::Key_Up);
-    EXPECT_EQ(menu->Text(), "one");
-    EXPECT_EQ(changes, 2);
-}
-
 TEST_F(Controls, AProgressBarTakesValuesFromBeyondItsEnds) {
     const Ref<ProgressBar> bar = window->Add<ProgressBar>("bar", 0, 0, 100, 12);
     auto& widget = *static_cast<QProgressBar*>(bar->Native());
@@ -246,74 +177,105 @@ TEST_F(Controls, AProgressBarTakesValuesFromBeyondItsEnds) {
     EXPECT_EQ(widget.value(), 70);
     bar->Value(-5);
     EXPECT_EQ(widget.value(), 0);
-
-    // Without a maximum it looks neither empty nor full, whatever its value.
-    const QImage empty = widget.grab().toImage();
-    bar->Value(70);
-    bar->Maximum(0);
-    const QImage indefinite = widget.grab().toImage();
-    int left = 0;
-    for (int x = 0; x < 100; ++x) left += indefinite.pixel(x, 6) == empty.pixel(x, 6) ? 1 : 0;
-    EXPECT_GT(left, 60);
-    EXPECT_LT(left, 90);
 }
 
-TEST_F(Controls, AWheelTurnsWhileItIsToBeSeen) {
-    class Paints : public QObject {
-      public:
-        int Count = 0;
-
-      protected:
-        bool eventFilter(QObject*, QEvent* event) override {
-            Count += event->type() == QEvent::Paint ? 1 : 0;
-            return false;
-        }
-    };
-    Paints paints;
-    const Ref<ProgressWheel> wheel = window->Add<ProgressWheel>("wheel", 0, 0, 16, 16);
-    wheel->Native()->installEventFilter(&paints);
-    wheel->Visible(false);
-    Show();
-    QTest::qWait(250);
-    EXPECT_EQ(paints.Count, 0);
-    wheel->Visible(true);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.Count >= 3; }));
-}
-
-TEST_F(Controls, OutliveTheirWindowForWhoeverHoldsThem) {
-    const Ref<Label> label = window->Add<Label>("label", 0, 0, 100, 20);
-    window = Nil;
-    QTest::qWait(1);
-    label->Text("still here");
-    EXPECT_EQ(label->Text(), "still here");
-}
-
-TEST_F(Controls, MayGoInTheirOwnEvent) {
-    Ref<PushButton> button = New<PushButton>();
-    QWidget* const widget = button->Native();
-    bool pressed = false;
-    button->OnAction = [&](PushButton& sender) {
-        button = Nil;
-        pressed = sender.Enabled();
-    };
-    widget->show();
-    QTest::mouseClick(widget, Qt::LeftButton);
-    QTest::qWait(1);
-    EXPECT_TRUE(pressed);
-}
-
-TEST(ContextualClick, IsAskedForInsideItsScopeOnly) {
-    EXPECT_FALSE(IsContextualClick());
-    {
-        const internal::ContextualClick asked(true);
-        EXPECT_TRUE(IsContextualClick());
-        {
-            const internal::ContextualClick plain(false);
-            EXPECT_FALSE(IsContextualClick());
-        }
-        EXPECT_TRUE(IsContextualClick());
+TEST_F(Controls, ToolsAreFoundByTheirPlaceAndTellTheirToolbar) {
+    const Ref<Toolbar> tools = window->Add<Toolbar>("tools", 0, 520, 600, 59);
+    std::string pressed;
+    tools->OnAction = [&](Toolbar&, Ref<ToolItem> item) { pressed += item->Name().ToStd() + " "; };
+    for (const int style : {0, 0, int{ToolItem::StyleSeparator}, int{ToolItem::StyleFlexibleSpace}, 0}) {
+        const Ref<ToolButton> item = New<ToolButton>();
+        item->Name(String("Tool" + std::to_string(tools->Count())));
+        item->Style(style);
+        tools->Append(item);
     }
-    EXPECT_FALSE(IsContextualClick());
+    window->Width(700);
+    Show();
+    const auto button = [&](const char* name) { return tools->Native()->findChild<QToolButton*>(QLatin1String(name)); };
+    EXPECT_THROW(tools->Item(5), OutOfBoundsException);
+    EXPECT_EQ(button("Tool2"), nullptr);
+    // The space pushes what follows it to the far end.
+    EXPECT_GT(button("Tool4")->mapTo(window->Native(), button("Tool4")->rect().topRight()).x(), 650);
+    QTest::mouseClick(button("Tool0"), Qt::LeftButton);
+    tools->Item(1)->Enabled(false);
+    QTest::mouseClick(button("Tool1"), Qt::LeftButton);
+    button("Tool4")->setFocus();
+    QTest::keyClick(button("Tool4"), Qt::Key_Space);
+    EXPECT_EQ(pressed, "Tool0 Tool4 ");
+}
+
+class Segments : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        for (const char* title : {"JPG", "TIFF", "PNG", "ALL"}) control->Append(New<SegmentedControlItem>(title, 30));
+        control->SizeToFit();
+        control->OnAction = [this](SegmentedControl&, int index) { actions += std::to_string(index) + " "; };
+        window->Show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window->Native()));
+    }
+    QAbstractButton* Segment(int index) {
+        return control->Native()->findChild<QAbstractButton*>(QStringLiteral("Segment%1").arg(index));
+    }
+    void Click(int index) { QTest::mouseClick(Segment(index), Qt::LeftButton); }
+    std::string Selection() {
+        std::string selected;
+        for (int i = 0; i < control->Count(); ++i) {
+            EXPECT_EQ(control->Items(i)->Selected(), Segment(i)->isChecked());
+            selected += control->Items(i)->Selected() ? '1' : '0';
+        }
+        return selected;
+    }
+
+    Ref<Window> window = New<Window>();
+    Ref<SegmentedControl> control = window->Add<SegmentedControl>("segments", 5, 39, 152, 24);
+    Ref<TextField> after = window->Add<TextField>("after", 5, 80, 50, 20);
+    std::string actions;
+};
+
+TEST_F(Segments, OneAtATimeIsSelectedByHandAndByCode) {
+    EXPECT_EQ(Selection(), "0000");
+    control->Items(0)->Selected(true);
+    control->Items(3)->Selected(true);
+    EXPECT_EQ(Selection(), "0001");
+    control->Items(3)->Selected(false);
+    EXPECT_EQ(Selection(), "0000");
+    EXPECT_EQ(actions, "");
+
+    Click(2);
+    Click(1);
+    Click(1);
+    EXPECT_EQ(Selection(), "0100");
+    EXPECT_EQ(actions, "2 1 1 ");
+    const QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(Segment(1));
+    EXPECT_EQ(told->role(), QAccessible::RadioButton);
+    EXPECT_TRUE(told->state().checked);
+
+    control->Enabled(false);
+    Click(3);
+    EXPECT_EQ(Selection(), "0100");
+    EXPECT_EQ(actions, "2 1 1 ");
+    EXPECT_THROW(control->Items(4), OutOfBoundsException);
+}
+
+TEST_F(Segments, AreReachedByKeys) {
+    after->Native()->setFocus();
+    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(window->Native()->focusWidget(), key, modifiers);
+    };
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(Segment(0)->hasFocus());
+    press(Qt::Key_Right);
+    press(Qt::Key_Right);
+    press(Qt::Key_Left);
+    EXPECT_EQ(actions, "") << "arrows press nothing";
+    press(Qt::Key_Space);
+    EXPECT_EQ(actions, "1 ");
+    EXPECT_EQ(Selection(), "0100");
+    press(Qt::Key_Left);
+    press(Qt::Key_Left);
+    EXPECT_TRUE(Segment(3)->hasFocus());
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(after->Native()->hasFocus()) << "one stop for the whole row";
 }
 
 }  // namespace

@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QScreen>
-#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 
@@ -51,24 +48,6 @@ TEST(MsgBox, WaitsUntilItIsDismissedByReturnOrEscape) {
         EXPECT_TRUE(shown);
         EXPECT_FALSE(openBox());
     }
-}
-
-TEST(MsgBox, KeepsTheKeysWhenTheProgramIsStartedOnceMore) {
-    const Ref<Window> window = New<Window>();
-    window->Show();
-    QWidget* active = nullptr;
-    QWidget* box = nullptr;
-    answer([&] {
-        box = openBox();
-        internal::BringWindowsToFront();
-        QCoreApplication::processEvents();
-        active = QApplication::activeWindow();
-        box->close();
-    });
-    MsgBox("first this");
-    EXPECT_TRUE(box);
-    EXPECT_EQ(active, box);
-    window->Close();
 }
 
 TEST(MsgBox, OfAThreadLetsTheThreadWaitAndTheWindowsLive) {
@@ -127,30 +106,6 @@ TEST(MessageDialog, ReturnsTheButtonThatWasPressed) {
     EXPECT_EQ(dialog->ShowModal(), dialog->ActionButton());
 }
 
-TEST(MessageDialog, ScrollsALongExplanationAndKeepsItsKeys) {
-    std::string lines;
-    for (int i = 0; i < 1000; ++i) lines += "line\n";
-    const Ref<MessageDialog> dialog = New<MessageDialog>();
-    dialog->Message(String(lines));
-    dialog->Explanation(String(lines + "<b>end</b>"));
-    dialog->CancelButton()->Visible(true);
-    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
-        answer([key] {
-            EXPECT_LE(openBox()->height(), openBox()->screen()->availableGeometry().height());
-            auto* const text = openBox()->findChild<QPlainTextEdit*>();
-            ASSERT_TRUE(text);
-            EXPECT_TRUE(text->toPlainText().endsWith(QLatin1String("line\n<b>end</b>")));
-            // Through the buttons to the text, in which the keys move and do not write.
-            for (int i = 0; i < 2; ++i) QTest::keyClick(openBox()->focusWidget(), Qt::Key_Tab);
-            EXPECT_EQ(openBox()->focusWidget(), text);
-            QTest::keyClick(text, Qt::Key_End, Qt::ControlModifier);
-            EXPECT_GT(text->verticalScrollBar()->value(), 0);
-            QTest::keyClick(text, key);
-        });
-        EXPECT_EQ(dialog->ShowModal(), key == Qt::Key_Return ? dialog->ActionButton() : dialog->CancelButton());
-    }
-}
-
 class FolderDialog : public ::testing::Test {
   protected:
     void SetUp() override {
@@ -199,14 +154,6 @@ TEST_F(FolderDialog, GivesNilWhenCancelledAndOpensAtHomeWithoutAFolder) {
         window = Nil;
     });
     EXPECT_TRUE(dialog->ShowModalWithin(window) == Nil);
-}
-
-TEST(Clipboard, KeepsText) {
-    const Ref<Clipboard> clipboard = New<Clipboard>();
-    clipboard->Text("caf\u00e9\nline");
-    EXPECT_EQ(New<Clipboard>()->Text(), "caf\u00e9\nline");
-    clipboard->Text("");
-    EXPECT_EQ(clipboard->Text(), "");
 }
 
 }  // namespace

@@ -2,8 +2,6 @@
 #include <QClipboard>
 #include <QHelpEvent>
 #include <QMimeData>
-#include <QPointer>
-#include <QSignalSpy>
 #include <QToolTip>
 #include <QUrl>
 
@@ -15,53 +13,6 @@ namespace framework::testing {
 namespace {
 
 using marrowbeck::test::RunUntil;
-
-TEST_F(ListboxTest, RowsAreThereAtOnceAndReachTheViewTogether) {
-    Settle();
-    QSignalSpy announced(View().model(), &QAbstractItemModel::rowsInserted);
-    Add(50);
-    EXPECT_EQ(list->ListCount(), 50);
-    EXPECT_EQ(list->LastIndex(), 49);
-    EXPECT_EQ(list->Cell(49, 0), "row 49");
-    EXPECT_EQ(View().model()->rowCount(), 0);
-    Settle();
-    EXPECT_EQ(View().model()->rowCount(), 50);
-    EXPECT_EQ(announced.count(), 1);
-}
-
-// Bit by bit, so that the window never stands still for them.
-TEST_F(ListboxTest, ManyRowsComeAndGoCompletely) {
-    struct Witness : Object {
-        explicit Witness(int& count) : living(++count) {}
-        ~Witness() override { --living; }
-        int& living;
-    };
-    int living = 0;
-    for (const int count : {3000, 4000}) {
-        Add(count);
-        Settle();
-        Add(1);
-        for (int row = 0; row <= count; ++row) list->CellTag(row, 0, Ref<Object>(New<Witness>(living)));
-        EXPECT_TRUE(RunUntil([&] { return View().model()->rowCount() == count + 1; }));
-        list->DeleteAllRows();
-        EXPECT_EQ(list->ListCount(), 0);
-        EXPECT_EQ(View().model()->rowCount(), 0);
-    }
-    EXPECT_GT(living, 0);
-    EXPECT_TRUE(RunUntil([&] { return living == 0; }));
-}
-
-TEST_F(ListboxTest, AChangedCellComesToTheScreen) {
-    Add({"before"});
-    Settle();
-    list->Cell(0, 2, "after");
-    QSignalSpy changed(View().model(), &QAbstractItemModel::dataChanged);
-    list->Cell(0, 0, "name");
-    Settle();
-    EXPECT_EQ(changed.count(), 1);
-    EXPECT_EQ(View().model()->index(0, 0).data().toString(), "name");
-    EXPECT_EQ(View().model()->index(0, 2).data().toString(), "after");
-}
 
 TEST_F(ListboxTest, RaisesOutsideItsBounds) {
     Add(1);
@@ -77,48 +28,6 @@ TEST_F(ListboxTest, RaisesOutsideItsBounds) {
     EXPECT_THROW(list->ListIndex(1), OutOfBoundsException);
     EXPECT_THROW(list->RemoveRow(1), OutOfBoundsException);
     EXPECT_THROW(list->Heading(3), OutOfBoundsException);
-}
-
-TEST_F(ListboxTest, KeepsTextsTagsAndHelpTagsApart) {
-    list->AddRow("a", "b", "c", "too many");
-    list->CellHelpTag(0, 1, "help");
-    list->CellTag(0, 1, 5);
-    list->CellTag(0, 2, "tag");
-    list->CellTag(0, 1, Nil);
-    EXPECT_EQ(Column(1), "b");
-    EXPECT_EQ(list->CellHelpTag(0, 1), "help");
-    EXPECT_TRUE(list->CellHelpTag(0, 0).IsEmpty());
-    EXPECT_TRUE(list->CellTag(0, 1).IsNil());
-    EXPECT_EQ(list->CellTag(0, 2).StringValue(), "tag");
-
-    list->ColumnCount(2);
-    list->ColumnCount(4);
-    EXPECT_EQ(list->CellHelpTag(0, 1), "help");
-    EXPECT_EQ(list->Cell(0, 0), "a");
-    EXPECT_TRUE(list->Cell(0, 2).IsEmpty());
-    EXPECT_TRUE(list->CellTag(0, 2).IsNil());
-}
-
-TEST_F(ListboxTest, EqualTextsShareTheirBytes) {
-    const auto landscape = [] { return String(std::string("Land") + "scape"); };
-    list->AddRow(landscape(), String("LANDSCAPE"));
-    list->AddRow("other");
-    list->Cell(1, 2, landscape());
-    EXPECT_EQ(list->Cell(0, 0).Bytes().data(), list->Cell(1, 2).Bytes().data());
-    EXPECT_EQ(list->Cell(0, 1).ToStd(), "LANDSCAPE");
-}
-
-TEST_F(ListboxTest, TheRowLastAddedKeepsItsName) {
-    Add({"c", "b", "a"});
-    list->HeadingIndex(0);
-    list->Sort();
-    EXPECT_EQ(Column(0), "a b c");
-    EXPECT_EQ(list->LastIndex(), 0);
-    list->AddRow("d");
-    list->RemoveRow(0);
-    EXPECT_EQ(list->LastIndex(), 2);
-    list->RemoveRow(2);
-    EXPECT_EQ(list->LastIndex(), -1);
 }
 
 TEST_F(ListboxTest, SelectingByProgramIsLikeSelectingByHand) {
@@ -145,45 +54,6 @@ TEST_F(ListboxTest, SelectingByProgramIsLikeSelectingByHand) {
     list->Selected(0, true);
     list->Selected(1, true);
     EXPECT_EQ(Selection(), "b");
-}
-
-TEST_F(ListboxTest, RemovingRowsChangesTheSelectionOnlyWhereItTouchesIt) {
-    Add({"a", "b", "c"});
-    list->ListIndex(2);
-    changes = 0;
-    list->RemoveRow(0);
-    EXPECT_EQ(changes, 0);
-    EXPECT_EQ(Selection(), "c");
-    list->RemoveRow(1);
-    EXPECT_EQ(changes, 1);
-    EXPECT_EQ(list->SelCount(), 0);
-
-    list->DeleteAllRows();
-    EXPECT_EQ(changes, 1);
-    Add({"d", "e"});
-    list->Selected(1, true);
-    changes = 0;
-    list->DeleteAllRows();
-    EXPECT_EQ(changes, 1);
-    EXPECT_EQ(list->ListCount(), 0);
-    EXPECT_EQ(list->ListIndex(), -1);
-    Add({"f"});
-    Settle();
-    EXPECT_EQ(View().model()->rowCount(), 1);
-}
-
-TEST_F(ListboxTest, ScrollsToARowAsFarAsItGoes) {
-    Add(100);
-    list->ScrollPosition(40);
-    EXPECT_EQ(list->ScrollPosition(), 40);
-    list->ScrollPosition(-1);
-    EXPECT_EQ(list->ScrollPosition(), 40);
-    list->ScrollPosition(99);
-    const int last = list->ScrollPosition();
-    EXPECT_LT(last, 99);
-    EXPECT_TRUE(View().viewport()->rect().contains(PlaceOf(99)));
-    list->ScrollPosition(100000);
-    EXPECT_EQ(list->ScrollPosition(), last);
 }
 
 TEST_F(ListboxTest, ShowsTextsOnOneLineAndNeverAsMarkup) {
@@ -239,19 +109,6 @@ TEST_F(ListboxTest, PaintsStripesBelowTheLastRowAndTextThatCanBeRead) {
     list->ListIndex(0);
     const QImage selected = View().viewport()->grab().toImage();
     EXPECT_EQ(selected.pixelColor(View().columnWidth(0) - 8, height / 2), QColor(Qt::darkBlue));
-}
-
-TEST_F(ListboxTest, TheWidgetMayOutliveTheList) {
-    QWidget window;
-    auto placed = New<Listbox>();
-    placed->Native()->setParent(&window);
-    placed->AddRow("a");
-    placed->OnChange = [] { FAIL(); };
-    QPointer<QWidget> widget = placed->Native();
-    placed = Nil;
-    ASSERT_TRUE(widget);
-    window.show();
-    QTest::mouseClick(static_cast<QTableView*>(widget.data())->viewport(), Qt::LeftButton, {}, QPoint(5, 5));
 }
 
 TEST_F(ListboxTest, TheEditMenuSelectsAndCopies) {

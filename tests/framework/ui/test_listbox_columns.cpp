@@ -33,19 +33,6 @@ TEST_F(ListboxColumnsTest, WidthsComeBackAsTheyWereSaved) {
     EXPECT_EQ(Widths(), "150,60,200");
 }
 
-TEST_F(ListboxColumnsTest, WidthsCanBeSetBeforeTheListIsShown) {
-    const auto fresh = New<Listbox>();
-    fresh->Place(0, 0, 500, 200);
-    fresh->ColumnCount(2);
-    fresh->ColumnWidths("*,300");
-    const std::string widths = fresh->ColumnWidths().ToStd();
-    fresh->Native()->show();
-    Settle();
-    EXPECT_EQ(fresh->ColumnWidths().ToStd(), widths);
-    EXPECT_EQ(widths, std::to_string(std::stoi(widths)) + ",300");
-    EXPECT_NEAR(std::stoi(widths), 200, 4);
-}
-
 TEST_F(ListboxColumnsTest, TheLastColumnTakesTheRoomThatIsLeft) {
     EXPECT_EQ(Used(), Room());
     list->ColumnWidths("50,60,70");
@@ -93,24 +80,6 @@ TEST_F(ListboxColumnsTest, DraggingAnEdgeMovesThatEdgeAlone) {
     EXPECT_EQ(View().columnWidth(1), second + 20);
 }
 
-TEST_F(ListboxColumnsTest, HeadingsAreReadInFullByDefault) {
-    list->ColumnCount(11);
-    int column = 0;
-    for (const char* heading : {"Filename", "Size(MB)", "Comp. Size(MB)", "Pixels ", "Tagged Profile", "Copyright",
-                                "Keywords", "Kind", "EXIF", "Format", "Caption"}) {
-        list->Heading(column++, heading);
-    }
-    list->Width(806);
-    Settle();
-    EXPECT_EQ(list->Heading(3).ToStd(), "Pixels ");
-    const QFontMetrics metrics(View().horizontalHeader()->font());
-    for (column = 0; column < 11; ++column) {
-        const QString heading = View().model()->headerData(column, Qt::Horizontal).toString().trimmed();
-        EXPECT_GT(View().columnWidth(column), metrics.horizontalAdvance(heading)) << column;
-    }
-    EXPECT_GE(View().columnWidth(0), 100);
-}
-
 TEST_F(ListboxColumnsTest, UsualTextsAreShownBeforeHeadingsUntilAPersonSetsAWidth) {
     list->Heading(1, "A heading that is far too long for any list");
     list->ColumnUsualText(1, "3000 x 2000");
@@ -124,31 +93,6 @@ TEST_F(ListboxColumnsTest, UsualTextsAreShownBeforeHeadingsUntilAPersonSetsAWidt
     EXPECT_EQ(Widths(), ",,");
     list->ColumnWidths("100,30,");
     EXPECT_EQ(View().columnWidth(1), 30);
-}
-
-TEST_F(ListboxColumnsTest, TheHeadingStateOfColumnsThatAreNotThere) {
-    list->HeadingIndex(7);
-    EXPECT_EQ(list->HeadingIndex(), -1);
-    EXPECT_EQ(list->ColumnSortDirection(-1), 0);
-    list->ColumnSortDirection(-1, 1);
-    EXPECT_EQ(list->ColumnSortDirection(-1), 0);
-    list->HeadingIndex(2);
-    list->ColumnSortDirection(2, -1);
-    EXPECT_EQ(list->ColumnSortDirection(2), -1);
-    EXPECT_EQ(View().horizontalHeader()->sortIndicatorOrder(), Qt::DescendingOrder);
-    list->ColumnCount(2);
-    EXPECT_EQ(list->HeadingIndex(), -1);
-}
-
-TEST_F(ListboxColumnsTest, ScrollBarsShowAsAskedFor) {
-    list->ColumnWidths("300,300,300");
-    EXPECT_EQ(View().horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
-    list->ScrollbarHorizontal(true);
-    EXPECT_EQ(View().horizontalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
-    list->AutoHideScrollbars(false);
-    EXPECT_EQ(View().horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
-    list->ScrollBarVertical(false);
-    EXPECT_EQ(View().verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
 }
 
 TEST_F(ListboxColumnsTest, ColumnsBeyondTheEdgeAreReachedByKeyWithoutAScrollBar) {

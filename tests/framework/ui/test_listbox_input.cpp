@@ -76,21 +76,6 @@ TEST_F(ListboxInputTest, ClicksSelectAndRaiseOneChangeEach) {
     EXPECT_EQ(changes, 4);
 }
 
-TEST_F(ListboxInputTest, TheProgramCanSwallowAPress) {
-    Add({"a", "b"});
-    QPoint pressed;
-    list->OnMouseDown = [&pressed](int x, int y) {
-        pressed = QPoint(x, y);
-        return true;
-    };
-    Click(1);
-    EXPECT_EQ(pressed, View().viewport()->mapTo(&View(), PlaceOf(1)));
-    EXPECT_EQ(list->SelCount(), 0);
-    list->OnMouseDown = [](int, int) { return false; };
-    Click(1);
-    EXPECT_EQ(Selection(), "b");
-}
-
 TEST_F(ListboxInputTest, AListThatScrollsAtAClickStaysUnderThePointerUntilTheRelease) {
     ScrollAtChange();
     Add(100);
@@ -111,17 +96,6 @@ TEST_F(ListboxInputTest, AListThatScrollsAtAClickStaysUnderThePointerUntilTheRel
     QTest::mouseDClick(View().viewport(), Qt::LeftButton, {}, place);
     EXPECT_EQ(doubleClicked, 8) << "the row first clicked, though the second click falls on another";
     EXPECT_EQ(Selection(), "row 8");
-}
-
-TEST_F(ListboxInputTest, DraggingSelectsRows) {
-    ScrollAtChange();
-    Add({"a", "b", "c", "d", "e"});
-    QTest::mousePress(View().viewport(), Qt::LeftButton, {}, PlaceOf(1));
-    QMouseEvent drag(QEvent::MouseMove, PlaceOf(3), View().viewport()->mapToGlobal(PlaceOf(3)), Qt::NoButton,
-                     Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(View().viewport(), &drag);
-    QTest::mouseRelease(View().viewport(), Qt::LeftButton, {}, PlaceOf(3));
-    EXPECT_EQ(Selection(), "b c d");
 }
 
 TEST_F(ListboxInputTest, AContextualClickSelectsWhatIsNotSelected) {
@@ -167,17 +141,6 @@ TEST_F(ListboxInputTest, KeysOpenTheContextualMenuAtTheRow) {
     EXPECT_EQ(chosen, "Highlight file;Open image;");
 }
 
-TEST_F(ListboxInputTest, AMenuThatIsNotWantedDoesNotOpen) {
-    Add({"a"});
-    OfferMenu();
-    list->OnConstructContextualMenu = [](Ref<MenuItem> base, int, int) {
-        base->Append(New<MenuItem>("Never"));
-        return false;
-    };
-    RightClick(0);
-    EXPECT_EQ(chosen, "");
-}
-
 TEST_F(ListboxInputTest, KeysMoveAndExtendTheSelection) {
     Add(100);
     Settle();
@@ -214,55 +177,6 @@ TEST_F(ListboxInputTest, TypingFindsTheNameThatBeginsSo) {
     QTest::qWait(QApplication::keyboardInputInterval() + 50);
     QTest::keyClicks(&View(), "zzz");
     EXPECT_EQ(Selection(), "Birch");
-}
-
-TEST_F(ListboxInputTest, ReturnIsLeftToTheWindow) {
-    class Window : public QWidget {
-      public:
-        int returns = 0;
-
-      protected:
-        void keyPressEvent(QKeyEvent* event) override { returns += event->key() == Qt::Key_Return; }
-    } window;
-    auto inWindow = New<Listbox>();
-    inWindow->Native()->setParent(&window);
-    inWindow->AddRow("a");
-    inWindow->ListIndex(0);
-    window.show();
-    QTest::keyClick(inWindow->Native(), Qt::Key_Return);
-    EXPECT_EQ(window.returns, 1);
-}
-
-TEST_F(ListboxInputTest, ASelectionThatIsRequiredStays) {
-    Add({"a", "b"});
-    list->RequiresSelection(true);
-    Click(1);
-    QTest::mouseClick(View().viewport(), Qt::LeftButton, {}, PlaceOf(1) + QPoint(0, 3 * View().rowHeight(1)));
-    EXPECT_EQ(Selection(), "b");
-    Click(1, Qt::ControlModifier);
-    EXPECT_EQ(Selection(), "b");
-    Click(0);
-    EXPECT_EQ(Selection(), "a");
-}
-
-TEST_F(ListboxInputTest, AHandlerMayTakeAllRowsAway) {
-    Add(30);
-    list->OnChange = [this] { list->DeleteAllRows(); };
-    Click(3);
-    EXPECT_EQ(list->ListCount(), 0);
-    Add(30);
-    Settle();
-    list->OnChange = [this] {
-        if (list->ListCount() == 30) list->RemoveRow(0);
-    };
-    Press(Qt::Key_Down);
-    Press(Qt::Key_Down);
-    EXPECT_EQ(list->ListCount(), 29);
-}
-
-TEST_F(ListboxInputTest, AFileDraggedOverTheListIsLeftToTheWindow) {
-    EXPECT_FALSE(View().acceptDrops());
-    EXPECT_FALSE(View().viewport()->acceptDrops());
 }
 
 TEST_F(ListboxInputTest, HeadingsAreReachedAndPressedByKeysAndByAScreenReader) {

@@ -5,7 +5,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMenu>
-#include <QMenuBar>
 #include <QTest>
 #include <QTimer>
 
@@ -136,17 +135,6 @@ TEST_F(Menus, KeysWorkInEveryWindow) {
     other->Close();
 }
 
-TEST_F(Menus, AHandlerThatDeclinesLeavesTheCommandToTheFramework) {
-    bool handles = true;
-    application->_AddMenuHandler("EditClear", [&] { return handles; });
-    field->Edit(EditTarget::Command::SelectAll);
-    Choose(1, 5);
-    EXPECT_EQ(field->Text(), "some text");
-    handles = false;
-    Choose(1, 5);
-    EXPECT_EQ(field->Text(), "");
-}
-
 TEST_F(Menus, QuitItemEndsTheProgramInOrder) {
     class Leaving : public Window {
       public:
@@ -159,25 +147,6 @@ TEST_F(Menus, QuitItemEndsTheProgramInOrder) {
     window->Native()->activateWindow();
     EXPECT_EQ(QGuiApplication::exec(), 0);
     EXPECT_TRUE(leaving->Closed);
-}
-
-TEST_F(Menus, StandAtTheTopOfWindowsThatWantThem) {
-    const auto hasBar = [](const Window& in) {
-        const auto* const menus = in.Native()->findChild<QMenuBar*>();
-        return menus && menus->isVisible();
-    };
-    EXPECT_TRUE(hasBar(*window));
-    const int height = window->Height();
-    window->MenuBarVisible(false);
-    EXPECT_FALSE(hasBar(*window));
-    EXPECT_EQ(window->Height(), height);
-    EXPECT_EQ(window->Native()->height(), height);
-
-    const Ref<Window> dialog = New<Window>();
-    dialog->Frame(Window::FrameMovableModal);
-    dialog->Show();
-    EXPECT_FALSE(hasBar(*dialog));
-    dialog->Close();
 }
 
 TEST_F(Menus, AContextualMenuAnswersWithTheChosenItemAndRunsNothing) {

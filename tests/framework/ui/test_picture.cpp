@@ -70,32 +70,6 @@ TEST_F(PictureTest, AnythingElseIsNil) {
     EXPECT_THROW(Picture::Open(Nil), NilObjectException);
 }
 
-TEST_F(PictureTest, DrawsOnPictures) {
-    Save("red.png", "png", 10, 10);
-    const Ref<Picture> picture = NewPicture(20, 30, 32);
-    EXPECT_EQ(colorAt(picture, 0, 0), QColor(Qt::white));
-    framework::Graphics graphics = picture->Graphics();
-    EXPECT_EQ(graphics.Height(), 30);
-    graphics.DrawPicture(Open("red.png"), 5, 5);
-    EXPECT_EQ(colorAt(picture, 4, 5), QColor(Qt::white));
-    EXPECT_EQ(colorAt(picture, 14, 14), QColor(Qt::red));
-    graphics.ForeColor(RGB(0, 0, 255));
-    graphics.FillRect(0, 0, 10, 10);
-    EXPECT_EQ(colorAt(picture, 9, 9), QColor(Qt::blue));
-
-    // The blue lower right corner of the filled square, twice as large.
-    const Ref<Picture> part = NewPicture(10, 10, 32);
-    part->Graphics().DrawPicture(picture, 0, 0, 10, 10, 7, 7, 5, 5);
-    EXPECT_EQ(colorAt(part, 1, 1), QColor(Qt::blue));
-    EXPECT_EQ(colorAt(part, 8, 8), QColor(Qt::red));
-    part->Graphics().ClearRect(0, 0, 5, 5);
-    EXPECT_EQ(colorAt(part, 1, 1), QColor(Qt::white));
-    EXPECT_EQ(colorAt(part, 8, 8), QColor(Qt::red));
-
-    EXPECT_THROW(graphics.DrawPicture(Nil, 0, 0), NilObjectException);
-    EXPECT_FALSE(NewPicture(0, 10, 32));
-}
-
 TEST_F(PictureTest, ACanvasShowsItsBackdropThenWhatIsPainted) {
     const auto canvas = New<Canvas>();
     canvas->Place(0, 0, 50, 50);
@@ -123,25 +97,6 @@ TEST_F(PictureTest, ACanvasShowsItsBackdropThenWhatIsPainted) {
     canvas->Graphics().ClearRect(0, 0, 800, 600);
     EXPECT_TRUE(QTest::qWaitFor([&paints] { return paints == 1; }));
     EXPECT_EQ(shown(15, 15), background);
-}
-
-TEST_F(PictureTest, ACanvasIsClickedTwice) {
-    const auto canvas = New<Canvas>();
-    canvas->Place(0, 0, 50, 50);
-    int x = -1;
-    int y = -1;
-    canvas->OnDoubleClick = [&](int atX, int atY) {
-        x = atX;
-        y = atY;
-    };
-    canvas->Native()->show();
-    QTest::mouseDClick(canvas->Native(), Qt::RightButton, {}, QPoint(12, 34));
-    EXPECT_EQ(x, -1);
-    QTest::mouseDClick(canvas->Native(), Qt::LeftButton, {}, QPoint(12, 34));
-    EXPECT_EQ(x, 12);
-    EXPECT_EQ(y, 34);
-    EXPECT_FALSE(canvas->TabStop());
-    EXPECT_FALSE(canvas->AcceptFocus());
 }
 
 /// Begins on an ordinary screen, and goes on in a process of its own that has one of high resolution.

@@ -22,12 +22,6 @@ TEST(Runtime, LeadsAProgramFromStartUpToItsLastEvent) {
                               "/a b\ndocument " + path + "/last\nwindow closes\nclose\n");
 }
 
-TEST(Runtime, AnOpenEventThatQuitsOpensNothingMore) {
-    const SampleRun run = StartSampleProgram({"/tmp", kQuitAtOnceFlag});
-    EXPECT_EQ(run.ExitCode, 3);
-    EXPECT_EQ(run.Output, "startup\nopen\nclose\n");
-}
-
 TEST(Runtime, TheLossOfTheDisplayIsAnOrderlyEnd) {
     const TemporaryFolder folder;
     folder.Put("display lost");

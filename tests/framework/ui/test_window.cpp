@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <gtest/gtest.h>
 
-#include <QMenuBar>
 #include <QPointer>
 #include <QTest>
 #include <QTimer>
@@ -68,19 +67,6 @@ TEST(WindowLife, TheGlobalInstanceIsMadeOnceAndComesBackAfterItWasClosed) {
     EXPECT_EQ(window->Log, "layout controls open close ");
 }
 
-TEST(WindowLife, LivesUntilItIsClosed) {
-    Ref<Diary> window = New<Diary>();
-    window->Show();
-    const QPointer<QWidget> frame = window->Native();
-    Diary* const bare = window.Get();
-    window = Nil;
-    QTest::qWait(1);
-    ASSERT_TRUE(frame);
-    bare->Close();
-    QTest::qWait(1);
-    EXPECT_FALSE(frame);
-}
-
 TEST(WindowLife, ShowModalReturnsWhenTheWindowWasClosedAndNotIfItsOpenEventDidThat) {
     const Ref<Diary> window = New<Diary>();
     QTimer::singleShot(0, [&] {
@@ -95,30 +81,6 @@ TEST(WindowLife, ShowModalReturnsWhenTheWindowWasClosedAndNotIfItsOpenEventDidTh
     shy->WhileOpening = [&] { shy->Close(); };
     shy->ShowModal();
     EXPECT_EQ(shy->Log, "layout controls open close-hidden ");
-}
-
-TEST(WindowLife, AThreadThatWaitsForAModalWindowTakesItDownWhenKilled) {
-    const Ref<Diary> window = New<Diary>();
-    const Ref<Thread> thread = New<Thread>();
-    thread->OnRun = [&] { window->ShowModal(); };
-    thread->Run();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return window->Visible(); }));
-    thread->Kill();
-    EXPECT_FALSE(window->Visible());
-    EXPECT_EQ(window->Log, "layout controls open close ");
-}
-
-TEST(WindowLife, QuitClosesEveryOpenWindowOnce) {
-    const Ref<Application> application = New<Application>();
-    const Ref<Diary> shown = New<Diary>();
-    const Ref<Diary> closed = New<Diary>();
-    shown->Show();
-    closed->Show();
-    closed->Close();
-    Quit(0);
-    Quit(0);
-    EXPECT_EQ(shown->Log, "layout controls open close ");
-    EXPECT_EQ(closed->Log, "layout controls open close ");
 }
 
 /// One control for each way of following the edges.
@@ -195,19 +157,6 @@ TEST(WindowLayout, BarsStandOutsideAContentOfExactlyTheGivenSize) {
     EXPECT_EQ(window->Height(), 450);
 }
 
-TEST(WindowLayout, APlaceThatWasReadAndWrittenBackIsTheSamePlace) {
-    const Ref<Locked> first = New<Locked>();
-    first->Show();
-    first->Left(123);
-    first->Top(45);
-    const Ref<Locked> second = New<Locked>();
-    second->Realize();
-    second->Left(first->Left());
-    second->Top(first->Top());
-    second->Show();
-    EXPECT_EQ(second->Native()->frameGeometry().topLeft(), QPoint(123, 45));
-}
-
 TEST(WindowLayout, TheTabKeyVisitsControlsByTheirIndex) {
     const Ref<Window> window = New<Window>();
     const auto add = [&](const char* name, int tabIndex) {
@@ -227,14 +176,6 @@ TEST(WindowLayout, TheTabKeyVisitsControlsByTheirIndex) {
     EXPECT_EQ(window->Native()->focusWidget(), third->Native());
 }
 
-TEST(WindowLook, TitleIsShownAsItIs) {
-    const Ref<Window> window = New<Window>();
-    window->Title("Marrowbeck: a[*]b");
-    window->Show();
-    EXPECT_EQ(window->Title(), "Marrowbeck: a[*]b");
-    EXPECT_EQ(window->Native()->windowHandle()->title().toStdString(), "Marrowbeck: a[*]b");
-}
-
 TEST(WindowLook, TheLastOfManyChangesIsPaintedThoughNotEachOne) {
     const Ref<Window> window = New<Window>();
     const Ref<Canvas> canvas = window->Add<Canvas>("canvas", 0, 0, 50, 20);
@@ -248,16 +189,6 @@ TEST(WindowLook, TheLastOfManyChangesIsPaintedThoughNotEachOne) {
     }
     canvas->Refresh(true);
     EXPECT_TRUE(RunUntil([&] { return painted == value; }));
-}
-
-TEST(WindowLook, ADarkWindowGivesItsControlsLightTexts) {
-    const Ref<Window> window = New<Window>();
-    const Ref<Label> label = window->Add<Label>("label", 0, 0, 50, 20);
-    EXPECT_LT(label->TextColor().Green, 100);
-    window->Frame(Window::FrameMetal);
-    EXPECT_GT(label->TextColor().Green, 200);
-    window->BackColor(RGB(255, 255, 200));
-    EXPECT_LT(label->TextColor().Green, 100);
 }
 
 }  // namespace

@@ -2,10 +2,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QApplication>
-#include <QLabel>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QTimer>
 #include <cstdlib>
 #include <filesystem>
@@ -13,9 +12,8 @@
 
 #include "net/updateWindow.h"
 #include "tests/net/FullDisk.h"
-#include "tests/net/ScriptedServer.h"
-#include "tests/support/EventLoop.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/support/RecordingOpener.h"
+#include "tests/support/ScriptedServer.h"
 
 using namespace marrowbeck;
 using namespace marrowbeck::test;
@@ -87,10 +85,6 @@ class UpdateWindow : public testing::Test {
     static std::string OnDesktop(const std::string& name) {
         return std::string(std::getenv("HOME")) + "/Desktop/" + name;
     }
-    static std::string ContentOf(const std::string& path) {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
 
     Ref<Application> application = New<Application>();
     Ref<updateWindow> window;
@@ -154,11 +148,7 @@ TEST_F(UpdateWindow, SaysWhatWentWrong) {
 }
 
 TEST_F(UpdateWindow, DownloadsToTheDesktopAndOpensTheFile) {
-    const TemporaryFolder tools;
-    tools.Put("xdg-open", "#!/bin/sh\necho \"$1\" >" + tools.Path("part") + "; mv " + tools.Path("part") + " " +
-                              tools.Path("opened") + "\n");
-    std::filesystem::permissions(tools.Path("xdg-open"), std::filesystem::perms::owner_all);
-    ::setenv("PATH", (tools.Path() + ":" + std::getenv("PATH")).c_str(), 1);
+    const RecordingOpener opener;
     std::ofstream(OnDesktop("Marrowbeck 3.tar")) << "an older file of that name, which is replaced";
     const std::string content(3'000'000, 'm');
     const ScriptedServer files({page(content)});
@@ -167,9 +157,8 @@ TEST_F(UpdateWindow, DownloadsToTheDesktopAndOpensTheFile) {
     EXPECT_TRUE(Show(server));
     ASSERT_EQ(person.Read.size(), 2U);
     EXPECT_EQ(person.Read[1], "The file 'Marrowbeck 3.tar' is on your Desktop. Would you like to open it now?");
-    EXPECT_EQ(ContentOf(OnDesktop("Marrowbeck 3.tar")), content);
-    EXPECT_TRUE(RunUntilThere(tools.Path("opened")));
-    EXPECT_EQ(ContentOf(tools.Path("opened")), "file://" + OnDesktop("Marrowbeck%203.tar") + "\n");
+    EXPECT_EQ(readFile(OnDesktop("Marrowbeck 3.tar")), content);
+    EXPECT_EQ(opener.Call(), "file://" + OnDesktop("Marrowbeck%203.tar") + "\n");
     EXPECT_EQ(window->StaticText1->Text().Bytes(), "Downloading: 2,929KB downloaded...");
     EXPECT_EQ(window->ProgressBar1->Maximum(), 2929);
     EXPECT_EQ(window->ProgressBar1->Value(), 2929);
@@ -190,7 +179,7 @@ TEST_F(UpdateWindow, FollowsShortLinksByTheirPage) {
     const ScriptedServer server({page(feed("3", "Yes", shortLinks.Url("/a").ToStd()))});
     Person person({"Download", "No"});
     EXPECT_TRUE(Show({server.Host(), shortLinks.Host()}));
-    EXPECT_EQ(ContentOf(OnDesktop("file")), "the file");
+    EXPECT_EQ(readFile(OnDesktop("file")), "the file");
     EXPECT_TRUE(window->isDownloadingFile);
     EXPECT_EQ(shortLinks.Requests().size(), 2U);
 
@@ -238,24 +227,20 @@ TEST_F(UpdateWindow, ADownloadThatCannotBeWrittenIsNotComplete) {
 }
 
 TEST_F(UpdateWindow, StaysOpenBesideTheWebsite) {
-    const TemporaryFolder tools;
-    tools.Put("xdg-open", "#!/bin/sh\necho \"$1\" >" + tools.Path("part") + "; mv " + tools.Path("part") + " " +
-                              tools.Path("opened") + "\n");
-    std::filesystem::permissions(tools.Path("xdg-open"), std::filesystem::perms::owner_all);
-    ::setenv("PATH", (tools.Path() + ":" + std::getenv("PATH")).c_str(), 1);
+    const RecordingOpener opener;
     const ScriptedServer server({page(feed("3"))});
     Person person({"Go to Website"});
     bool wasOpen = false;
     QTimer cancel;
     cancel.callOnTimeout([&] {
-        if (!std::filesystem::exists(tools.Path("opened"))) return;
+        if (!opener.WasCalled()) return;
         wasOpen = window->Visible() && !window->ProgressBar1->Visible();
         window->PushButton1->Push();
     });
     cancel.start(20);
     EXPECT_TRUE(Show(server));
     EXPECT_TRUE(wasOpen);
-    EXPECT_EQ(ContentOf(tools.Path("opened")), server.Url("/photography/marrowbeck/marrowbeck.html").ToStd() + "\n");
+    EXPECT_EQ(opener.Call(), server.Url("/photography/marrowbeck/marrowbeck.html").ToStd() + "\n");
 }
 
 TEST_F(UpdateWindow, AnyWayOfClosingEndsTheCheck) {

@@ -24,6 +24,8 @@ class ScriptedServer {
         Peer(ScriptedServer& server, int descriptor) : server_(server), descriptor_(descriptor) {}
         /// Reads a head and the body that it announces, and keeps both for Requests.
         void ReadRequest();
+        /// The next bytes, as many as that or up to the end of the connection.
+        std::string Receive(std::size_t size);
         void Send(std::string_view bytes) const;
         /// One byte at a time, each on its way before the next.
         void SendInBytes(std::string_view bytes, std::chrono::microseconds gap = std::chrono::microseconds(50)) const;

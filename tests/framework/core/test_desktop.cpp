@@ -4,24 +4,69 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
+#include <QProcess>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "framework/core/desktop/Application.h"
+#include "framework/core/desktop/DocumentService.h"
 #include "framework/core/desktop/FileManager.h"
 #include "tests/support/EventLoop.h"
 #include "tests/support/PrivateBus.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace framework {
 namespace {
 
 using marrowbeck::test::PrivateBus;
+using marrowbeck::test::RunUntil;
 using marrowbeck::test::RunUntilThere;
+
+constexpr const char* kName = "com.example.document-service";
+
+class OpeningApplication : public Application {
+  public:
+    void Event_OpenDocument(const Ref<FolderItem>& item) override { opened.push_back(item->AbsolutePath().ToStd()); }
+
+    std::vector<std::string> opened;
+};
+
+/// Starts a second process of the program with `arguments` and gives what it says of its role.
+std::string secondStart(const QStringList& arguments) {
+    QProcess second;
+    second.start(SECOND_START, QStringList(kName) + arguments);
+    RunUntil([&second] { return second.state() == QProcess::NotRunning; });
+    return second.readAllStandardOutput().toStdString();
+}
+
+TEST(DocumentService, TheFirstProcessOpensWhatLaterOnesWereGiven) {
+    const PrivateBus bus;
+    ASSERT_TRUE(bus.IsRunning());
+    const auto application = New<OpeningApplication>();
+    int activations = 0;
+    const DocumentService service(kName, {}, [&activations] { ++activations; });
+    ASSERT_EQ(service.GetRole(), DocumentService::Role::First);
+
+    const std::string folder = std::string(std::getenv("HOME")) + "/a #1 50% caf\xC3\xA9:";
+    std::filesystem::create_directory(folder);
+    EXPECT_EQ(secondStart({QString::fromStdString(folder)}), "handed over");
+    EXPECT_TRUE(application->opened.empty()) << "before the application is open, documents wait";
+    internal::RaiseOpen();
+    EXPECT_EQ(application->opened, std::vector<std::string>{folder});
+    EXPECT_EQ(secondStart({}), "handed over");
+    EXPECT_EQ(activations, 2);
+    EXPECT_EQ(application->opened.size(), 1U);
+}
+
+TEST(DocumentService, WithoutABusTheProcessWorksAlone) {
+    unsetenv("DBUS_SESSION_BUS_ADDRESS");
+    EXPECT_EQ(secondStart({"/tmp"}), "alone");
+}
 
 /// A file manager that notes what it is to show, or refuses everything. Before it refuses it does what a test wants.
 class TestFileManager : public QDBusVirtualObject {
@@ -88,8 +133,7 @@ TEST(FileManager, RevealsByTheFileManagerElseOpensTheFolder) {
     EXPECT_TRUE(RevealInFileManager(New<FolderItem>(String(path))));
     EXPECT_EQ(manager.refused, 1);
     ASSERT_TRUE(RunUntilThere(home + "/opened-by-other"));
-    std::ifstream opened(home + "/opened-by-other");
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(opened), {}), home + "\n");
+    EXPECT_EQ(readFile(home + "/opened-by-other"), home + "\n");
     EXPECT_FALSE(std::filesystem::exists(home + "/opened-by-" + self));
 
     std::filesystem::remove(home + "/other");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "tests/net/ScriptedServer.h"
+#include "tests/support/ScriptedServer.h"
 
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -56,6 +56,18 @@ void ScriptedServer::Peer::ReadRequest() {
     server_.requests_.push_back(request);
     // The test may be waiting for it.
     if (auto* const events = QCoreApplication::eventDispatcher()) events->wakeUp();
+}
+
+std::string ScriptedServer::Peer::Receive(std::size_t size) {
+    std::string bytes(size, '\0');
+    std::size_t got = 0;
+    while (got < size) {
+        const ssize_t count = descriptor_.Read(bytes.data() + got, size - got);
+        if (count <= 0) break;
+        got += static_cast<std::size_t>(count);
+    }
+    bytes.resize(got);
+    return bytes;
 }
 
 void ScriptedServer::Peer::Send(std::string_view bytes) const {
