@@ -70,15 +70,6 @@ TEST_F(PreferencesTest, WhatIsNoPropertyListIsPutAsideWhole) {
     }
 }
 
-TEST_F(PreferencesTest, AFolderInTheFilesPlaceCostsNothingButAMessage) {
-    fs::create_directories(file + "/inside");
-    App::Current()->Event_Close();
-    EXPECT_TRUE(fs::exists(file + "/inside"));
-    Preferences::LoadPreferences();
-    EXPECT_TRUE(fs::exists(file + " unreadable/inside"));
-    EXPECT_EQ(messages.size(), 1U);
-}
-
 TEST_F(PreferencesTest, ASaveThatFailsIsToldAndLeavesTheFile) {
     remember("<key>lastfolder</key>\n<string>there</string>\n");
     const std::string before = saved();

@@ -23,12 +23,9 @@ std::string joined(const std::vector<std::string>& fields) {
     return bytes;
 }
 
-int roots = 0;
-
 }  // namespace
 
-CatalogueTest::CatalogueTest()
-    : root(std::string(std::getenv("HOME")) + "/test" + std::to_string(roots++)), pictures(root + "/pictures") {
+CatalogueTest::CatalogueTest() : root(std::string(std::getenv("HOME")) + "/test"), pictures(root + "/pictures") {
     std::filesystem::create_directories(pictures);
     std::filesystem::create_directories(root + "/tools");
     // Each answer lies beside its file.
@@ -48,15 +45,7 @@ CatalogueTest::CatalogueTest()
 CatalogueTest::~CatalogueTest() {
     window->SizeThread1->Kill();
     window->PicturescaleThread1->Kill();
-    window->MyToolbar_Action(*window->MyToolbar, window->MyToolbar->StopTB);
-    window->Listbox1->DeleteAllRows();
-    window->PreviewTimer->Mode(Timer::ModeOff);
-    window->selectRowTimer->Mode(Timer::ModeOff);
-    window->gD = Nil;
-    window->gDropFolderpath = Nil;
-    App::Current()->gFolder = "";
     framework::internal::SetAlertPresenter([](const String&) {});
-    std::filesystem::remove_all(root);
 }
 
 std::string CatalogueTest::addFile(const std::string& name, std::size_t size) {

@@ -125,17 +125,6 @@ TEST_F(Commands, StopEndsAHangingToolAtOnceAndLeavesNoHalfRow) {
     expectAtRest();
 }
 
-TEST_F(Commands, DraggingShowsTheClosedHandUntilTheDrop) {
-    const auto item = New<DragItem>("file://" + pictures + "\r\n");
-    EXPECT_TRUE(window->Event_DragEnter(item, 0));
-    EXPECT_TRUE(window->MouseCursor() == System::Cursors::HandClosed);
-    window->Event_MouseExit();
-    EXPECT_TRUE(window->MouseCursor() == System::Cursors::StandardPointer);
-    window->Event_DragEnter(item, 0);
-    drop(pictures);
-    EXPECT_TRUE(window->MouseCursor() == System::Cursors::StandardPointer);
-}
-
 TEST_F(Commands, EmptyingAFolderTakesItsFoldersAndLinksAndKeepsItself) {
     const std::string folder = root + "/full";
     std::filesystem::create_directories(folder + "/a/b/c");

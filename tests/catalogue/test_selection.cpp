@@ -73,16 +73,6 @@ TEST_F(Selection, TheFirstRowIsShownByItself) {
     EXPECT_TRUE(entry->Name().ToStd().ends_with("a picture.jpg"));
 }
 
-TEST_F(Selection, OfAFactWithoutEndThePanelShowsTheBeginning) {
-    Texts fields = plainFields();
-    fields.back() = std::string(65536, 'x');
-    answer(addFile("a.jpg"), fields);
-    search();
-    rest();
-    EXPECT_NE(window->DataLabel->Text().ToStd().find("xxx\u2026\n"), std::string::npos);
-    EXPECT_LT(window->DataLabel->Text().ByteCount(), 5000U);
-}
-
 TEST_F(Selection, TheFirstRowIsShownWhileRowsKeepComing) {
     for (int i = 10; i < 40; ++i) addImage(std::to_string(i) + ".jpg");
     replaceTool("mdls", "for last; do :; done\nsleep 0.02\nexec cat \"$last.image\"\n");
@@ -196,22 +186,6 @@ TEST_F(Selection, AFileThatChangesOrGoesKeepsItsPreviewUntilAReload) {
     runToEnd();
     EXPECT_TRUE(names().empty());
     EXPECT_TRUE(messages.empty());
-}
-
-TEST_F(Selection, WithoutACacheThereAreRowsAndPanelsButNoPreview) {
-    addImage("a.jpg");
-    const std::string cache = Preferences::ThumbnailsFolder()->AbsolutePath().ToStd();
-    std::filesystem::remove_all(cache);
-    std::ofstream(cache) << "in the way";
-    search();
-    rest();
-    EXPECT_FALSE(window->pic);
-    EXPECT_NE(window->DataLabel->Text().ToStd().find("Name: a.jpg"), std::string::npos);
-    EXPECT_TRUE(messages.empty());
-    std::filesystem::remove(cache);
-    window->PreviewTimer_Action(*window->PreviewTimer);
-    rest();
-    EXPECT_TRUE(window->pic);
 }
 
 TEST_F(Selection, ThumbnailsAreNamedBySourceAndNeverEnlarged) {

@@ -10,6 +10,7 @@
 #include <fstream>
 
 #include "fileutil/FileReplace.h"
+#include "fileutil/GetFolderItemModule.h"
 #include "tests/support/ForkedProcess.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -141,4 +142,20 @@ TEST_F(FileReplacement, OfAnotherVolumeNothingIsCopied) {
     EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("link")));
     EXPECT_EQ(read("link"), "new content");
     std::filesystem::remove(path);
+}
+
+TEST(GetFolderItemFromShellPath, NeedsOnlyTheEnclosingFolder) {
+    const TemporaryFolder folder;
+    const auto itemAt = [](const std::string& path) {
+        return GetFolderItemModule::GetFolderItemFromShellPath(String(path));
+    };
+    folder.Put("file");
+    ASSERT_TRUE(itemAt(folder.Path("missing")));
+    EXPECT_FALSE(itemAt(folder.Path("missing"))->Exists());
+    EXPECT_FALSE(itemAt(folder.Path("missing/deeper")));
+    EXPECT_FALSE(itemAt(folder.Path("file/below")));
+    EXPECT_FALSE(itemAt(""));
+    EXPECT_FALSE(itemAt(std::string("/tmp/a\0b", 8)));
+    EXPECT_TRUE(itemAt("/")->Directory());
+    EXPECT_EQ(itemAt("/tmp")->Parent()->AbsolutePath().Bytes(), "/");
 }

@@ -117,27 +117,3 @@ TEST(HTTPRequest, AFailedConnectionIsAnError) {
     EXPECT_EQ(client->ErrorCode(), SocketCore::ConnectFailed);
     EXPECT_EQ(client.Log.size(), 2U) << "a waiting form raises no event";
 }
-
-TEST(HTTPRequest, ANewOneAbandonsTheOneThatRuns) {
-    const auto half = [](ScriptedServer::Peer& peer) {
-        peer.ReadRequest();
-        peer.Send("HTTP/1.0 200 OK\r\n\r\nold");
-        peer.AwaitClose();
-    };
-    const ScriptedServer server({half, kOk, half});
-    Client client;
-    client->Get(server.Url("/old"));
-    ASSERT_TRUE(RunUntil([&] { return client.Pieces == "old"; }));
-    client->Get(server.Url("/new"));
-    ASSERT_TRUE(client.Await());
-    EXPECT_EQ(client.Content, "ok");
-    EXPECT_EQ(client.Log.back(), "page 200 " + server.Url("/new").ToStd());
-
-    // A connection that fails after one that stood is a failure all the same.
-    client->Get(server.Url("/old"));
-    ASSERT_TRUE(RunUntil([&] { return client.Pieces == "oldokold"; }));
-    client->Get(String("127.0.0.1:" + std::to_string(UnusedPort())));
-    ASSERT_TRUE(RunUntil([&] { return client->ErrorCode() != 0; }));
-    EXPECT_EQ(client.Log.back(), "error 101");
-    EXPECT_EQ(client.Ends, 1);
-}

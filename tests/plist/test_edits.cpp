@@ -56,16 +56,6 @@ TEST_F(Edits, CarryValuesThroughTheirTextForms) {
     EXPECT_EQ(outline(dest->child("n")), "0=string:e 1=boolean:true kept=string:y");
 }
 
-TEST_F(Edits, IntoAnArrayTheNameIsDropped) {
-    const auto array = arrayOf(root, "");
-    for (const char* key : {"s", "i", "r", "d"}) root->Copy(key, array);
-    EXPECT_EQ(outline(array), "0=string:x 1=integer:5 2=double:1.25 3=date:2024-02-03T04:05:06Z");
-    root->Copy("n", array);
-    EXPECT_EQ(array->count(), 6);
-    EXPECT_EQ(outline(array->child("4")), "");
-    EXPECT_EQ(outline(array->child("5")), "0=string:e 1=boolean:true");
-}
-
 TEST_F(Edits, RefuseWhatCannotBe) {
     root->Move("s", Nil);
     EXPECT_EQ(error(), "Destination is nil");

@@ -111,17 +111,6 @@ TEST(ReaderOfFiles, AMissingFileBeginsADocument) {
     EXPECT_THROW(New<plist>(Ref<FolderItem>()), NilObjectException);
 }
 
-TEST(ReaderOfFiles, ADefaultIsReadAndTheFileIsSaved) {
-    const Documents documents;
-    documents.Of("\t<key>a</key>\n\t<true/>\n", "default.plist");
-    const auto document = New<plist>(documents.Item(), documents.Item("default.plist"));
-    EXPECT_FALSE(document->error);
-    document->Save();
-    EXPECT_EQ(documents.Text(), documents.Text("default.plist"));
-    const auto neither = New<plist>(documents.Item("x"), documents.Item("y"));
-    EXPECT_EQ(neither->errorMessage.ToStd(), documents.Path("y") + " does not exist");
-}
-
 TEST(ReaderOfFiles, WithoutTheTopDictionaryItIsNone) {
     const Documents documents;
     for (const std::string text :
@@ -132,13 +121,4 @@ TEST(ReaderOfFiles, WithoutTheTopDictionaryItIsNone) {
         EXPECT_EQ(document->errorMessage, "Not a plist file") << text;
         EXPECT_EQ(document->root->count(), 0);
     }
-}
-
-TEST(ReaderOfFiles, BytesThatAreNoTextPassThrough) {
-    const Documents documents;
-    const std::string odd("x\0y\xFF\xE2\x84", 6);
-    const auto document = documents.Of("\t<key>" + odd + "</key>\n\t<string>" + odd + "</string>\n");
-    EXPECT_EQ(document->root->GetString(String(odd)).Bytes(), odd);
-    document->Save();
-    EXPECT_NE(documents.Text().find("<string>" + odd + "</string>"), std::string::npos);
 }

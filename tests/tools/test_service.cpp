@@ -164,26 +164,5 @@ TEST_F(ServiceTest, WhatNobodyWantsAnyMoreStopsItsReader) {
     EXPECT_FALSE(replies.contains(1) || replies.contains(2));
 }
 
-TEST(Frames, AreToldApartHoweverTheyCome) {
-    const std::string bytes = requestFrame(7, {"-raw", "", "a b"}) + requestFrame(8, {}) + framed("");
-    for (std::size_t piece = 1; piece < bytes.size(); ++piece) {
-        FrameStream stream(largestRequest);
-        std::vector<std::optional<Request>> requests;
-        for (std::size_t i = 0; i < bytes.size(); i += piece) {
-            stream.append(bytes.substr(i, piece));
-            while (const auto body = stream.next()) requests.push_back(requestFrom(*body));
-        }
-        ASSERT_EQ(requests.size(), 3U);
-        EXPECT_EQ(requests[0]->id, 7U);
-        EXPECT_THAT(requests[0]->arguments, ElementsAre("-raw", "", "a b"));
-        EXPECT_TRUE(requests[1]->arguments.empty());
-        EXPECT_FALSE(requests[2]);
-    }
-    FrameStream stream(10);
-    stream.append(numberBytes(11) + "x");
-    EXPECT_FALSE(stream.next());
-    EXPECT_TRUE(stream.isBroken());
-}
-
 }  // namespace
 }  // namespace marrowbeck::tools

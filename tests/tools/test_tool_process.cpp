@@ -70,59 +70,6 @@ TEST(ToolProcess, AFullDiskLeavesThePreviewAsItWas) {
     EXPECT_TRUE(readFile(target).starts_with("\x89PNG"));
 }
 
-/// A request for each picture, in the frames of a tool that stays open; `words` stand before the path, `target` behind.
-std::string requestsFor(const std::vector<std::string>& pictures, const Arguments& words, const std::string& target) {
-    std::string bytes;
-    std::uint32_t id = 0;
-    for (const std::string& path : pictures) {
-        Arguments arguments = words;
-        arguments.push_back(path);
-        if (!target.empty()) arguments.insert(arguments.end(), {"--out", target + nameOf(path)});
-        bytes += requestFrame(++id, arguments);
-    }
-    return bytes;
-}
-
-std::map<std::uint32_t, ToolResult> answersFrom(const std::string& bytes) {
-    std::map<std::uint32_t, ToolResult> answers;
-    FrameStream stream(1U << 20);
-    stream.append(bytes);
-    while (const auto body = stream.next()) {
-        if (auto answer = answerFrom(*body)) answers[answer->id] = std::move(answer->result);
-    }
-    return answers;
-}
-
-TEST(ToolProcess, AToolThatStaysOpenSaysTheSame) {
-    const TemporaryFolder folder;
-    std::vector<std::string> pictures{"/none/such", folder.Path()};
-    for (const auto& file : std::filesystem::directory_iterator(MARROWBECK_TEST_PICTURES)) {
-        if (file.is_regular_file()) pictures.push_back(file.path());
-    }
-    ASSERT_GT(pictures.size(), 50U);
-    std::filesystem::create_directories(folder.Path() + "/once");
-    std::filesystem::create_directories(folder.Path() + "/open");
-    const Arguments preview{"-s", "format", "png", "-Z", "20"};
-    folder.Put("facts", requestsFor(pictures, {"-raw"}, ""));
-    folder.Put("previews", requestsFor(pictures, preview, folder.Path() + "/open/"));
-    const auto facts = answersFrom(run("mdls -stay_open < " + folder.Path() + "/facts").output);
-    const auto previews = answersFrom(run("sips -stay_open < " + folder.Path() + "/previews").output);
-    ASSERT_EQ(facts.size(), pictures.size());
-    ASSERT_EQ(previews.size(), pictures.size());
-    for (std::uint32_t id = 1; id <= pictures.size(); ++id) {
-        const std::string& path = pictures[id - 1];
-        const Outcome once = run("mdls -raw " + path + " 2>&1");
-        EXPECT_EQ(facts.at(id).output + facts.at(id).error, once.output) << path;
-        EXPECT_EQ(facts.at(id).status, once.status) << path;
-        const std::string name = nameOf(path);
-        const Outcome made =
-            run("sips -s format png -Z 20 " + path + " --out " + folder.Path() + "/once/" + name + " 2>&1");
-        EXPECT_EQ(previews.at(id).error, made.output) << path;
-        EXPECT_EQ(previews.at(id).status, made.status) << path;
-        EXPECT_TRUE(readFile(folder.Path() + "/once/" + name) == readFile(folder.Path() + "/open/" + name)) << path;
-    }
-}
-
 TEST(ToolProcess, WhatIsNoPictureIsNeverRun) {
     const std::string contents[] = {
         "<?xml version=\"1.0\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"40\" height=\"30\">"

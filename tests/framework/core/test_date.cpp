@@ -24,20 +24,16 @@ std::string after(const String& text) {
 
 TEST(Date, isBornWithTheLocalTime) {
     setenv("TZ", "XYZ-5:30", 1);
-    tzset();
-    const std::time_t before = std::time(nullptr);
-    const Ref<Date> date = New<Date>();
-    const std::time_t behind = std::time(nullptr);
-    std::tm fields{};
-    fields.tm_year = date->Year() - 1900;
-    fields.tm_mon = date->Month() - 1;
-    fields.tm_mday = date->Day();
-    fields.tm_hour = date->Hour();
-    fields.tm_min = date->Minute();
-    fields.tm_sec = date->Second();
-    const std::time_t moment = timegm(&fields) - (5 * 60 + 30) * 60;
-    EXPECT_GE(moment, before);
-    EXPECT_LE(moment, behind);
+    const auto now = [] {
+        const std::time_t moment = std::time(nullptr) + (5 * 60 + 30) * 60;
+        char text[sizeof "2024-02-29 23:59:59"];
+        std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", std::gmtime(&moment));
+        return std::string(text);
+    };
+    const std::string before = now();
+    const std::string born = New<Date>()->SQLDateTime().ToStd();
+    EXPECT_LE(before, born);
+    EXPECT_LE(born, now());
 }
 
 TEST(Date, readsAllForms) {

@@ -87,13 +87,6 @@ TEST(PathTexts, SaveInfoMakesTheItemAgain) {
     }
 }
 
-TEST(PathTexts, SaveInfoOfALinkIsTheLink) {
-    const TemporaryFolder folder;
-    std::filesystem::create_symlink("/", folder.Path("link"));
-    const Ref<FolderItem> link = folder.Item()->TrueChild("link");
-    EXPECT_EQ(GetFolderItem(link->GetSaveInfo(Nil, 0))->Name().Bytes(), "link");
-}
-
 TEST(PathTexts, UrlsEscapeAllButPlainBytesAndColons) {
     EXPECT_EQ(itemAt("a b#%?&:c~\xE4\n")->URLPath().Bytes(), "file:///none/a%20b%23%25%3F%26:c~%E4%0A");
     EXPECT_EQ(GetFolderItem("/")->URLPath().Bytes(), "file:///");

@@ -49,23 +49,8 @@ TEST(Variant, holdsObjectsAsTheyAre) {
 
 TEST(Variant, equalsByValue) {
     const std::int64_t big = (std::int64_t{1} << 53) + 1;
-    const Variant values[] = {Variant(),
-                              0,
-                              1,
-                              false,
-                              1.0,
-                              std::int64_t{1},
-                              "1",
-                              "a",
-                              "A",
-                              "é",
-                              "É",
-                              RGB(0, 0, 1),
-                              big,
-                              static_cast<double>(big),
-                              std::nan(""),
-                              std::numeric_limits<std::int64_t>::max(),
-                              9223372036854775808.0};
+    const std::int64_t most = std::numeric_limits<std::int64_t>::max();
+    const Variant values[] = {Variant(), 0, 1, false, 1.0, "1", "a", "A", "é", "É", RGB(0, 0, 1), big, most, 1e300};
     for (const Variant& left : values) {
         EXPECT_TRUE(left == left);
         for (const Variant& right : values) {
@@ -78,7 +63,7 @@ TEST(Variant, equalsByValue) {
     EXPECT_FALSE(Variant(1) == Variant("1"));
     EXPECT_FALSE(Variant(1) == Variant(true));
     EXPECT_FALSE(Variant(big) == Variant(static_cast<double>(big)));
-    EXPECT_FALSE(Variant(std::numeric_limits<std::int64_t>::max()) == Variant(9223372036854775808.0));
+    EXPECT_FALSE(Variant(most) == Variant(9223372036854775808.0));
 }
 
 // These numbers are parts of names of files that outlive the program, so they must never change.

@@ -30,32 +30,6 @@ TEST_F(ListboxTest, RaisesOutsideItsBounds) {
     EXPECT_THROW(list->Heading(3), OutOfBoundsException);
 }
 
-TEST_F(ListboxTest, SelectingByProgramIsLikeSelectingByHand) {
-    Add({"a", "b", "c"});
-    list->Selected(0, true);
-    EXPECT_EQ(changes, 1);
-    list->Selected(0, true);
-    EXPECT_EQ(changes, 1);
-    list->Selected(2, true);
-    EXPECT_EQ(changes, 2);
-    EXPECT_EQ(Selection(), "a c");
-    EXPECT_EQ(list->SelCount(), 2);
-    EXPECT_EQ(list->ListIndex(), 0);
-    list->Selected(0, false);
-    EXPECT_EQ(list->ListIndex(), 2);
-    EXPECT_EQ(list->Text(), "c");
-    list->ListIndex(1);
-    EXPECT_EQ(Selection(), "b");
-    list->ListIndex(-1);
-    EXPECT_EQ(list->ListIndex(), -1);
-    EXPECT_TRUE(list->Text().IsEmpty());
-
-    list->SelectionType(0);
-    list->Selected(0, true);
-    list->Selected(1, true);
-    EXPECT_EQ(Selection(), "b");
-}
-
 TEST_F(ListboxTest, ShowsTextsOnOneLineAndNeverAsMarkup) {
     const std::string caption = "<b>first</b>\nsecond line\tof a caption that is longer than the column is wide";
     list->AddRow(String(caption), "short");

@@ -22,30 +22,6 @@ class ListboxColumnsTest : public ListboxTest {
     }
 };
 
-TEST_F(ListboxColumnsTest, WidthsComeBackAsTheyWereSaved) {
-    list->ColumnWidths("150,60,200");
-    EXPECT_EQ(Widths(), "150,60,200");
-    list->ColumnWidths("");
-    EXPECT_EQ(Widths(), ",,");
-    list->ColumnWidths(",60,");
-    EXPECT_EQ(Widths(), ",60,");
-    list->ColumnWidths("150,60,200");
-    EXPECT_EQ(Widths(), "150,60,200");
-}
-
-TEST_F(ListboxColumnsTest, TheLastColumnTakesTheRoomThatIsLeft) {
-    EXPECT_EQ(Used(), Room());
-    list->ColumnWidths("50,60,70");
-    EXPECT_EQ(View().columnWidth(2), Room() - 110);
-    // It is no width that anybody asked for: in a narrower list the column gives way again.
-    EXPECT_EQ(Widths(), "50,60,70");
-    list->Width(600);
-    Settle();
-    EXPECT_EQ(Used(), Room());
-    list->ColumnWidths("300,300,100");
-    EXPECT_EQ(Widths(), "300,300,100");
-}
-
 TEST_F(ListboxColumnsTest, SharesAndNonsenseAreTolerated) {
     list->ColumnWidths("25%,*,3*");
     EXPECT_EQ(View().columnWidth(0), Room() / 4);

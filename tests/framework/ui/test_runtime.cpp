@@ -22,14 +22,5 @@ TEST(Runtime, LeadsAProgramFromStartUpToItsLastEvent) {
                               "/a b\ndocument " + path + "/last\nwindow closes\nclose\n");
 }
 
-TEST(Runtime, TheLossOfTheDisplayIsAnOrderlyEnd) {
-    const TemporaryFolder folder;
-    folder.Put("display lost");
-    const SampleRun run = StartSampleProgram({"'" + folder.Path("display lost") + "'"});
-    EXPECT_EQ(run.ExitCode, 1);
-    EXPECT_EQ(run.Output,
-              "startup\nopen\nwindow opens\ndocument " + folder.Path("display lost") + "\nwindow closes\nclose\n");
-}
-
 }  // namespace
 }  // namespace framework::testing

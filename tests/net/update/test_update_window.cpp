@@ -198,21 +198,6 @@ TEST_F(UpdateWindow, ADownloadWithoutANameFails) {
     EXPECT_EQ(person.Read[1].substr(person.Read[1].size() - 9), "(Code: 1)");
 }
 
-TEST_F(UpdateWindow, WithoutADesktopTheFileGoesHome) {
-    std::filesystem::remove_all(OnDesktop(""));
-    const ScriptedServer files({ScriptedServer::Answering("HTTP/1.0 200 OK\r\n\r\n" + std::string(5000, 'x'))});
-    const std::string longFeed = feed("3", "Yes", files.Url("/caf\u00E9").ToStd()) + std::string(2000, ' ');
-    const ScriptedServer server({page(longFeed)});
-    Person person({"Download", "No"});
-    EXPECT_TRUE(Show(server));
-    std::filesystem::create_directory(OnDesktop(""));
-    ASSERT_EQ(person.Read.size(), 2U);
-    EXPECT_EQ(person.Read[1], "The file 'caf\u00E9' is in your home folder. Would you like to open it now?");
-    EXPECT_EQ(std::filesystem::file_size(std::string(std::getenv("HOME")) + "/caf\u00E9"), 5000U);
-    EXPECT_EQ(window->ProgressBar1->Maximum(), 0) << "the feed's length is not the file's";
-    EXPECT_EQ(window->ProgressBar1->Value(), 4);
-}
-
 TEST_F(UpdateWindow, ADownloadThatCannotBeWrittenIsNotComplete) {
     const ScriptedServer files({page(std::string(100'000, 'x'))});
     const ScriptedServer server({page(feed("3", "Yes", files.Url("/new.tar").ToStd()))});
