@@ -11,8 +11,8 @@ namespace FileTypes1 {
 /// Makes the records and registers them; once, at start-up.
 void _Initialize();
 
-Ref<FileType> pAny();
-Ref<FileType> pSpecialFolder();
+inline Ref<FileType> pAny;
+inline Ref<FileType> pSpecialFolder;
 
 }  // namespace FileTypes1
 }  // namespace marrowbeck

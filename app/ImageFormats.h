@@ -11,12 +11,12 @@ namespace ImageFormats {
 /// Makes the records and registers them; once, at start-up.
 void _Initialize();
 
-Ref<FileType> pImageGif();
-Ref<FileType> pImageJpeg();
-Ref<FileType> pImagePict();
-Ref<FileType> pImagePng();
-Ref<FileType> pImageTiff();
-Ref<FileType> pImageJpeg2000();
+inline Ref<FileType> pImageGif;
+inline Ref<FileType> pImageJpeg;
+inline Ref<FileType> pImagePict;
+inline Ref<FileType> pImagePng;
+inline Ref<FileType> pImageTiff;
+inline Ref<FileType> pImageJpeg2000;
 
 /// The names of the six types, each followed by a semicolon.
 String All();

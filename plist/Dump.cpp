@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "framework/ui/control/Clipboard.h"
+#include "framework/ui/field/Clipboard.h"
 #include "plist/EntryPrinter.h"
 #include "plist/plist.h"
 

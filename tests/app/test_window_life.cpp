@@ -112,17 +112,6 @@ TEST_F(WindowLife, MissingEntriesTakeTheirDefaults) {
     EXPECT_GE(window->Width(), 640);
 }
 
-TEST_F(WindowLife, EntriesOfTheWrongTypeHarmNothing) {
-    start(number("Seg0", 1) + text("Sub", "yes") + text("sortcolumn", "many") + truth("columnwidths", true) +
-          number("lastfolder", 7));
-    EXPECT_FALSE(window->Subfoldercheckbox->Value());
-    EXPECT_TRUE(window->Visible());
-    window->Close();
-    App::Current()->Event_Close();
-    EXPECT_THAT(messages, IsEmpty());
-    expectSaved(text("Sub", "yes"));
-}
-
 class DamagedWindowEntry : public WindowLife, public testing::WithParamInterface<int> {};
 
 TEST_P(DamagedWindowEntry, GivesWayToTheDesign) {

@@ -74,14 +74,3 @@ TEST(InternetHeaders, ReadsLinesOfEveryKind) {
     EXPECT_EQ(valueOf("A: 1\r\nB: 2\nC: 3\rD: 4", "B"), "2\nC: 3\rD: 4");
     EXPECT_EQ(valueOf(" A : 1", " A "), "1");
 }
-
-TEST(InternetHeaders, WritesMailsInTheirOrder) {
-    const auto headers = New<InternetHeaders>();
-    EXPECT_TRUE(headers->_FormatEmailHeaders().IsEmpty());
-    headers->_ParseHeaders(
-        "X-A: 1\nbcc: hidden\ncc: c1\nto: t1\nTo: t2\nFrom: f1\nFrom: f2\nSubject: s\nReceived: r1\n"
-        "Received: r2\nReturn-Path: p1\nReturn-Path: p2\nX-A: 2\nDate: d\nCC: c2\nX");
-    EXPECT_EQ(headers->_FormatEmailHeaders().Bytes(),
-              "Return-Path: p1\r\nReceived: r1\r\nReceived: r2\r\nDate: d\r\nSubject: s\r\nFrom: f1\r\nTo: t1, t2\r\n"
-              "CC: c1, c2\r\nX-A: 1\r\nX-A: 2");
-}

@@ -117,27 +117,3 @@ TEST_F(Accessors, ArraysNumberTheirElements) {
     EXPECT_EQ(error(), "root is not an array");
     EXPECT_EQ(root->count(), 1);
 }
-
-TEST_F(Accessors, ListsOfStrings) {
-    const Array<String> three{"a", "b", "c"};
-    root->SetList("k", three, 5, 2);
-    EXPECT_EQ(outline(root->child("k")), "0=string:a 1=string:b 2=string:c");
-    root->SetList("k", three, 1, 0);
-    EXPECT_EQ(root->child("k")->count(), 0);
-    root->SetList("k", three, 1, 9);
-
-    Array<String> list{"old"};
-    root->GetList("k", list, 1);
-    EXPECT_EQ(list.Ubound(), 2);
-    EXPECT_EQ(list(2), "c");
-    root->GetList("k", list, 0);
-    EXPECT_EQ(list.Ubound(), 1);
-    root->GetList("missing", list, 0);
-    EXPECT_EQ(list.Ubound(), -1);
-    EXPECT_EQ(root->GetType("missing"), "dict");
-
-    root->AddArray("lists");
-    root->child("lists")->AppendList(three, 0, 2);
-    EXPECT_EQ(outline(root->child("lists")), "0=[] -1={}");
-    EXPECT_EQ(error(), "-1 is not an array");
-}

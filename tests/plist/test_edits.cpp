@@ -97,18 +97,3 @@ TEST_F(Edits, RemoveByNumberClosesTheGap) {
     array->Remove(0);
     EXPECT_EQ(array->count(), 0);
 }
-
-TEST_F(Edits, NodesKeepTheirNumberWhenOthersMoveUp) {
-    const auto array = arrayOf(root, "");
-    for (const char* name : {"zero", "one", "two"}) {
-        array->AppendDict();
-        array->index(array->count() - 1)->SetString("name", name);
-    }
-    array->Remove(1);
-    EXPECT_EQ(array->count(), 2);
-    EXPECT_EQ(array->index(1), Nil);
-    EXPECT_EQ(array->index(2)->GetString("name"), "two");
-    EXPECT_THROW(array->child("1"), StackOverflowException);
-    document->Save();
-    EXPECT_EQ(documents.Entries().find("two"), std::string::npos);
-}

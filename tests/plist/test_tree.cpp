@@ -46,36 +46,6 @@ TEST(Tree, ErrorsTellTheDocumentAndTheNextSuccessClearsThem) {
     EXPECT_EQ(alone->count(), 0);
 }
 
-TEST(Tree, TheCursorWalksInTheOrderOfArrival) {
-    const auto node = New<plistDict>();
-    node->MoveFirst();
-    EXPECT_FALSE(node->eof);
-    EXPECT_EQ(node->CurrentKey(), "");
-    EXPECT_TRUE(node->eof);
-
-    for (const char* key : {"b", "a", "c"}) node->SetString(key, key);
-    std::string walked;
-    for (node->MoveFirst(); !node->eof; node->MoveNext()) walked += node->CurrentKey().ToStd();
-    EXPECT_EQ(walked, "bac");
-    EXPECT_EQ(node->currentIndex, 0);
-    node->MoveLast();
-    EXPECT_TRUE(node->eof);
-    EXPECT_EQ(node->CurrentKey(), "c");
-}
-
-TEST(Tree, PathsGoUpToTheFirstNodeCalledRoot) {
-    const Documents documents;
-    const auto root = documents.Open()->root;
-    EXPECT_EQ(root->child("a")->child("b")->child("c")->AbsolutePath(), ":root:a:b:c");
-    EXPECT_THROW(root->AbsolutePath(), NilObjectException);
-    root->AddArray("list");
-    root->child("list")->AppendDict();
-    root->child("list")->AppendArray();
-    EXPECT_EQ(root->child("list")->index(0)->AbsolutePath(), ":root:list:");
-    EXPECT_EQ(root->child("list")->index(1)->AbsolutePath(), ":root:list:1");
-    EXPECT_EQ(root->child("a")->child("root")->child("d")->AbsolutePath(), ":root:d");
-}
-
 TEST(Tree, ReferencesUpwardDoNotKeepAndDoNotDangle) {
     const Documents documents;
     auto document = documents.Open();

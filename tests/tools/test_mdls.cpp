@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
-#include "tests/tools/TestFiles.h"
 #include "tools/mime/MimeTypes.h"
 
 namespace marrowbeck::tools {

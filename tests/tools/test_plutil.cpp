@@ -7,7 +7,6 @@
 #include <filesystem>
 
 #include "tests/tools/TestFiles.h"
-#include "tools/plutil/PropertyListCheck.h"
 
 namespace marrowbeck::tools {
 namespace {

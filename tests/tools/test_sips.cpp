@@ -5,9 +5,6 @@
 
 #include <QBuffer>
 #include <QColor>
-#include <random>
-
-#include "tests/tools/SipsFiles.h"
 
 namespace marrowbeck::tools {
 namespace {

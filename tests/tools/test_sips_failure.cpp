@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include "tests/tools/RunTools.h"
-#include "tests/tools/SipsFiles.h"
 
 namespace marrowbeck::tools {
 namespace {

@@ -5,13 +5,9 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <map>
 #include <random>
-#include <vector>
 
 #include "tests/tools/TestFiles.h"
-#include "tools/service/Frames.h"
-#include "tools/service/InputFile.h"
 
 namespace marrowbeck::tools {
 namespace {

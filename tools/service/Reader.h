@@ -32,8 +32,6 @@ class Reader {
     /// Hands over a file, or only the words where `file` is null. False when the reader has died.
     bool ask(const std::string& question, const InputFile* file);
 
-    /// Whether a question is being worked on.
-    bool isBusy() const { return busy_; }
     /// Since when it is as it is, busy or idle.
     Clock::time_point since() const { return since_; }
     /// Readable when an answer, or part of it, has come, or when the reader has died.

@@ -5,14 +5,9 @@ namespace framework {
 
 namespace {
 
-struct Settings {
-    String name;
-    Ref<FolderItem> prefix;
-};
-
-Settings& settings() {
-    static Settings settings;
-    return settings;
+String& nameInPaths() {
+    static String name;
+    return name;
 }
 
 Ref<FolderItem> executable() {
@@ -20,11 +15,11 @@ Ref<FolderItem> executable() {
 }
 
 Ref<FolderItem> prefix() {
-    return settings().prefix ? settings().prefix : executable()->Parent()->Child("..");
+    return executable()->Parent()->Child("..");
 }
 
 Ref<FolderItem> applicationFolder(const char* area) {
-    const String name = settings().name.IsEmpty() ? executable()->Name() : settings().name;
+    const String name = nameInPaths().IsEmpty() ? executable()->Name() : nameInPaths();
     return prefix()->Child(area)->Child(name);
 }
 
@@ -47,11 +42,7 @@ Ref<FolderItem> ApplicationIconsFolder() {
 }
 
 void ApplicationPaths::SetName(const String& name) {
-    settings().name = name;
-}
-
-void ApplicationPaths::SetPrefix(const Ref<FolderItem>& prefix) {
-    settings().prefix = prefix;
+    nameInPaths() = name;
 }
 
 }  // namespace framework

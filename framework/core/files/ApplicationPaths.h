@@ -17,9 +17,6 @@ namespace ApplicationPaths {
 
 /// The NAME in the paths of the application's folders, the executable's own name unless set.
 void SetName(const String& name);
-/// Looks for the folders below `prefix` instead of beside the executable; Nil undoes that. For programs that are no
-/// part of the application's tree, such as tests.
-void SetPrefix(const Ref<FolderItem>& prefix);
 
 }  // namespace ApplicationPaths
 }  // namespace framework

@@ -64,7 +64,6 @@ class RectControl : public Object {
     /// at the edge of the window.
     void LeastLeft(int left) { leastLeft_ = left; }
 
-    const Locks& GetLocks() const { return locks_; }
     void SetLocks(const Locks& locks) { locks_ = locks; }
 
     /// The text shown when the pointer rests on the control.

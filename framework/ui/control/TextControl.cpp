@@ -30,11 +30,6 @@ void TextControl::Italic(bool italic) {
     applyFont();
 }
 
-void TextControl::Underline(bool underline) {
-    underline_ = underline;
-    applyFont();
-}
-
 void TextControl::applyFont() {
     QFont font;
     if (textFont_ != "System" && !textFont_.IsEmpty()) font.setFamily(native::ToQt(textFont_));
@@ -42,7 +37,6 @@ void TextControl::applyFont() {
     // Only what differs is set, so that the rest goes on following the desktop.
     if (bold_) font.setBold(true);
     if (italic_) font.setItalic(true);
-    if (underline_) font.setUnderline(true);
     Native()->setFont(font);
 }
 

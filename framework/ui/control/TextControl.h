@@ -18,8 +18,6 @@ class TextControl : public RectControl {
     void Bold(bool bold);
     bool Italic() const { return italic_; }
     void Italic(bool italic);
-    bool Underline() const { return underline_; }
-    void Underline(bool underline);
 
     /// Where a text stands between the edges.
     enum : int { AlignLeft = 0, AlignCenter = 1, AlignRight = 2 };
@@ -34,7 +32,6 @@ class TextControl : public RectControl {
     int textSize_ = 0;
     bool bold_ = false;
     bool italic_ = false;
-    bool underline_ = false;
 };
 
 }  // namespace framework

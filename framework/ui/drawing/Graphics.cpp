@@ -71,13 +71,6 @@ void Graphics::DrawPicture(const Ref<Picture>& picture, int x, int y, int destin
     });
 }
 
-void Graphics::DrawString(const String& text, int x, int y) {
-    draw([&](QPainter& painter) {
-        painter.setPen(native::ToQt(foreColor_));
-        painter.drawText(QPoint(x, y), native::ToQt(text));
-    });
-}
-
 bool Graphics::CoveredWith(Color& color) const {
     if (covered_) color = cover_;
     return covered_;

@@ -44,9 +44,6 @@ class Graphics {
     void DrawPicture(const Ref<Picture>& picture, int x, int y, int destinationWidth, int destinationHeight,
                      int sourceX, int sourceY, int sourceWidth, int sourceHeight);
 
-    /// Draws one line of text, in the control's font, with its baseline at `y`.
-    void DrawString(const String& text, int x, int y);
-
     /// The colour that the whole area was last filled with, into `color`; False when it never was. Whoever draws a
     /// text on top can choose a colour that can be read there.
     bool CoveredWith(Color& color) const;

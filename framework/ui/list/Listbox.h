@@ -7,9 +7,9 @@
 #include "framework/core/objects/Array.h"
 #include "framework/core/objects/Variant.h"
 #include "framework/core/threads/Event.h"
-#include "framework/ui/control/EditTarget.h"
 #include "framework/ui/control/RectControl.h"
 #include "framework/ui/drawing/Graphics.h"
+#include "framework/ui/field/EditTarget.h"
 
 namespace framework {
 

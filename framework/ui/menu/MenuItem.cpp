@@ -12,8 +12,8 @@
 #include "framework/core/desktop/Application.h"
 #include "framework/core/objects/Exceptions.h"
 #include "framework/core/threads/Dispatch.h"
-#include "framework/ui/control/EditTarget.h"
 #include "framework/ui/drawing/Native.h"
+#include "framework/ui/field/EditTarget.h"
 #include "framework/ui/menu/KeySequence.h"
 
 namespace framework {

@@ -8,7 +8,7 @@
 #include <QWidget>
 
 #include "framework/ui/control/AccessibleRole.h"
-#include "framework/ui/control/EditTarget.h"
+#include "framework/ui/field/EditTarget.h"
 #include "framework/ui/window/FocusKeeper.h"
 #include "framework/ui/window/NormalBounds.h"
 #include "framework/ui/window/Window.h"

@@ -6,7 +6,6 @@
 #include <ctime>
 
 #include "framework/core/objects/Ref.h"
-#include "framework/core/time/Clock.h"
 
 using namespace framework;
 

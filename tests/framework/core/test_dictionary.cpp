@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "framework/core/objects/Exceptions.h"
-#include "framework/core/text/Text.h"
 
 using namespace framework;
 using testing::ElementsAre;

@@ -5,7 +5,6 @@
 
 #include <limits>
 
-#include "framework/core/objects/Bitwise.h"
 #include "framework/core/objects/Exceptions.h"
 #include "framework/core/objects/Ref.h"
 
@@ -38,20 +37,4 @@ TEST(MemoryBlock, refusesWhatReachesOutside) {
     EXPECT_THROW(block->StringValue(0, 5, ""), OutOfBoundsException);
     EXPECT_EQ(block->Long(0), 1);
     EXPECT_THROW(New<MemoryBlock>(-1)->Byte(0), OutOfBoundsException);
-}
-
-TEST(MemoryBlock, holdsTexts) {
-    const Ref<MemoryBlock> block = New<MemoryBlock>(String(std::string_view("ab\0\xFF", 4)));
-    EXPECT_EQ(block->Size(), 4);
-    EXPECT_EQ(block->CString(0).ToStd(), "ab");
-    EXPECT_EQ(block->CString(3).ToStd(), "\xFF");
-    EXPECT_TRUE(block->CString(4).IsEmpty());
-    EXPECT_EQ(block->StringValue(1, 3).ToStd(), std::string("b\0\xFF", 3));
-    EXPECT_EQ(block->StringValue(1, 3).Encoding(), Encodings::Undefined);
-    block->StringValue(0, 3, "x");
-    EXPECT_EQ(block->StringValue(0, 4).ToStd(), std::string("x\0\0\xFF", 4));
-    block->StringValue(0, 2, "long");
-    EXPECT_EQ(block->CString(0).ToStd(), "lo");
-    block->CString(1, "yz");
-    EXPECT_EQ(block->CString(0).ToStd(), "lyz");
 }

@@ -8,8 +8,6 @@
 #include <limits>
 #include <random>
 
-#include "framework/core/objects/Random.h"
-#include "framework/core/objects/Ref.h"
 #include "framework/core/text/Format.h"
 
 using namespace framework;

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <gtest/gtest.h>
-#include <poll.h>
 #include <signal.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
-#include <QTimer>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -14,15 +11,10 @@
 #include <string>
 #include <vector>
 
-#include "framework/core/files/Descriptor.h"
 #include "framework/core/process/Shell.h"
-#include "framework/core/threads/Thread.h"
-#include "tests/support/EventLoop.h"
 
 namespace framework {
 namespace {
-
-using marrowbeck::test::RunUntil;
 
 class ResidentTool : public testing::Test {
   protected:

@@ -7,7 +7,6 @@
 #include <filesystem>
 
 #include "framework/core/files/ApplicationPaths.h"
-#include "framework/core/files/Volume.h"
 #include "tests/support/TemporaryFolder.h"
 
 using namespace framework;
@@ -47,14 +46,17 @@ TEST(SpecialFolder, UserFoldersAreTheDesktopsOwn) {
     EXPECT_EQ(path(SpecialFolder::Pictures()), "/none/\xE4 pics");
 }
 
-TEST(ApplicationPaths, FoldersLieBelowThePrefixUnderTheProgramsName) {
-    const TemporaryFolder folder;
-    ApplicationPaths::SetName("program");
-    ApplicationPaths::SetPrefix(folder.Item());
-    EXPECT_FALSE(_GetApplicationBundleResources());
+TEST(ApplicationPaths, FoldersLieBesideThatOfTheExecutableUnderTheProgramsName) {
+    const std::filesystem::path prefix =
+        std::filesystem::read_symlink("/proc/self/exe").parent_path().parent_path() / "libexec";
+    const std::filesystem::path tools = prefix / ("files-" + std::to_string(::getpid()));
+    ApplicationPaths::SetName(String(tools.filename().string()));
     EXPECT_FALSE(ApplicationToolsFolder());
-    std::filesystem::create_directories(folder.Path("share/program/resources"));
-    std::filesystem::create_directories(folder.Path("libexec/program"));
-    EXPECT_EQ(path(_GetApplicationBundleResources()), folder.Path("share/program/resources"));
-    EXPECT_EQ(path(ApplicationToolsFolder()), folder.Path("libexec/program"));
+    std::filesystem::create_directories(tools);
+    const Ref<FolderItem> found = ApplicationToolsFolder();
+    std::filesystem::remove(tools);
+    std::error_code inUse;
+    std::filesystem::remove(prefix, inUse);
+    ASSERT_TRUE(found);
+    EXPECT_EQ(path(found), tools.string());
 }

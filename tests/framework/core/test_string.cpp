@@ -4,7 +4,6 @@
 #include <random>
 #include <string>
 
-#include "framework/core/text/Characters.h"
 #include "framework/core/text/String.h"
 
 using namespace framework;

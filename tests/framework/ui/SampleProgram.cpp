@@ -4,7 +4,6 @@
 #include <QCoreApplication>
 #include <QProcess>
 #include <cstdio>
-#include <cstdlib>
 
 #include "framework/core/desktop/Application.h"
 #include "framework/core/files/FolderItem.h"

@@ -13,7 +13,6 @@
 
 #include "framework/core/desktop/Alert.h"
 #include "framework/core/threads/Thread.h"
-#include "framework/ui/control/Clipboard.h"
 #include "framework/ui/dialog/MessageDialog.h"
 #include "framework/ui/dialog/SelectFolderDialog.h"
 #include "framework/ui/window/Window.h"

@@ -6,8 +6,8 @@
 #include <QTest>
 
 #include "framework/core/files/FolderItem.h"
-#include "framework/ui/control/TextArea.h"
-#include "framework/ui/control/TextField.h"
+#include "framework/ui/field/TextArea.h"
+#include "framework/ui/field/TextField.h"
 #include "framework/ui/window/DragItem.h"
 #include "framework/ui/window/Window.h"
 #include "framework/ui/window/WindowFrame.h"

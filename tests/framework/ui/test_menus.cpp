@@ -10,8 +10,8 @@
 
 #include "framework/core/desktop/Application.h"
 #include "framework/core/objects/Exceptions.h"
-#include "framework/ui/control/TextArea.h"
-#include "framework/ui/control/TextField.h"
+#include "framework/ui/field/TextArea.h"
+#include "framework/ui/field/TextField.h"
 #include "framework/ui/menu/MenuBar.h"
 #include "framework/ui/window/Window.h"
 #include "framework/ui/window/WindowFrame.h"

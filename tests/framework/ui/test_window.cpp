@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <gtest/gtest.h>
 
-#include <QPointer>
 #include <QTest>
 #include <QTimer>
 #include <string>
 
 #include "framework/core/desktop/Application.h"
-#include "framework/core/threads/Thread.h"
 #include "framework/ui/control/Canvas.h"
 #include "framework/ui/control/Label.h"
-#include "framework/ui/control/TextField.h"
+#include "framework/ui/field/TextField.h"
 #include "framework/ui/menu/Toolbar.h"
 #include "framework/ui/window/Global.h"
 #include "framework/ui/window/WindowFrame.h"

@@ -2,11 +2,9 @@
 #include <gtest/gtest.h>
 
 #include "framework/ui/control/CheckBox.h"
-#include "framework/ui/control/Clipboard.h"
-#include "framework/ui/control/EditField.h"
 #include "framework/ui/control/Label.h"
-#include "framework/ui/control/PopupMenu.h"
 #include "framework/ui/control/RadioButton.h"
+#include "framework/ui/field/EditField.h"
 #include "framework/ui/list/Listbox.h"
 #include "framework/ui/window/Window.h"
 #include "tests/plist/Documents.h"
@@ -68,30 +66,6 @@ TEST_F(Persistence, SeveralColumnsAreCutToTheControl) {
     EXPECT_EQ(narrow->ListIndex(), 1) << "without a selected text every row in turn is selected";
 }
 
-TEST_F(Persistence, ARestoreWithoutAnEntryDoublesTheRows) {
-    const auto list = listOf(1, {"a", "b"});
-    root->GetListbox(list, false);
-    EXPECT_EQ(list->ListCount(), 4);
-    const auto popup = named<PopupMenu>("popup");
-    popup->AddRow("x");
-    popup->AddRow("y");
-    popup->ListIndex(0);
-    root->GetPopup(popup, true);
-    EXPECT_EQ(popup->ListCount(), 4);
-    EXPECT_EQ(popup->Text(), "x");
-    EXPECT_EQ(root->child("popup.-2147483648")->GetString("default"), "x");
-}
-
-TEST_F(Persistence, ListsInAnArrayLoseTheirKeyInTheFile) {
-    root->AppendListbox(listOf(1, {}));
-    EXPECT_EQ(document->errorMessage, "root is not an array");
-    root->AddArray("array");
-    root->child("array")->AppendListbox(listOf(1, {}));
-    EXPECT_EQ(outline(root->child("array")), "list.3={default=string: elements=[]}");
-    document->Save();
-    EXPECT_EQ(outline(documents.Open()->root->child("array")), "0={default=string: elements=[]}");
-}
-
 TEST_F(Persistence, SimpleControlsKeepOneValue) {
     const auto edit = named<EditField>("edit");
     edit->Text("e");
@@ -133,18 +107,4 @@ TEST_F(Persistence, WindowsKeepTitleAndBounds) {
     EXPECT_EQ(other->Title(), "second");
     EXPECT_EQ(other->Width(), 700);
     EXPECT_EQ(other->Height(), 333);
-}
-
-TEST_F(Persistence, DumpShowsWhatASearchMayKnow) {
-    document = documents.Of("\t<key>read</key>\n\t<true/>\n\t<key>node</key>\n\t<dict>\n\t</dict>\n");
-    document->root->child("node")->SetString("stored", "<");
-    document->Dump();
-    String text = New<Clipboard>()->Text();
-    text = ReplaceAll(text, "\r", "\n");
-    const std::string headers = head();
-    EXPECT_EQ(text.ToStd(), headers +
-                                "\t\t<key>stored</key>\n\t\t<search/>\n\t\t<string>&lt;</string>\n"
-                                "\t<key>read</key>\n\t<nosearch/>\n\t<true/>\n"
-                                "\t<key>node</key>\n\t<nosearch/>\n\t<dict>\n\t</dict>\n" +
-                                headers + "</dict>\n</plist>\n");
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/ui/control/Clipboard.h"
+#include "framework/ui/field/Clipboard.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "framework/ui/control/TextField.h"
+#include "framework/ui/field/TextField.h"
 
 namespace framework {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/ui/control/TextField.h"
+#include "framework/ui/field/TextField.h"
 
 #include <QClipboard>
 #include <QDragEnterEvent>

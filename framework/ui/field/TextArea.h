@@ -2,8 +2,8 @@
 #pragma once
 
 #include "framework/core/objects/Color.h"
-#include "framework/ui/control/EditTarget.h"
 #include "framework/ui/control/TextControl.h"
+#include "framework/ui/field/EditTarget.h"
 
 namespace framework {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/ui/control/TextArea.h"
+#include "framework/ui/field/TextArea.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
