@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <limits>
+#include <vector>
 
 #include "framework/core/objects/Exceptions.h"
 
@@ -50,7 +51,9 @@ TEST(Variant, holdsObjectsAsTheyAre) {
 TEST(Variant, equalsByValue) {
     const std::int64_t big = (std::int64_t{1} << 53) + 1;
     const std::int64_t most = std::numeric_limits<std::int64_t>::max();
-    const Variant values[] = {Variant(), 0, 1, false, 1.0, "1", "a", "A", "é", "É", RGB(0, 0, 1), big, most, 1e300};
+    const std::vector<Variant> numbers = {0, 0.5, 1, 1e300, big, static_cast<double>(big), most, 9223372036854775808.0};
+    std::vector<Variant> values = {Variant(), false, "1", "a", "A", "é", "É", RGB(0, 0, 1)};
+    values.insert(values.end(), numbers.begin(), numbers.end());
     for (const Variant& left : values) {
         EXPECT_TRUE(left == left);
         for (const Variant& right : values) {
