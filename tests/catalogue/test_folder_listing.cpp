@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
+#include "app/CommandLine.h"
 #include "app/FolderListing.h"
 #include "tests/catalogue/CatalogueTest.h"
 
@@ -49,11 +50,16 @@ TEST_F(FolderListingTest, EachImageIsARecordAndWhatCannotBeReadIsToldBesides) {
     EXPECT_TRUE(json.records.ends_with("\"}\n]\n")) << json.records;
 }
 
-TEST_F(FolderListingTest, WhatIsNoFolderIsTold) {
-    const Printed missing = print({"/no/such", false, FolderListing::Form::Json});
-    EXPECT_EQ(missing.records, "");
-    EXPECT_EQ(missing.complaints, "marrowbeck: /no/such: No such file or directory\n");
-    EXPECT_EQ(missing.status, 1);
+TEST_F(FolderListingTest, TheCommandLineIsUnderstoodAndWhatIsNoFolderIsTold) {
+    const auto answer = [](std::vector<const char*> words) {
+        words.insert(words.begin(), "marrowbeck");
+        return AnswerCommandLine(static_cast<int>(words.size()), const_cast<char**>(words.data())).value_or(-1);
+    };
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(answer({"--list", "/no/such", "--subfolders", "--format", "json"}), 1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "marrowbeck: /no/such: No such file or directory\n");
+    EXPECT_EQ(answer({"--format", "xml", "--list", "/"}), 2);
+    EXPECT_EQ(answer({"--", "--list"}), -1);
 }
 
 }  // namespace
