@@ -126,10 +126,11 @@ TEST(TCPSocket, FailedAttemptsHaveTheirCodes) {
     ::getrlimit(RLIMIT_NOFILE, &limit);
     const int next = ::dup(STDERR_FILENO);
     ::close(next);
-    limit.rlim_cur = static_cast<rlim_t>(next);
-    ::setrlimit(RLIMIT_NOFILE, &limit);
+    const rlimit none{static_cast<rlim_t>(next), limit.rlim_max};
+    ::setrlimit(RLIMIT_NOFILE, &none);
     EXPECT_EQ(attempt(80, "127.0.0.1"), SocketCore::SocketFailed);
     EXPECT_EQ(attempt(80, "localhost"), SocketCore::SocketFailed);
+    ::setrlimit(RLIMIT_NOFILE, &limit);
 }
 
 TEST(TCPSocket, LargeDataFlowsBothWays) {
