@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "framework/ui/control/CheckBox.h"
-#include "framework/ui/field/EditField.h"
 #include "framework/ui/control/Label.h"
 #include "framework/ui/control/PopupMenu.h"
 #include "framework/ui/control/RadioButton.h"
+#include "framework/ui/field/EditField.h"
 #include "framework/ui/field/TextField.h"
 #include "framework/ui/list/Listbox.h"
 #include "plist/plistDict.h"
