@@ -18,38 +18,29 @@ const auto kSecond = ScriptedServer::Answering("HTTP/1.0 200 Second\r\n\r\nsecon
 }  // namespace
 
 TEST(HTTPHandlers, MayBeginANewRequestFromAnyEvent) {
-    using Bind = std::function<void(Client&, std::function<void()>)>;
-    const std::vector<Bind> events{
-        [](Client& client, const std::function<void()>& act) { client->OnConnected = [act](HTTPSocket&) { act(); }; },
-        [](Client& client, const std::function<void()>& act) {
-            client->OnHeadersReceived = [act](HTTPSocket&, const Ref<InternetHeaders>&, int) { act(); };
-        },
-        [](Client& client, const std::function<void()>& act) {
-            client->OnReceiveProgress = [act](HTTPSocket&, int, int, const String&) { act(); };
-        },
-        [](Client& client, const std::function<void()>& act) {
-            client->OnAuthenticationRequired = [act](HTTPSocket&, const String&, const Ref<InternetHeaders>&, String&,
-                                                     String&) {
-                act();
-                return true;
-            };
-        },
-    };
-    for (const Bind& bind : events) {
+    for (const std::string event : {"connected", "headers", "progress", "authentication"}) {
         for (const bool nested : {false, true}) {
             const ScriptedServer server({kFirst, kSecond});
             Client client;
             bool begun = false;
-            bind(client, [&] {
-                if (std::exchange(begun, true)) return;
+            const auto happened = [&](const char* now) {
+                if (event != now || std::exchange(begun, true)) return;
                 client->Get(server.Url("/second"));
                 // A dialog in the handler: the new answer comes while the old event is still being handled.
                 const bool served = !nested || RunUntil([&] { return client.Ends == 1; });
                 EXPECT_TRUE(served);
-            });
+            };
+            client->OnConnected = [&](auto&&...) { happened("connected"); };
+            client->OnHeadersReceived = [&](auto&&...) { happened("headers"); };
+            client->OnReceiveProgress = [&](auto&&...) { happened("progress"); };
+            client->OnAuthenticationRequired = [&](auto&&...) {
+                happened("authentication");
+                return begun;
+            };
             client->Get(server.Url("/first"));
             ASSERT_TRUE(RunUntil([&] { return client.Ends == 1; }));
             RunFor(20);
+            EXPECT_TRUE(begun);
             EXPECT_EQ(client.Ends, 1);
             EXPECT_EQ(client.Content, "second");
             EXPECT_EQ(client.Log.back(), "page 200 " + server.Url("/second").ToStd());

@@ -64,9 +64,8 @@ TEST(HTTPWaiting, EndsOneTimeOutAfterTheLastByte) {
     EXPECT_EQ(client->ErrorCode(), HTTPSocket::TimedOut);
     EXPECT_FALSE(client->IsConnected());
     EXPECT_GE(secondsSince(begin), 0.98);
-    EXPECT_LT(secondsSince(begin), 3);
     begin = Microseconds();
-    EXPECT_EQ(client->Get(server.Url(), 1).Bytes(), "trickle");
+    EXPECT_EQ(client->Get(server.Url(), 2).Bytes(), "trickle");
     EXPECT_EQ(client->ErrorCode(), 0);
     EXPECT_GE(secondsSince(begin), 2.5);
     EXPECT_EQ(client->Get(server.Url(), 1).Bytes(), "part");

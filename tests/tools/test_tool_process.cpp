@@ -58,6 +58,9 @@ TEST(ToolProcess, AFullDiskLeavesThePreviewAsItWas) {
     const Outcome refused = run("trap '' XFSZ; ulimit -f 1; " + words + target + " 2>&1");
     EXPECT_EQ(refused.output, "sips: " + target + ": File too large\n");
     EXPECT_EQ(refused.status, 1);
+    const std::string list = folder.Put("list", "<plist><true/></plist>");
+    EXPECT_EQ(run("trap '' XFSZ; ulimit -f 0; plutil -convert binary1 " + list + " 2>&1").output,
+              "plutil: " + list + ": File too large\n");
     EXPECT_EQ(entriesIn(folder.Path() + "/cache"), 1U);
     // Ended in the middle of writing.
     EXPECT_GT(run("ulimit -c 0; ulimit -f 1; " + words + target + " 2>/dev/null").status, 128);

@@ -52,10 +52,7 @@ Ref<FolderItem> itemAt(const std::string& path) {
 
 }  // namespace
 
-class ShellPathTest : public testing::TestWithParam<const char*> {};
-
-TEST_P(ShellPathTest, AShellReadsItAsTheOneWord) {
-    if (std::system((std::string("command -v ") + GetParam() + " >/dev/null").c_str()) != 0) GTEST_SKIP();
+TEST(PathTexts, AShellReadsAShellPathAsTheOneWord) {
     const TemporaryFolder folder;
     RandomNames random;
     for (int round = 0; round < 20; ++round) {
@@ -68,11 +65,9 @@ TEST_P(ShellPathTest, AShellReadsItAsTheOneWord) {
             line.append(word).append(" dir/12").append(word, word.rfind('/') + 1).append(" ");
             expected.append("/none/").append(name).append(1, '\0').append("dir/12").append(name).append(1, '\0');
         }
-        ASSERT_EQ(wordsOf(GetParam(), folder, line), expected);
+        for (const char* const shell : {"sh", "bash"}) ASSERT_EQ(wordsOf(shell, folder, line), expected) << shell;
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(Shells, ShellPathTest, testing::Values("sh", "bash"));
 
 TEST(PathTexts, SaveInfoMakesTheItemAgain) {
     RandomNames random;

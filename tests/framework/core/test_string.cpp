@@ -47,11 +47,12 @@ TEST(StringEquality, agreesWithHashAndOrder) {
 }
 
 TEST(StringCharacters, countInvalidBytesOneByOne) {
-    EXPECT_EQ(String("a\xC3").Length(), 2U);             // cut off
-    EXPECT_EQ(String("\xC0\x80").Length(), 2U);          // NUL in too long a form
-    EXPECT_EQ(String("\xED\xA0\x80").Length(), 3U);      // half a UTF-16 pair
-    EXPECT_EQ(String("\xF4\x90\x80\x80").Length(), 4U);  // above the last code point
-    EXPECT_EQ(String("\xE2\x82\xAC\x82").Length(), 2U);  // one byte too many
+    EXPECT_EQ(String("a\xC3").Length(), 2U);                     // cut off
+    EXPECT_EQ(String("\xC0\x80").Length(), 2U);                  // NUL in too long a form
+    EXPECT_EQ(String("\xED\xA0\x80").Length(), 3U);              // half a UTF-16 pair
+    EXPECT_EQ(String("\xF4\x90\x80\x80").Length(), 4U);          // above the last code point
+    EXPECT_EQ(String("\xE2\x82\xAC\x82").Length(), 2U);          // one byte too many
+    EXPECT_EQ(String("\xDF\xBF\xF4\x8F\xBF\xBF").Length(), 2U);  // the last of their lengths
     EXPECT_EQ(utf16("a𝄞").Length(), 2U);
     EXPECT_EQ(String(utf16("ab").Bytes().substr(0, 3), Encodings::UTF16).Length(), 2U);
     EXPECT_EQ(String("é", Encodings::Undefined).Length(), 2U);

@@ -120,6 +120,7 @@ TEST(TCPSocket, FailedAttemptsHaveTheirCodes) {
     EXPECT_EQ(attempt(80, ""), SocketCore::NameNotResolved);
     EXPECT_EQ(attempt(80, String(std::string_view("127.0.0.1\0.example", 18))), SocketCore::NameNotResolved);
     EXPECT_EQ(attempt(0, "127.0.0.1"), SocketCore::InvalidPort);
+    EXPECT_EQ(attempt(65535, "127.0.0.1"), SocketCore::ConnectFailed);
     EXPECT_EQ(attempt(65536, "127.0.0.1"), SocketCore::InvalidPort);
     // No file and no socket can be opened any more.
     rlimit limit{};

