@@ -236,6 +236,7 @@ TEST_F(Segments, OneAtATimeIsSelectedByHandAndByCode) {
     EXPECT_EQ(Selection(), "0000");
     control->Items(0)->Selected(true);
     control->Items(3)->Selected(true);
+    control->Items(1)->Selected(false);
     EXPECT_EQ(Selection(), "0001");
     control->Items(3)->Selected(false);
     EXPECT_EQ(Selection(), "0000");
