@@ -157,7 +157,6 @@ TEST(MD5, givesTheDigestsOfTheStandard) {
     EXPECT_EQ(hex(MD5("abc")), "900150983cd24fb0d6963f7d28e17f72");
     EXPECT_EQ(hex(MD5("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789")),
               "d174ab98d277d9f5a5611c2c9f419d9f");
-    EXPECT_EQ(LenB(MD5(Chr(0))), 16);
     EXPECT_EQ(Len(MD5(Chr(0))), 16);
 }
 

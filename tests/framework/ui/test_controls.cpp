@@ -60,7 +60,6 @@ TEST_F(Controls, SayToAScreenReaderWhatTheyShow) {
     EXPECT_EQ(Spoken(*label), "");
     label->HelpTag("Number of <b>images</b>");
     EXPECT_EQ(Spoken(*label), "Number of <b>images</b>");
-    EXPECT_EQ(label->HelpTag(), "Number of <b>images</b>");
     EXPECT_EQ(label->Native()->toolTip().toStdString(), "<qt>Number of &lt;b&gt;images&lt;/b&gt;");
     label->Text("Image Files: 3");
     EXPECT_EQ(Spoken(*label), "Image Files: 3");

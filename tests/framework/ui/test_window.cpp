@@ -6,6 +6,9 @@
 #include <string>
 
 #include "framework/core/desktop/Application.h"
+#include "framework/core/threads/Thread.h"
+#include "framework/core/threads/Waiting.h"
+#include "framework/core/time/Clock.h"
 #include "framework/ui/control/Canvas.h"
 #include "framework/ui/control/Label.h"
 #include "framework/ui/field/TextField.h"
@@ -174,7 +177,7 @@ TEST(WindowLayout, TheTabKeyVisitsControlsByTheirIndex) {
     EXPECT_EQ(window->Native()->focusWidget(), third->Native());
 }
 
-TEST(WindowLook, TheLastOfManyChangesIsPaintedThoughNotEachOne) {
+TEST(WindowLook, TheLastOfManyChangesIsPaintedWithoutAThreadInBetween) {
     const Ref<Window> window = New<Window>();
     const Ref<Canvas> canvas = window->Add<Canvas>("canvas", 0, 0, 50, 20);
     int value = 0;
@@ -187,6 +190,17 @@ TEST(WindowLook, TheLastOfManyChangesIsPaintedThoughNotEachOne) {
     }
     canvas->Refresh(true);
     EXPECT_TRUE(RunUntil([&] { return painted == value; }));
+
+    bool ran = false;
+    const Ref<Thread> thread = New<Thread>();
+    thread->OnRun = [&ran] { ran = true; };
+    canvas->OnPaint = [&thread](Graphics&) {
+        thread->Run();
+        for (const double begin = Microseconds(); Microseconds() < begin + 20'000;) LoopYield();
+    };
+    canvas->Native()->grab();
+    EXPECT_FALSE(ran) << "no thread runs in the middle of painting";
+    EXPECT_TRUE(RunUntil([&ran] { return ran; }));
 }
 
 }  // namespace

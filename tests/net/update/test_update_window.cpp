@@ -76,7 +76,7 @@ class UpdateWindow : public testing::Test {
             late = true;
             window->Close();
         });
-        limit.start(10'000);
+        limit.start(60'000);
         window->ShowModal();
         return !late;
     }
