@@ -57,17 +57,17 @@ TEST(MsgBox, OfAThreadLetsTheThreadWaitAndTheWindowsLive) {
         over = true;
     };
     thread->Run();
-    ASSERT_TRUE(QTest::qWaitFor([] { return openBox() != nullptr; }));
+    ASSERT_TRUE(QTest::qWaitFor([] { return openBox() != nullptr; }, 60'000));
     QTest::qWait(20);
     EXPECT_FALSE(over);
     EXPECT_EQ(thread->State(), Thread::Waiting);
     openBox()->accept();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return thread->State() == Thread::NotRunning; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return thread->State() == Thread::NotRunning; }, 60'000));
     EXPECT_TRUE(over);
 
     over = false;
     thread->Run();
-    ASSERT_TRUE(QTest::qWaitFor([] { return openBox() != nullptr; }));
+    ASSERT_TRUE(QTest::qWaitFor([] { return openBox() != nullptr; }, 60'000));
     thread->Kill();
     EXPECT_FALSE(openBox());
     EXPECT_FALSE(over);

@@ -95,7 +95,7 @@ TEST_F(PictureTest, ACanvasShowsItsBackdropThenWhatIsPainted) {
     QCoreApplication::processEvents();
     canvas->OnPaint = [&paints](framework::Graphics&) { ++paints; };
     canvas->Graphics().ClearRect(0, 0, 800, 600);
-    EXPECT_TRUE(QTest::qWaitFor([&paints] { return paints == 1; }));
+    EXPECT_TRUE(QTest::qWaitFor([&paints] { return paints == 1; }, 60'000));
     EXPECT_EQ(shown(15, 15), background);
 }
 
