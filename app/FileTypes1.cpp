@@ -2,6 +2,7 @@
 #include "app/FileTypes1.h"
 
 namespace marrowbeck {
+
 void FileTypes1::_Initialize() {
     pAny = New<FileType>("special/any", "", "????", "????");
     pSpecialFolder = New<FileType>("special/folder", "", "fold", "MACS");

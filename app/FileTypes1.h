@@ -8,7 +8,7 @@ namespace marrowbeck {
 /// The types that are no image types: what may be dropped, and folders.
 namespace FileTypes1 {
 
-/// Makes the records and registers them; once, at start-up.
+/// Makes the records and registers them; once, at start-up. Until then they are Nil.
 void _Initialize();
 
 inline Ref<FileType> pAny;

@@ -2,6 +2,7 @@
 #include "app/ImageFormats.h"
 
 namespace marrowbeck {
+
 void ImageFormats::_Initialize() {
     pImageGif = New<FileType>("image/gif", ".gif", "GIFf", "prvw");
     pImageJpeg = New<FileType>("image/jpeg", ".jfif;.jpe;.jpeg;.jpg", "JPEG", "prvw");

@@ -8,7 +8,7 @@ namespace marrowbeck {
 /// The image types that the walk of a folder knows.
 namespace ImageFormats {
 
-/// Makes the records and registers them; once, at start-up.
+/// Makes the records and registers them; once, at start-up. Until then they are Nil.
 void _Initialize();
 
 inline Ref<FileType> pImageGif;

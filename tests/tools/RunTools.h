@@ -31,7 +31,7 @@ inline ToolResult sips(const Arguments& arguments) {
 /// What `sips` makes of a file, with a limit on the longer side or none; null where it fails.
 inline QImage preview(const std::string& path, int side = 0) {
     const TemporaryFolder folder;
-    const std::string target = folder.Path() + "/preview";
+    const std::string target = folder.Path("preview");
     Arguments arguments = {"-s", "format", "png"};
     if (side > 0) arguments.insert(arguments.end(), {"-Z", std::to_string(side)});
     arguments.insert(arguments.end(), {"--", path, "--out", target});

@@ -75,7 +75,7 @@ TEST(Mdfind, NamesAreBytes) {
     expected.reserve(names.size());
     for (const std::string& name : names) expected.push_back("-dash\n/" + name);
     EXPECT_EQ(find(folder.Path(), allImages), expected);
-    EXPECT_EQ(find(folder.Path() + "/-dash\n", allImages), names);
+    EXPECT_EQ(find(folder.Path("-dash\n"), allImages), names);
 }
 
 TEST(Mdfind, HiddenThingsLinksAndSpecialFilesAreLeftOut) {
@@ -83,14 +83,14 @@ TEST(Mdfind, HiddenThingsLinksAndSpecialFilesAreLeftOut) {
     folder.Put(".hidden.jpg");
     folder.Put(".folder/a.jpg");
     folder.Put("seen/b.jpg");
-    std::filesystem::create_symlink("seen/b.jpg", folder.Path() + "/link.jpg");
-    std::filesystem::create_directory_symlink(folder.Path(), folder.Path() + "/circle");
-    std::filesystem::create_directory(folder.Path() + "/folder.jpg");
-    ASSERT_EQ(mkfifo((folder.Path() + "/pipe.jpg").c_str(), 0600), 0);
-    ASSERT_EQ(mkfifo((folder.Path() + "/pipe").c_str(), 0600), 0);
+    std::filesystem::create_symlink("seen/b.jpg", folder.Path("link.jpg"));
+    std::filesystem::create_directory_symlink(folder.Path(), folder.Path("circle"));
+    std::filesystem::create_directory(folder.Path("folder.jpg"));
+    ASSERT_EQ(mkfifo(folder.Path("pipe.jpg").c_str(), 0600), 0);
+    ASSERT_EQ(mkfifo(folder.Path("pipe").c_str(), 0600), 0);
     EXPECT_THAT(find(folder.Path(), allImages), ElementsAre("seen/b.jpg"));
-    EXPECT_THAT(find(folder.Path() + "/circle", allImages), ElementsAre("seen/b.jpg"));
-    EXPECT_THAT(find(folder.Path() + "/.folder", allImages), ElementsAre("a.jpg"));
+    EXPECT_THAT(find(folder.Path("circle"), allImages), ElementsAre("seen/b.jpg"));
+    EXPECT_THAT(find(folder.Path(".folder"), allImages), ElementsAre("a.jpg"));
 }
 
 TEST(Mdfind, TheFolderIsMadeAbsoluteAndOtherwiseLeftAsItIs) {
@@ -112,18 +112,18 @@ TEST(Mdfind, UnreadableSubfoldersAreSkippedAndTold) {
     folder.Put("closed/a.jpg");
     folder.Put("open/b.jpg");
     chmod(folder.Path().c_str(), 0755);
-    chmod((folder.Path() + "/closed").c_str(), 0);
+    chmod(folder.Path("closed").c_str(), 0);
     // Root reads every folder, so that it has to be somebody else for a while.
     constexpr uid_t nobody = 65534;
     const bool root = geteuid() == 0;
     ASSERT_TRUE(!root || seteuid(nobody) == 0);
     const ToolResult found = mdfind({"-onlyin", folder.Path(), "kMDItemContentTypeTree == *image"});
-    EXPECT_EQ(found.output, folder.Path() + "/open/b.jpg\n");
-    EXPECT_EQ(found.error, "mdfind: " + folder.Path() + "/closed: Permission denied\n");
+    EXPECT_EQ(found.output, folder.Path("open/b.jpg") + "\n");
+    EXPECT_EQ(found.error, "mdfind: " + folder.Path("closed") + ": Permission denied\n");
     EXPECT_EQ(found.status, exitSuccess);
-    EXPECT_EQ(mdfind({"-onlyin", folder.Path() + "/closed", "kMDItemContentTypeTree == *image"}).status, exitFailure);
+    EXPECT_EQ(mdfind({"-onlyin", folder.Path("closed"), "kMDItemContentTypeTree == *image"}).status, exitFailure);
     ASSERT_TRUE(!root || seteuid(0) == 0);
-    chmod((folder.Path() + "/closed").c_str(), 0700);
+    chmod(folder.Path("closed").c_str(), 0700);
 }
 
 TEST(Mdfind, DeepNestingEndsWhereNoPathReaches) {
@@ -137,9 +137,9 @@ TEST(Mdfind, DeepNestingEndsWhereNoPathReaches) {
     ASSERT_EQ(chdir("/"), 0);
     const std::vector<std::string> paths = find(folder.Path(), allImages);
     EXPECT_GT(paths.size(), 1900U);
-    for (const std::string& path : paths) EXPECT_EQ(access((folder.Path() + "/" + path).c_str(), R_OK), 0);
+    for (const std::string& path : paths) EXPECT_EQ(access(folder.Path(path).c_str(), R_OK), 0);
     // No recursive function of the library gets out of a tree like this one by its paths.
-    EXPECT_EQ(std::system(("rm -rf '" + folder.Path() + "/d'").c_str()), 0);
+    EXPECT_EQ(std::system(("rm -rf '" + folder.Path("d") + "'").c_str()), 0);
 }
 
 TEST(Mdfind, WhatItDoesNotKnowIsRefused) {

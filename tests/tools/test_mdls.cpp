@@ -175,8 +175,8 @@ TEST(Mdls, FilesThatMakeNoSenseHaveNoValuesAndAreNoFailure) {
 
 TEST(Mdls, OnlyAFileThatCannotBeOpenedIsAFailure) {
     const TemporaryFolder folder;
-    ASSERT_EQ(mkfifo((folder.Path() + "/pipe.jpg").c_str(), 0600), 0);
-    for (const std::string& path : {folder.Path() + "/none.jpg", folder.Path(), folder.Path() + "/pipe.jpg"}) {
+    ASSERT_EQ(mkfifo(folder.Path("pipe.jpg").c_str(), 0600), 0);
+    for (const std::string& path : {folder.Path("none.jpg"), folder.Path(), folder.Path("pipe.jpg")}) {
         const ToolResult result = mdls({"-name", "kMDItemKind", "-raw", path});
         EXPECT_EQ(result.status, exitFailure);
         EXPECT_THAT(result.error, HasSubstr(path));

@@ -57,7 +57,7 @@ TEST(Plutil, ConvertsThereAndBackInPlace) {
     ::stat(path.c_str(), &status);
     EXPECT_EQ(status.st_mode & 0777, 0640U);
 
-    const std::string link = folder.Path() + "/link";
+    const std::string link = folder.Path("link");
     std::filesystem::create_symlink(path, link);
     EXPECT_EQ(plutil({"-convert", "binary1", "--", link}).status, exitSuccess);
     EXPECT_TRUE(std::filesystem::is_symlink(link));

@@ -138,14 +138,14 @@ TEST_F(ServiceTest, WhatWasReadIsKnownUntilTheFileChanges) {
     EXPECT_EQ(replies[3].output, "read old");
 
     folder.Put("new", "new");
-    std::filesystem::rename(folder.Path() + "/new", path);
-    ask(4, folder.Path() + "/b");
+    std::filesystem::rename(folder.Path("new"), path);
+    ask(4, folder.Path("b"));
     ask(5, path);
     EXPECT_EQ(answer(5), "read new");
     // Two questions at a time are one look into the file.
     folder.Put("c", "hang");
-    ask(6, folder.Path() + "/c");
-    ask(7, folder.Path() + "/b");
+    ask(6, folder.Path("c"));
+    ask(7, folder.Path("b"));
     folder.Put("a", "newest");
     ask(8, path);
     ask(9, path);

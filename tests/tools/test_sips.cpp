@@ -191,7 +191,7 @@ TEST(Sips, KeepsProportionsAndNeverEnlarges) {
         QImage image(size, QImage::Format_RGB32);
         image.fill(Qt::darkGreen);
         for (const char* const format : {"png", "jpg", "tif", "bmp"}) {
-            const std::string path = folder.Path() + "/picture." + format;
+            const std::string path = folder.Path("picture.") + format;
             ASSERT_TRUE(image.save(QString::fromStdString(path))) << path;
             EXPECT_EQ(preview(path, side).size(), expected) << format << " " << size.width() << "x" << size.height();
         }
@@ -205,7 +205,7 @@ TEST(Sips, APictureWithSmallerOnesInsideIsNotTakenForThose) {
 
 TEST(Sips, TheFileIsReadableAsPngAndSaysItsColoursAreOrdinary) {
     const TemporaryFolder folder;
-    const std::string target = folder.Path() + "/preview.jpg";
+    const std::string target = folder.Path("preview.jpg");
     ASSERT_EQ(sips({"-s", "format", "png", picture("red-for-blue.jpg"), "--out", target}).status, exitSuccess);
     const std::string png = readFile(target);
     EXPECT_TRUE(png.starts_with("\x89PNG\r\n\x1a\n"));

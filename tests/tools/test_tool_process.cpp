@@ -48,7 +48,7 @@ TEST(ToolProcess, AClosedPipeEndsTheToolQuietly) {
     EXPECT_EQ(status.output, "1\n");
 }
 
-TEST(ToolProcess, AFullDiskLeavesThePreviewAsItWas) {
+TEST(ToolProcess, AFullDiskLeavesEveryFileAsItWas) {
     const TemporaryFolder folder;
     std::string noise = readFile(picture("rgb.bmp"));
     std::mt19937 random(5);
@@ -61,7 +61,8 @@ TEST(ToolProcess, AFullDiskLeavesThePreviewAsItWas) {
     const std::string list = folder.Put("list", "<plist><true/></plist>");
     EXPECT_EQ(run("trap '' XFSZ; ulimit -f 0; plutil -convert binary1 " + list + " 2>&1").output,
               "plutil: " + list + ": File too large\n");
-    EXPECT_EQ(entriesIn(folder.Path() + "/cache"), 1U);
+    EXPECT_EQ(readFile(list), "<plist><true/></plist>");
+    EXPECT_EQ(entriesIn(folder.Path("cache")), 1U);
     // Ended in the middle of writing.
     EXPECT_GT(run("ulimit -c 0; ulimit -f 1; " + words + target + " 2>/dev/null").status, 128);
     EXPECT_TRUE(readFile(target) == "old");
@@ -87,7 +88,7 @@ TEST(ToolProcess, WhatIsNoPictureIsNeverRun) {
         EXPECT_EQ(run("mdls -name kMDItemPixelWidth -name kMDItemPixelHeight -raw " + path).output,
                   std::string("(null)\0(null)", 13))
             << content;
-        EXPECT_EQ(run("sips -s format png " + path + " --out " + folder.Path() + "/out 2>/dev/null").status, 1)
+        EXPECT_EQ(run("sips -s format png " + path + " --out " + folder.Path("out") + " 2>/dev/null").status, 1)
             << content;
         EXPECT_EQ(entriesIn(folder.Path()), 1U) << content;
     }
