@@ -163,7 +163,8 @@ int ChildProcess::Wait() {
 
 void ChildProcess::end() noexcept {
     if (process_ > 0) {
-        kill(-process_, SIGKILL);
+        // Without a group of its own there is only the process, and it is waited for.
+        if (kill(-process_, SIGKILL) != 0) kill(process_, SIGKILL);
         while (waitpid(process_, nullptr, 0) < 0 && errno == EINTR) continue;
         process_ = -1;
     }
