@@ -23,6 +23,7 @@
 #include "framework/ui/dialog/AlertBox.h"
 #include "framework/ui/drawing/Native.h"
 #include "framework/ui/drawing/WindowStyle.h"
+#include "framework/ui/start/ToolkitStart.h"
 #include "framework/ui/window/DisplayLoss.h"
 #include "framework/ui/window/DragItem.h"
 #include "framework/ui/window/Global.h"
@@ -98,7 +99,10 @@ std::vector<std::string> documentsOf(int argc, char** argv) {
 int RunFrameworkInitialization(int argc, char** argv, const ProgramIdentity& identity,
                                const std::function<int()>& startup) {
     QApplication::setStyle(new native::WindowStyle);  // the toolkit takes it over
-    process() = std::make_unique<Process>(argc, argv);
+    {
+        const internal::ToolkitStart start;
+        process() = std::make_unique<Process>(argc, argv);
+    }
     process()->documents = documentsOf(process()->argumentCount, argv);
     QApplication::setApplicationName(native::ToQt(identity.Name));
     QApplication::setDesktopFileName(native::ToQt(identity.DesktopName));

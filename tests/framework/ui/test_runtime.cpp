@@ -22,5 +22,11 @@ TEST(Runtime, LeadsAProgramFromStartUpToItsLastEvent) {
                               "/a b\ndocument " + path + "/last\nwindow closes\nclose\n");
 }
 
+TEST(Runtime, WithoutADisplayTheProgramEndsInOrder) {
+    const SampleRun run = StartSampleProgram({"-platform", "missing"});
+    EXPECT_EQ(run.ExitCode, 1);
+    EXPECT_EQ(run.Output, "");
+}
+
 }  // namespace
 }  // namespace framework::testing
