@@ -61,6 +61,16 @@ bool isImage(const String& type) {
     return !type.IsEmpty() && InStr(ImageFormats::All(), type + ";") > 0;
 }
 
+void tell(const String& path, const String& reason) {
+    const String line = "marrowbeck: " + path + ": " + reason;
+    std::fprintf(stderr, "%s\n", line.CString());
+}
+
+/// Why what is at the path may not be used so; empty when it may.
+String refusalOf(const Ref<FolderItem>& item, int rights) {
+    return access(item->AbsolutePath().CString(), rights) == 0 ? "" : std::strerror(errno);
+}
+
 class Listing {
   public:
     explicit Listing(FolderListing::Form form) : isJson_(form == FolderListing::Form::Json), names_(names()) {}
@@ -73,15 +83,11 @@ class Listing {
     /// Whether anybody still takes what is written.
     bool IsTaken() const { return isTaken_; }
 
+    /// The list is not whole.
+    void Fail() { status_ = 1; }
     void Complain(const Ref<FolderItem>& item, const String& reason) {
-        const String line = "marrowbeck: " + item->AbsolutePath() + ": " + reason;
-        std::fprintf(stderr, "%s\n", line.CString());
-        status_ = 1;
-    }
-
-    /// Why what is at the path may not be read; empty when it may.
-    static String Refusal(const Ref<FolderItem>& item, int rights) {
-        return access(item->AbsolutePath().CString(), rights) == 0 ? "" : std::strerror(errno);
+        tell(item->AbsolutePath(), reason);
+        Fail();
     }
 
     void Add(const Ref<FolderItem>& item) {
@@ -92,10 +98,13 @@ class Listing {
             // There was no answer. The row stands as far as it got, as in the window.
         }
         const Array<String>& values = row.Values();
-        if (const String refusal = Refusal(item, R_OK); !refusal.IsEmpty()) {
+        if (const String refusal = refusalOf(item, R_OK); !refusal.IsEmpty()) {
             Complain(item, refusal);
-        } else if (values(kPixels).IsEmpty() || values(kPixels) == kNoSize) {
-            Complain(item, "No picture could be read in it");
+        } else if (values(kPixels).IsEmpty()) {
+            Complain(item, "Nothing could be learned of it");
+        } else if (values(kPixels) == kNoSize) {
+            // The list is whole all the same: this is what there is to say of a damaged file, or of a drawing.
+            tell(item->AbsolutePath(), "No picture could be read in it");
         }
         write(isJson_ ? (first_ ? "\n" : ",\n") + RecordText::Json(names_, values) : RecordText::Csv(values));
         first_ = false;
@@ -110,7 +119,7 @@ class Listing {
         if (errno != EPIPE)
             std::fprintf(stderr, "marrowbeck: the list could not be written: %s\n", std::strerror(errno));
         isTaken_ = false;
-        status_ = 1;
+        Fail();
     }
 
     bool isJson_;
@@ -140,8 +149,13 @@ void listFolder(const Ref<FolderItem>& folder, Listing& listing) {
 
 void listSubfolders(const Ref<FolderItem>& folder, Listing& listing) {
     const Ref<Shell> shell = New<Shell>();
-    shell->Execute(MetadataQueries::kFilesIn + folder->ShellPath() + MetadataQueries::kImageTerm);
-    if (shell->ErrorCode() != 0) return listing.Complain(folder, "Error code: " + Str(shell->ErrorCode()));
+    shell->Execute(MetadataQueries::kEveryFileIn + folder->ShellPath() + MetadataQueries::kImageTerm);
+    if (shell->ErrorCode() == MetadataQueries::kIncomplete) {
+        // The tool has told of each itself.
+        listing.Fail();
+    } else if (shell->ErrorCode() != 0) {
+        return listing.Complain(folder, "Error code: " + Str(shell->ErrorCode()));
+    }
     // Each path is ended by a NUL.
     const Array<String> paths = Split(shell->Result(), Chr(0));
     const int last = paths.Ubound() - 1;
@@ -161,10 +175,10 @@ int FolderListing::Print() const {
     std::signal(SIGPIPE, SIG_IGN);
     Listing listing(Shape);
     const Ref<FolderItem> folder = GetFolderItem(Folder);
-    String refusal = folder ? Listing::Refusal(folder, R_OK | X_OK) : "";
-    if (!folder || (refusal.IsEmpty() && !folder->Directory())) refusal = std::strerror(ENOTDIR);
+    String refusal = folder ? refusalOf(folder, F_OK) : std::strerror(ENOENT);
+    if (refusal.IsEmpty()) refusal = folder->Directory() ? refusalOf(folder, R_OK | X_OK) : std::strerror(ENOTDIR);
     if (!refusal.IsEmpty()) {
-        std::fprintf(stderr, "marrowbeck: %s: %s\n", Folder.CString(), refusal.CString());
+        tell(Folder, refusal);
         return 1;
     }
     Shell::PassErrorsOn();

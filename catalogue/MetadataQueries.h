@@ -7,6 +7,10 @@ namespace marrowbeck::MetadataQueries {
 /// The files of a folder and of all folders in it: to be followed by an escaped path and by one of the terms below it.
 /// The terms' words stay outside any quotes.
 inline constexpr const char* kFilesIn = "mdfind -0 -onlyin ";
+/// The same for whom half an answer is none: with images that may not be read, and failing, for all that it prints,
+/// with `kIncomplete` where anything could not be looked into.
+inline constexpr const char* kEveryFileIn = "mdfind -0 -strict -onlyin ";
+inline constexpr int kIncomplete = 1;
 inline constexpr const char* kJpegTerm = " kMDItemContentType == public.jpeg";
 inline constexpr const char* kTiffTerm = " kMDItemContentType == public.tiff";
 inline constexpr const char* kPngTerm = " kMDItemContentType == public.png";

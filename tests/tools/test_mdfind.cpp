@@ -107,20 +107,27 @@ TEST(Mdfind, TheFolderIsMadeAbsoluteAndOtherwiseLeftAsItIs) {
     EXPECT_EQ(mdfind({"-onlyin", here, "kMDItemContentType", "==", "public.jpeg"}).output, here + "/sub/a.jpg\n");
 }
 
-TEST(Mdfind, UnreadableSubfoldersAreSkippedAndTold) {
+TEST(Mdfind, WhatMayNotBeReadIsLeftOutOrToldAsItIsWanted) {
     const TemporaryFolder folder;
     folder.Put("closed/a.jpg");
     folder.Put("open/b.jpg");
+    folder.Put("open/no.jpg");
+    folder.Put("open/unknown", readFile(picture("rgb.png")));
     chmod(folder.Path().c_str(), 0755);
-    chmod(folder.Path("closed").c_str(), 0);
+    for (const char* const name : {"closed", "open/no.jpg", "open/unknown"}) chmod(folder.Path(name).c_str(), 0);
     // Root reads every folder, so that it has to be somebody else for a while.
     constexpr uid_t nobody = 65534;
     const bool root = geteuid() == 0;
     ASSERT_TRUE(!root || seteuid(nobody) == 0);
+    const std::string told = "mdfind: " + folder.Path("closed") + ": Permission denied\n";
     const ToolResult found = mdfind({"-onlyin", folder.Path(), "kMDItemContentTypeTree == *image"});
     EXPECT_EQ(found.output, folder.Path("open/b.jpg") + "\n");
-    EXPECT_EQ(found.error, "mdfind: " + folder.Path("closed") + ": Permission denied\n");
+    EXPECT_EQ(found.error, told);
     EXPECT_EQ(found.status, exitSuccess);
+    const ToolResult strict = mdfind({"-strict", "-onlyin", folder.Path(), "kMDItemContentTypeTree == *image"});
+    EXPECT_EQ(strict.output, folder.Path("open/b.jpg") + "\n" + folder.Path("open/no.jpg") + "\n");
+    EXPECT_EQ(strict.error, told + "mdfind: " + folder.Path("open/unknown") + ": Permission denied\n");
+    EXPECT_EQ(strict.status, exitFailure);
     EXPECT_EQ(mdfind({"-onlyin", folder.Path("closed"), "kMDItemContentTypeTree == *image"}).status, exitFailure);
     ASSERT_TRUE(!root || seteuid(0) == 0);
     chmod(folder.Path("closed").c_str(), 0700);
@@ -135,9 +142,12 @@ TEST(Mdfind, DeepNestingEndsWhereNoPathReaches) {
         ASSERT_EQ(chdir("d"), 0);
     }
     ASSERT_EQ(chdir("/"), 0);
-    const std::vector<std::string> paths = find(folder.Path(), allImages);
+    const ToolResult found = mdfind({"-0", "-onlyin", folder.Path(), "kMDItemContentTypeTree == *image"});
+    EXPECT_EQ(found.status, exitSuccess);
+    EXPECT_THAT(found.error, HasSubstr("File name too long"));
+    const std::vector<std::string> paths = split(found.output);
     EXPECT_GT(paths.size(), 1900U);
-    for (const std::string& path : paths) EXPECT_EQ(access(folder.Path(path).c_str(), R_OK), 0);
+    for (const std::string& path : paths) EXPECT_EQ(access(path.c_str(), R_OK), 0);
     // No recursive function of the library gets out of a tree like this one by its paths.
     EXPECT_EQ(std::system(("rm -rf '" + folder.Path("d") + "'").c_str()), 0);
 }

@@ -85,7 +85,10 @@ int walkFolder(const std::string& folder,
         }
         const std::string_view name = level.children[level.next++];
         path += name;
-        if (path.size() >= PATH_MAX) continue;
+        if (path.size() >= PATH_MAX) {
+            skipped(path, ENAMETOOLONG);
+            continue;
+        }
         if (!name.ends_with('/')) {
             visit(path, name);
             continue;

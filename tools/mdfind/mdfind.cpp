@@ -26,7 +26,7 @@ namespace marrowbeck::tools {
 namespace {
 
 constexpr const char* usage =
-    "Usage: mdfind [-0] -onlyin FOLDER QUERY\n"
+    "Usage: mdfind [-0] [-strict] -onlyin FOLDER QUERY\n"
     "QUERY: kMDItemContentType == public.jpeg | public.tiff | public.png\n"
     "       kMDItemContentTypeTree == *image\n";
 
@@ -45,6 +45,7 @@ struct Request {
     std::string folder;
     std::string_view type;
     char ending = '\n';
+    bool isStrict = false;
 };
 
 std::optional<Request> parse(const Arguments& arguments) {
@@ -54,6 +55,8 @@ std::optional<Request> parse(const Arguments& arguments) {
         const std::string& word = arguments[i];
         if (word == "-0") {
             request.ending = '\0';
+        } else if (word == "-strict") {
+            request.isStrict = true;
         } else if (word == "-onlyin" && i + 1 < arguments.size()) {
             request.folder = arguments[++i];
         } else if (word.starts_with('-')) {
@@ -78,40 +81,36 @@ std::string absolutePath(const std::string& path) {
     return path == "." ? std::string(current.get()) : std::string(current.get()) + "/" + path;
 }
 
-std::string head(const std::string& path) {
-    const InputFile file(path);
-    return file.isOpen() ? file.head(MimeTypes::contentBytes) : std::string();
-}
-
-/// Those of the paths, a NUL behind each, whose files the user may read, each with `ending`.
-std::string readableOf(const std::string& paths, char ending) {
+/// Those of the paths, a NUL behind each, that are wanted, each with the request's ending: all in a strict search, else
+/// those whose files the user may read.
+std::string wantedOf(const std::string& paths, const Request& request) {
     std::string output;
     output.reserve(paths.size());
     for (std::size_t start = 0; start < paths.size();) {
         const std::size_t end = paths.find('\0', start);
-        if (::faccessat(AT_FDCWD, &paths[start], R_OK, AT_EACCESS) == 0)
-            output.append(paths, start, end - start).push_back(ending);
+        if (request.isStrict || ::faccessat(AT_FDCWD, &paths[start], R_OK, AT_EACCESS) == 0)
+            output.append(paths, start, end - start).push_back(request.ending);
         start = end + 1;
     }
     return output;
 }
 
-/// Takes found paths and gives them back in their order without those that the user may not read. To ask the system
-/// that of each file is most of what a search costs; other processors do it while the search goes on.
+/// Takes found paths and gives those that are wanted back in their order. To ask the system whether the user may read a
+/// file is most of what a search costs; other processors do it while the search goes on.
 class Findings {
   public:
-    explicit Findings(char ending) : ending_(ending) {}
+    explicit Findings(const Request& request) : request_(request) {}
 
     void add(const std::string& path) {
         batch_.append(path).push_back('\0');
         if (batch_.size() < batchSize) return;
         if (asking_.size() >= 2 * std::size_t{std::max(std::thread::hardware_concurrency(), 1U)}) takeOldest();
-        asking_.push_back(std::async(std::launch::async, readableOf, std::exchange(batch_, {}), ending_));
+        asking_.push_back(std::async(std::launch::async, wantedOf, std::exchange(batch_, {}), request_));
     }
 
     std::string take() {
         while (!asking_.empty()) takeOldest();
-        return std::move(output_.append(readableOf(batch_, ending_)));
+        return std::move(output_.append(wantedOf(batch_, request_)));
     }
 
   private:
@@ -123,7 +122,7 @@ class Findings {
         asking_.pop_front();
     }
 
-    char ending_;
+    const Request& request_;
     std::string batch_;
     std::deque<std::future<std::string>> asking_;
     std::string output_;
@@ -137,19 +136,32 @@ ToolResult mdfind(const Arguments& arguments) {
     if (!MimeTypes::areInstalled()) return {{}, "mdfind: the shared MIME database is not installed\n", exitFailure};
 
     MimeTypes types;
-    Findings found(request->ending);
+    Findings found(*request);
     std::string errors;
-    const auto tell = [&errors](const std::string& path, int failure) {
-        errors += "mdfind: " + path + ": " + std::generic_category().message(failure) + "\n";
+    const auto tell = [&errors](const std::string& path, const std::string& reason) {
+        errors += "mdfind: " + path + ": " + reason + "\n";
+    };
+    const auto skip = [&tell](const std::string& path, int failure) {
+        tell(path, std::generic_category().message(failure));
     };
     const auto visit = [&](const std::string& path, std::string_view name) {
-        const std::string& type = types.typeByName(name, [&path] { return head(path); });
+        std::string refusal;
+        const std::string& type = types.typeByName(name, [&path, &refusal] {
+            const InputFile file(path);
+            refusal = file.error();
+            return file.isOpen() ? file.head(MimeTypes::contentBytes) : std::string();
+        });
         const bool wanted = request->type.empty() ? types.isImage(type) : type == request->type;
-        if (wanted) found.add(path);
+        if (wanted) {
+            found.add(path);
+        } else if (request->isStrict && !refusal.empty()) {
+            tell(path, refusal);
+        }
     };
-    const int failure = walkFolder(absolutePath(request->folder), visit, tell);
-    if (failure != 0) tell(request->folder, failure);
-    return {found.take(), errors, failure == 0 ? exitSuccess : exitFailure};
+    const int failure = walkFolder(absolutePath(request->folder), visit, skip);
+    if (failure != 0) skip(request->folder, failure);
+    const bool isRefused = failure != 0 || (request->isStrict && !errors.empty());
+    return {found.take(), errors, isRefused ? exitFailure : exitSuccess};
 }
 
 }  // namespace marrowbeck::tools
