@@ -14,7 +14,7 @@ using namespace marrowbeck::test;
 
 namespace {
 
-/// On a volume that swaps files, or on one that is made to refuse.
+/// On a volume that can do all, or on one that keeps names and bytes alone.
 class Crash : public testing::TestWithParam<bool> {
   protected:
     Crash() : oldText(save("old")), newText(save("new")) { writeFile(documents.Path(), oldText); }
@@ -30,7 +30,7 @@ class Crash : public testing::TestWithParam<bool> {
     }
     /// Gets ready for a save of the new document.
     Ref<plist> prepare() const {
-        if (!GetParam() && !RefuseExchange()) return Nil;
+        if (!GetParam() && !RefuseAllButContent()) return Nil;
         auto document = documents.Open();
         fill(document, "new");
         return document;
@@ -117,4 +117,4 @@ TEST_P(Crash, InAFolderThatCannotBeWrittenTheOldFileStays) {
     EXPECT_EQ(documents.Text(), oldText);
 }
 
-INSTANTIATE_TEST_SUITE_P(Swaps, Crash, testing::Bool());
+INSTANTIATE_TEST_SUITE_P(WholeVolume, Crash, testing::Bool());

@@ -138,6 +138,16 @@ TEST_F(Writer, BinaryDocumentsAreConvertedAndConvertedBack) {
             return outline(documents.Open()->root) == "text=string:a<b n=integer:45";
         }));
     }
+
+    // A volume without modes keeps all that it is given.
+    EXPECT_TRUE(InForkedProcess([&] {
+        if (!RefuseAllButContent()) return false;
+        document = documents.Open();
+        document->root->SetInteger("n", 46);
+        document->Save(true);
+        return documents.Text().starts_with("bplist00");
+    }));
+    EXPECT_EQ(documents.Open()->root->GetInteger("n"), 46);
 }
 
 TEST_F(Writer, TheOtherMakersReadWhatWasChangedAndSaved) {

@@ -10,6 +10,8 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <utility>
+#include <vector>
 
 namespace marrowbeck::test {
 
@@ -37,19 +39,41 @@ bool InForkedProcess(Work work) {
     return ::waitpid(Fork(work), &status, 0) > 0 && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
+/// Installs a filter for the system calls of this process and of those that it starts.
+inline bool FilterCalls(std::vector<sock_filter> filter) {
+    const sock_fprog program{static_cast<unsigned short>(filter.size()), filter.data()};
+    return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 && ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
+}
+
 /// Makes the kernel answer every swap of two files in this process as a volume does that cannot do it.
 inline bool RefuseExchange() {
     constexpr unsigned kFlags = offsetof(seccomp_data, args) + 4 * sizeof(__u64);
-    sock_filter filter[] = {
+    return FilterCalls({
         BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
         BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_renameat2, 0, 3),
         BPF_STMT(BPF_LD | BPF_W | BPF_ABS, kFlags),
         BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, RENAME_EXCHANGE, 0, 1),
         BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EINVAL),
         BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    });
+}
+
+/// Makes the kernel answer as on a volume that keeps bytes and names and nothing else: neither swaps nor modes, owners,
+/// attributes and times, and no waiting for the disk.
+inline bool RefuseAllButContent() {
+    std::vector<sock_filter> filter{BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr))};
+    const auto refuse = [&filter](int call, unsigned error) {
+        filter.push_back(BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, static_cast<unsigned>(call), 0, 1));
+        filter.push_back(BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | error));
     };
-    const sock_fprog program{sizeof filter / sizeof *filter, filter};
-    return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 && ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
+    for (const int call : {SYS_fchmod, SYS_fchmodat, SYS_fchown, SYS_fchownat, SYS_utimensat}) refuse(call, EPERM);
+#ifdef SYS_lchown
+    refuse(SYS_lchown, EPERM);
+#endif
+    for (const int call : {SYS_lsetxattr, SYS_lremovexattr}) refuse(call, EOPNOTSUPP);
+    refuse(SYS_fsync, EINVAL);
+    filter.push_back(BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW));
+    return RefuseExchange() && FilterCalls(std::move(filter));
 }
 
 /// Gives up the rights of root, which no folder is closed to.

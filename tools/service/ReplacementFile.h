@@ -20,7 +20,7 @@ class ReplacementFile {
     /// even a machine that stops loses both the old and the new.
     enum class Sync { no, yes };
 
-    /// Writes the whole content and renames, with mode and, where allowed, owner
+    /// Writes the whole content and renames, with, where allowed, mode and owner
     /// of the file replaced. What is no regular file is not replaced.
     /// False, with `error()`, leaves what was there as it was.
     bool replaceWith(std::string_view content, Sync sync = Sync::yes);

@@ -70,8 +70,7 @@ std::uint64_t BinaryStream::Length() const {
 }
 
 bool BinaryStream::Sync() {
-    // A device keeps nothing that could be waited for.
-    if (ordinary_ && !file_.Sync()) fail(errno);
+    if (!file_.Sync()) fail(errno);
     return !Failed();
 }
 

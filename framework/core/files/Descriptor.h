@@ -29,7 +29,8 @@ class Descriptor {
     ssize_t Read(char* bytes, std::size_t size);
     /// Writes all of `bytes`; False when not all could be written.
     bool Write(std::string_view bytes);
-    /// Returns once what was written is on the disk.
+    /// Returns once what was written is on the disk, or on its way where the file system does not let itself be waited
+    /// for. False when something was lost.
     bool Sync();
     /// False when the system reports, only now, that something written was lost. Not open afterwards in any case.
     bool Close();

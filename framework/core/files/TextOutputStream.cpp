@@ -23,8 +23,10 @@ Ref<TextOutputStream> TextOutputStream::Create(const Ref<FolderItem>& file) {
 Ref<TextOutputStream> TextOutputStream::CreatePrivate(const Ref<FolderItem>& file) {
     constexpr mode_t kOwnerOnly = 0600;
     Ref<TextOutputStream> stream = file->CreateTextFile(kOwnerOnly);
-    // One that was there has kept its rights so far.
-    return stream && fchmod(stream->file_.Number(), kOwnerOnly) == 0 ? stream : Nil;
+    // One that was there has kept its rights so far. Where files have no rights of their own this is refused, and who
+    // may read them was decided for all of them when the volume was mounted.
+    if (stream) fchmod(stream->file_.Number(), kOwnerOnly);
+    return stream;
 }
 
 void TextOutputStream::Write(const String& text) {

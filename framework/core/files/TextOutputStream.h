@@ -23,7 +23,8 @@ class TextOutputStream : public Object, public Writeable {
 
     /// A stream on `file`, made or emptied; Nil, with errno telling why, when that fails.
     static Ref<TextOutputStream> Create(const Ref<FolderItem>& file);
-    /// The same, and nobody but its owner may read or write the file, from before the first byte.
+    /// The same, and nobody but its owner may read or write the file, from before the first byte, as far as its volume
+    /// knows such rights.
     static Ref<TextOutputStream> CreatePrivate(const Ref<FolderItem>& file);
 
     void Write(const String& text) override;
