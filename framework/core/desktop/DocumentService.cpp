@@ -7,10 +7,12 @@
 #include <QDBusVirtualObject>
 #include <QStringList>
 #include <QVariantMap>
-#include <string_view>
+#include <string>
 #include <utility>
 
+#include "framework/core/desktop/Alert.h"
 #include "framework/core/desktop/Application.h"
+#include "framework/core/files/Paths.h"
 
 namespace framework {
 namespace {
@@ -51,9 +53,12 @@ class DocumentService::Endpoint : public QDBusVirtualObject {
         if (activate_) activate_();
         if (member == "Open" && !message.arguments().isEmpty()) {
             for (const QString& url : message.arguments().first().toStringList()) {
-                const QByteArray bytes = url.toUtf8();
-                const String text(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
-                if (const Ref<FolderItem> item = GetFolderItem(text)) internal::RaiseOpenDocument(item);
+                const std::string text = url.toStdString();
+                if (const auto path = Paths::FromUrl(text)) {
+                    internal::RaiseOpenDocument(GetFolderItem(String(*path)));
+                } else {
+                    MsgBox(String(text + " is no folder of this computer."));
+                }
             }
         }
         return true;

@@ -108,8 +108,8 @@ class FolderItem::Listing {
 
 FolderItem::FolderItem(const String& pathOrSaveInfo, int /*mode*/) {
     const std::string_view text = pathOrSaveInfo.Bytes();
-    path_ =
-        String(Paths::IsUrl(text) ? Paths::Normalise(Paths::FromUrl(text)) : Paths::FollowLink(Paths::Normalise(text)));
+    path_ = String(Paths::IsUrl(text) ? Paths::Normalise(Paths::FromUrl(text).value_or(""))
+                                      : Paths::FollowLink(Paths::Normalise(text)));
 }
 
 FolderItem::FolderItem(Exact, String path, Kind kind) : path_(std::move(path)), listedKind_(kind) {}

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <climits>
 #include <cstdint>
 #include <cstdlib>
@@ -15,8 +16,7 @@ namespace framework::Paths {
 
 namespace {
 
-constexpr std::string_view kFileScheme = "file://";
-constexpr std::string_view kLocalHost = "localhost";
+constexpr std::string_view kScheme = "file:";
 
 struct Free {
     void operator()(char* block) const { std::free(block); }
@@ -46,6 +46,18 @@ std::string linkTarget(const std::string& path) {
     if (size <= 0) return {};
     const std::string_view text(target, static_cast<std::size_t>(size));
     return text.front() == '/' ? std::string(text) : Join(EnclosingFolder(path), text);
+}
+
+bool sameFolded(std::string_view one, std::string_view other) {
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
+                      [](char a, char b) { return FoldAscii(a) == FoldAscii(b); });
+}
+
+/// File managers of other desktops put the machine's own name into what they hand over.
+bool isThisMachine(std::string_view host) {
+    if (host.empty() || sameFolded(host, "localhost")) return true;
+    std::array<char, HOST_NAME_MAX + 1> own{};
+    return ::gethostname(own.data(), own.size() - 1) == 0 && sameFolded(host, own.data());
 }
 
 int hexDigit(char byte) {
@@ -123,7 +135,7 @@ std::string EscapeForShell(std::string_view path) {
 std::string ToUrl(std::string_view path) {
     constexpr std::string_view kPlain = "-._~/:";
     constexpr std::string_view kHex = "0123456789ABCDEF";
-    std::string url(kFileScheme);
+    std::string url("file://");
     for (const char byte : path) {
         if (isLetterOrDigit(byte) || kPlain.find(byte) != std::string_view::npos) {
             url += byte;
@@ -136,15 +148,19 @@ std::string ToUrl(std::string_view path) {
 }
 
 bool IsUrl(std::string_view text) {
-    if (!text.starts_with(kFileScheme)) return false;
-    text.remove_prefix(kFileScheme.size());
-    if (text.starts_with(kLocalHost)) text.remove_prefix(kLocalHost.size());
-    return text.starts_with('/');
+    return sameFolded(text.substr(0, kScheme.size()), kScheme);
 }
 
-std::string FromUrl(std::string_view url) {
-    url.remove_prefix(kFileScheme.size());
-    url.remove_prefix(url.find('/'));
+std::optional<std::string> FromUrl(std::string_view url) {
+    if (!IsUrl(url)) return std::nullopt;
+    url.remove_prefix(kScheme.size());
+    if (url.starts_with("//")) {
+        url.remove_prefix(2);
+        const std::size_t hostEnd = std::min(url.find('/'), url.size());
+        if (!isThisMachine(url.substr(0, hostEnd))) return std::nullopt;
+        url.remove_prefix(hostEnd);
+    }
+    if (!url.starts_with('/')) return std::nullopt;
     std::string path;
     for (std::size_t i = 0; i < url.size(); ++i) {
         const int high = url[i] == '%' && i + 2 < url.size() ? hexDigit(url[i + 1]) : -1;
@@ -156,6 +172,7 @@ std::string FromUrl(std::string_view url) {
             path += url[i];
         }
     }
+    if (path.find('\0') != std::string::npos) return std::nullopt;
     return path;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,10 +31,12 @@ std::string EscapeForShell(std::string_view path);
 
 /// The URL of an absolute path by RFC 3986 and RFC 8089: all bytes but letters, digits, "-._~/:" are escaped.
 std::string ToUrl(std::string_view path);
-/// Whether `text` is a URL as ToUrl gives it.
+/// Whether `text` is meant as a "file:" URL, whether it is a good one or not.
 bool IsUrl(std::string_view text);
-/// The path of such a URL.
-std::string FromUrl(std::string_view url);
+/// The path of a "file:" URL of this machine by RFC 8089, with one slash before the path or with three, or with this
+/// machine's name between them; byte by byte, whether it is valid text or not. Nothing for any other text, and where no
+/// file can have the path.
+std::optional<std::string> FromUrl(std::string_view url);
 
 /// A name as people may see it: valid UTF-8, with a sign in the place of each control character and stray byte.
 String ForDisplay(std::string_view name);

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QIcon>
 #include <QTimer>
+#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -19,13 +20,13 @@
 #include "framework/core/desktop/TerminationSignals.h"
 #include "framework/core/files/ApplicationPaths.h"
 #include "framework/core/files/FolderItem.h"
+#include "framework/core/files/Paths.h"
 #include "framework/core/threads/Dispatch.h"
 #include "framework/ui/dialog/AlertBox.h"
 #include "framework/ui/drawing/Native.h"
 #include "framework/ui/drawing/WindowStyle.h"
 #include "framework/ui/start/ToolkitStart.h"
 #include "framework/ui/window/DisplayLoss.h"
-#include "framework/ui/window/DragItem.h"
 #include "framework/ui/window/Global.h"
 
 namespace framework {
@@ -82,8 +83,12 @@ std::vector<std::string> documentsOf(int argc, char** argv) {
             continue;
         }
         if (argument.empty()) continue;
-        if (argument.starts_with("file:")) {
-            if (auto path = internal::PathFromUri(argument)) paths.push_back(*std::move(path));
+        if (Paths::IsUrl(argument)) {
+            if (auto path = Paths::FromUrl(argument)) {
+                paths.push_back(*std::move(path));
+            } else {
+                std::fprintf(stderr, "%s is no folder of this computer.\n", argv[i]);
+            }
         } else {
             // From a folder that is gone, no path leads anywhere; the document then is one that does not exist.
             std::error_code gone;

@@ -27,10 +27,4 @@ class DragItem : public Object {
     std::optional<std::string> path_;
 };
 
-namespace internal {
-
-/// The path of a `file:` URI of this machine, byte by byte, whether it is valid text or not (RFC 8089).
-std::optional<std::string> PathFromUri(std::string_view uri);
-
-}  // namespace internal
 }  // namespace framework
