@@ -125,6 +125,9 @@ class Window1 : public Window {
     void bindEvents();
     void pressTool(const Ref<ToolButton>& tool);
 
+    /// Whether the columns have shared their room by the rows of this search; its end does it once more.
+    bool columnsShared = false;
+
     void ShowColumns();
     void RestoreState();
     void WalkFolder();

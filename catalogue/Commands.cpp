@@ -52,6 +52,7 @@ void Window1::MyToolbar_Action(Toolbar& sender, const Ref<ToolItem>& item) {
         ShowFile(Listbox1->Text());
     } else if (name == "StopTB") {
         SizeThread1->Kill();
+        Listbox1->ShareColumnWidths();
         ProgressWheel1->Visible(false);
         sender.Item(Toolbar1::kStopIndex)->Enabled(false);
         SegmentedControl1->Enabled(true);

@@ -21,6 +21,7 @@ void Window1::SizeThread1_Run(SizeThread&) {
         App::Current()->gFolder = gD->GetSaveInfo(Nil, 0);
         Title("Marrowbeck: " + gD->DisplayName());
         Listbox1->DeleteAllRows();
+        columnsShared = false;
         Canvas1->Backdrop(Pictures::zn240());
         const Ref<ToolButton> stopTool = As<ToolButton>(MyToolbar->Item(Toolbar1::kStopIndex));
         stopTool->Enabled(true);
@@ -35,6 +36,7 @@ void Window1::SizeThread1_Run(SizeThread&) {
             WalkFolder();
         }
         Listbox1->Sort();
+        Listbox1->ShareColumnWidths();
         ProgressWheel1->Visible(false);
         stopTool->Enabled(false);
     }

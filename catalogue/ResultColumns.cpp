@@ -11,7 +11,6 @@ void Window1::ShowColumns() {
     for (int column = 0; column < RowRecord::kColumnCount; ++column) {
         const auto index = static_cast<std::size_t>(column);
         Listbox1->Heading(column, RowRecord::kHeadings[index]);
-        Listbox1->ColumnUsualText(column, RowRecord::kUsualTexts[index]);
     }
 }
 

@@ -32,10 +32,6 @@ inline constexpr std::array<const char*, kColumnCount> kHeadings = {
     "Filename", "Size(MB)", "Comp. Size(MB)", "Pixels ", "Tagged Profile", "Copyright",
     "Keywords", "Kind",     "EXIF",           "Format",  "Caption"};
 
-/// What usually stands in a column, where that is much the same for all images.
-inline constexpr std::array<const char*, kColumnCount> kUsualTexts = {
-    "", "999.99", "999.99", "3000 x 2000", "", "", "", "8 bit PNG image", "\u2713", "Landscape", ""};
-
 /// What a help tag begins with. The EXIF column's help tag is the camera data alone.
 inline constexpr std::array<const char*, kColumnCount> kLabels = {"Name: ",
                                                                   "Image size: ",

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <array>
+#include <utility>
 
 #include "app/Window1.h"
 #include "catalogue/RowRecord.h"
@@ -45,6 +46,7 @@ void Window1::PreviewTimer_Action(Timer&) {
 // The first row of a list on which nothing is selected yet. Selecting it arms the preview's timer too, which then shows
 // the same once more.
 void Window1::selectRowTimer_Action(Timer&) {
+    if (!std::exchange(columnsShared, true)) Listbox1->ShareColumnWidths();
     if (Listbox1->ListIndex() != -1) return;
     Listbox1->Selected(0, true);
     ShowSelectedRow();

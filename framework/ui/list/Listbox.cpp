@@ -5,8 +5,6 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 
-#include "framework/core/objects/Exceptions.h"
-#include "framework/ui/drawing/Native.h"
 #include "framework/ui/list/ListboxView.h"
 
 namespace framework {
@@ -151,12 +149,11 @@ String Listbox::Heading(int column) const {
 
 void Listbox::Heading(int column, const String& text) {
     view().Model().Heading(column, text);
-    view().Columns().Fit();
+    view().Columns().Share();
 }
 
-void Listbox::ColumnUsualText(int column, const String& text) {
-    if (column < 0 || column >= ColumnCount()) throw OutOfBoundsException();
-    view().Columns().UsualText(column, native::ToQt(text));
+void Listbox::ShareColumnWidths() {
+    view().Columns().Share();
 }
 
 void Listbox::FileTagColumn(int column) {

@@ -117,15 +117,18 @@ class Listbox : public RectControl, public EditTarget {
     String Heading(int column) const;
     void Heading(int column, const String& text);
 
-    /// The widths that were set or dragged, in pixels, joined by commas; empty for columns of default width. When set,
-    /// an entry may also be a share of the visible width ("20%"), or of what the others leave over ("*", "2*"); missing
-    /// or senseless entries stand for the default width. The last column takes up room that is left.
     /// The column whose tags tell the files of the rows, as FolderItem::GetSaveInfo gives them; -1, as at first, where
     /// rows are no files. Rows that are copied or dragged out bring their files along.
     void FileTagColumn(int column);
-    /// A text as it usually stands in the column, such as "3000 x 2000": without a width of its own, the column gets
-    /// one that shows it. Empty for a column of texts of any length, which share the room that is left.
-    void ColumnUsualText(int column, const String& text);
+    /// Shares the room anew among the columns to which nobody gave a width, by what stands in the rows now: the first
+    /// column, where names are, goes first, and one in which nothing stands keeps a narrow place. Without this call the
+    /// room is shared when the list changes its width, and at no other time, so that columns do not jump as rows come.
+    void ShareColumnWidths();
+    /// The widths that were set or that a person gave, in pixels, joined by commas; empty for columns that share the
+    /// room. When set, an entry may also be a share of the visible width ("20%"), or of what the others leave over
+    /// ("*", "2*"); missing or senseless entries stand for a share. Where the list is too narrow for them,
+    /// columns are on show narrower than this tells, so that each keeps a place. The last column takes up room that is
+    /// left.
     String ColumnWidths() const;
     void ColumnWidths(const String& widths);
 

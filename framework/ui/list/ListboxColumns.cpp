@@ -2,6 +2,7 @@
 #include "framework/ui/list/ListboxColumns.h"
 
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QTableView>
 #include <algorithm>
 #include <charconv>
@@ -12,6 +13,8 @@
 #include <system_error>
 #include <utility>
 
+#include "framework/ui/list/ListboxModel.h"
+
 namespace framework {
 namespace {
 
@@ -21,13 +24,20 @@ constexpr int kWidest = 5000;
 constexpr int kHeadingMargins = 13;
 /// The same for a cell, in which the grid's line stands too.
 constexpr int kCellMargins = 9;
-/// The least that a column of texts of no usual length gets, as so many letters; more in the first one, where the names
-/// stand by which a person knows the rows.
-constexpr int kFewLetters = 6;
-constexpr int kLettersOfNames = 13;
-/// How many shares of the room that is left the first column gets, where the names stand; the others of its kind get
-/// one.
-constexpr int kSharesOfNames = 3;
+
+/// How many rows are looked at to know what stands in a column.
+constexpr int kSampledRows = 100;
+/// More letters of a text than these ask for no room.
+constexpr int kLongestText = 100;
+/// Texts up to this length are numbers and words that are to be read whole.
+constexpr int kShortText = 12;
+/// What is wanted of a longer text at first. The texts of the first column are the names by which a person knows the
+/// rows: more of them is wanted, and more again where there is room.
+constexpr int kBeginning = 9;
+constexpr int kBeginningOfName = 24;
+constexpr int kLongName = 40;
+/// What is wanted of all texts before more of a long name.
+constexpr int kUsualText = 20;
 
 std::size_t at(int index) {
     return static_cast<std::size_t>(index);
@@ -59,15 +69,20 @@ int bounded(double width) {
 
 }  // namespace
 
-ListboxColumns::ListboxColumns(QTableView& view) : view_(view), header_(*view.horizontalHeader()) {
+ListboxColumns::ListboxColumns(QTableView& view, const ListboxRows& rows)
+    : view_(view), header_(*view.horizontalHeader()), rows_(rows) {
     header_.setMinimumSectionSize(kNarrowest);
     header_.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header_.setHighlightSections(false);
     header_.setSectionsClickable(true);
     header_.setTextElideMode(Qt::ElideRight);
     QObject::connect(&header_, &QHeaderView::sectionResized, &view, [this](int column, int, int width) {
-        if (!fitting_) resizedByPerson(column, width);
+        if (!showing_) draggedByPerson(column, width);
     });
+    // The toolkit's own fitting knows nothing of the room.
+    QObject::disconnect(&header_, &QHeaderView::sectionHandleDoubleClicked, &view, nullptr);
+    QObject::connect(&header_, &QHeaderView::sectionHandleDoubleClicked, &view,
+                     [this](int column) { fitToTexts(column); });
     CountChanged();
 }
 
@@ -75,91 +90,171 @@ void ListboxColumns::CountChanged() {
     const int columns = header_.count();
     wanted_.resize(at(columns), kDefault);
     directions_.resize(at(columns), 0);
-    usual_.resize(at(columns));
     if (!has(headingIndex_)) headingIndex_ = -1;
     showIndicator();
-    Fit();
+    Share();
 }
 
-int ListboxColumns::room() const {
+int ListboxColumns::visibleWidth() const {
     // A view that was never on show has not laid itself out.
     const bool laidOut = !view_.testAttribute(Qt::WA_PendingResizeEvent);
     return laidOut ? view_.viewport()->width() : view_.width() - 2 * view_.frameWidth();
 }
 
+/// Beside the scroll bar, whether it is there yet or not: no column is to move when it appears.
+int ListboxColumns::room() const {
+    const bool hasBar = view_.verticalScrollBarPolicy() != Qt::ScrollBarAlwaysOff;
+    const int bar = hasBar ? view_.verticalScrollBar()->sizeHint().width() : 0;
+    return std::max(view_.width() - 2 * view_.frameWidth() - bar, 0);
+}
+
+/// The width of a cell for so many letters.
+int ListboxColumns::letters(int number) const {
+    return number * view_.fontMetrics().averageCharWidth() + kCellMargins;
+}
+
+/// A narrow place, in which a letter of the heading can be read; less where a person wanted less.
+int ListboxColumns::least(int column) const {
+    const int narrow = header_.fontMetrics().horizontalAdvance(QStringLiteral("W\u2026")) + kHeadingMargins;
+    const int wanted = wanted_[at(column)];
+    const int place = std::min(wanted == kDefault ? narrow : std::min(wanted, narrow), room() / count());
+    return std::max(place, kNarrowest);
+}
+
 int ListboxColumns::headingWidth(int column) const {
-    const QString text = view_.model()->headerData(column, Qt::Horizontal).toString().trimmed();
+    const QString text = view_.model()->headerData(column, Qt::Horizontal).toString();
     return header_.fontMetrics().horizontalAdvance(text) + kHeadingMargins;
 }
 
-int ListboxColumns::contentWidth(int column) const {
+void ListboxColumns::measure() {
     const QFontMetrics metrics = view_.fontMetrics();
-    const QString& usual = usual_[at(column)];
-    const int letters = column == 0 ? kLettersOfNames : kFewLetters;
-    const int width = usual.isEmpty() ? letters * metrics.averageCharWidth() : metrics.horizontalAdvance(usual);
-    return std::max(width + kCellMargins, kNarrowest);
-}
-
-/// The widths of the columns that nobody gave one: whole for usual contents first, then for headings, as many as there
-/// is room for; what is left goes to the columns whose texts may be long.
-std::vector<int> ListboxColumns::defaultWidths() const {
-    std::vector<int> widths;
-    std::vector<int> open;
-    int left = room();
+    const auto widthOf = [&](const QString& text) { return metrics.horizontalAdvance(text) + kCellMargins; };
+    const QString cut(QChar(0x2026));
+    measuredRows_ = rows_.Count();
+    const int step = (measuredRows_ + kSampledRows - 1) / kSampledRows;
+    wishes_.assign(at(count()), {});
     for (int column = 0; column < count(); ++column) {
-        const bool isOpen = wanted_[at(column)] == kDefault;
-        if (isOpen) open.push_back(column);
-        widths.push_back(isOpen ? contentWidth(column) : wanted_[at(column)]);
-        left -= widths.back();
+        Wishes& wishes = wishes_[at(column)];
+        String previous;
+        for (int row = 0; row < measuredRows_; row += step) {
+            const String& cell = rows_.Cell(row, column);
+            // Neighbours are often alike.
+            if (cell.IsEmpty() || cell.SameBytes(previous)) continue;
+            previous = cell;
+            const QString text = ShownText(cell);
+            wishes.isShort = wishes.isShort && text.size() <= kShortText;
+            wishes.texts = std::max(wishes.texts, widthOf(text.left(kLongestText)));
+            if (column > 0) continue;
+            const bool isWhole = text.size() <= kBeginningOfName;
+            const QString beginning = isWhole ? text : text.left(kBeginningOfName) + cut;
+            wishes.beginningOfName = std::max(wishes.beginningOfName, widthOf(beginning));
+        }
     }
-    const auto missing = [&](int column) { return headingWidth(column) - widths[at(column)]; };
-    std::vector<int> headings = open;
-    std::stable_sort(headings.begin(), headings.end(),
-                     [&](int one, int other) { return missing(one) < missing(other); });
-    for (const int column : headings) {
-        const int wider = std::clamp(missing(column), 0, std::max(left, 0));
-        widths[at(column)] += wider;
-        left -= wider;
-    }
-    const auto shares = [&](int column) {
-        if (!usual_[at(column)].isEmpty()) return 0;
-        return column == 0 ? kSharesOfNames : 1;
-    };
-    int rest = 0;
-    for (const int column : open) rest += shares(column);
-    for (const int column : open) {
-        if (left <= 0 || rest == 0) break;
-        const int share = left * shares(column) / rest;
-        rest -= shares(column);
-        widths[at(column)] += share;
-        left -= share;
-    }
-    return widths;
 }
 
-void ListboxColumns::UsualText(int column, const QString& text) {
-    usual_[at(column)] = text;
-    Fit();
+void ListboxColumns::Share() {
+    measure();
+    shareRoom();
+}
+
+/// One wish after the other is fulfilled. Where the room does not do for a wish of all columns, they get equal parts of
+/// it, and what one of them has no use for goes to the others.
+void ListboxColumns::shareRoom() {
+    sharedRoom_ = room();
+    widths_.clear();
+    for (int column = 0; column < count(); ++column) widths_.push_back(least(column));
+    int left = sharedRoom_ - std::accumulate(widths_.begin(), widths_.end(), 0);
+    const auto widen = [&](const auto& wishOf) {
+        std::vector<std::pair<int, int>> missing;
+        missing.reserve(widths_.size());
+        for (int column = 0; column < count(); ++column) {
+            missing.emplace_back(wishOf(column) - widths_[at(column)], column);
+        }
+        std::sort(missing.begin(), missing.end());
+        int others = count();
+        for (const auto& [pixels, column] : missing) {
+            const int wider = std::clamp(pixels, 0, std::max(left / others--, 0));
+            widths_[at(column)] += wider;
+            left -= wider;
+        }
+    };
+    const auto widenOpen = [&](const auto& wishOf) {
+        widen([&](int column) { return wanted_[at(column)] == kDefault ? wishOf(column, wishes_[at(column)]) : 0; });
+    };
+
+    widen([&](int column) { return wanted_[at(column)]; });
+    widenOpen([&](int column, const Wishes& wishes) {
+        if (column == 0) return std::min(wishes.texts, letters(kShortText));
+        return wishes.isShort ? wishes.texts : 0;
+    });
+    widenOpen([&](int column, const Wishes& wishes) { return column == 0 ? wishes.beginningOfName : 0; });
+    const bool isEmptyList = measuredRows_ == 0;
+    const auto headingIfUsed = [&](int column, const Wishes& wishes) {
+        return isEmptyList || wishes.texts > 0 ? headingWidth(column) : 0;
+    };
+    widenOpen([&](int column, const Wishes& wishes) {
+        return std::min(std::max(wishes.texts, headingIfUsed(column, wishes)), letters(kBeginning));
+    });
+    widenOpen(headingIfUsed);
+    widenOpen([&](int, const Wishes& wishes) { return std::min(wishes.texts, letters(kUsualText)); });
+    widenOpen([&](int column, const Wishes& wishes) {
+        if (column > 0) return 0;
+        return isEmptyList ? letters(kBeginningOfName) : std::min(wishes.texts, letters(kLongName));
+    });
+    widenOpen([&](int, const Wishes& wishes) { return isEmptyList ? letters(kBeginning) : wishes.texts; });
+    for (int one = 0; one < count(); ++one) {
+        widenOpen([&](int column, const Wishes&) { return column == one ? headingWidth(column) : 0; });
+    }
+    show();
 }
 
 void ListboxColumns::Fit() {
-    if (fitting_) return;
-    fitting_ = true;
-    const std::vector<int> widths = defaultWidths();
-    const int spare = room() - std::accumulate(widths.begin(), widths.end(), 0);
-    const int last = count() - 1;
-    for (int column = 0; column <= last; ++column) {
-        header_.resizeSection(column, widths[at(column)] + (column == last ? std::max(spare, 0) : 0));
-    }
-    fitting_ = false;
+    if (showing_) return;
+    if (room() == sharedRoom_) return show();
+    if (rows_.Count() != measuredRows_) measure();
+    shareRoom();
 }
 
-/// All columns but the last keep the widths that they have now, so that only the edge that is dragged moves.
-void ListboxColumns::resizedByPerson(int column, int width) {
-    for (int other = 0; other + 1 < count(); ++other) wanted_[at(other)] = header_.sectionSize(other);
-    wanted_.back() = kDefault;
-    wanted_[at(column)] = width;
-    Fit();
+/// Gives the columns their widths. Where they are too wide together, because a person widened one, those at the far end
+/// give way.
+void ListboxColumns::show() {
+    std::vector<int> shown = widths_;
+    int over = std::accumulate(shown.begin(), shown.end(), 0) - room();
+    for (int column = count() - 1; column >= 0 && over > 0; --column) {
+        const int given = std::clamp(shown[at(column)] - least(column), 0, over);
+        shown[at(column)] -= given;
+        over -= given;
+    }
+    shown.back() += std::max(visibleWidth() - std::accumulate(shown.begin(), shown.end(), 0), 0);
+    showing_ = true;
+    for (int column = 0; column < count(); ++column) header_.resizeSection(column, shown[at(column)]);
+    showing_ = false;
+}
+
+/// Only the edge that is dragged moves, and what is behind it. The last column ends where the list does, wherever its
+/// edge is dragged.
+void ListboxColumns::draggedByPerson(int column, int width) {
+    if (column + 1 == count()) return show();
+    widths_[at(column)] = width;
+    show();
+    widths_[at(column)] = wanted_[at(column)] = header_.sectionSize(column);
+}
+
+/// Makes a column as wide as what stands in it, by the wish of a person. The others share what is left, of which they
+/// get as much as they need to keep a given width or short texts whole.
+void ListboxColumns::fitToTexts(int column) {
+    measure();
+    int limit = room();
+    for (int other = 0; other < count(); ++other) {
+        if (other == column) continue;
+        const Wishes& wishes = wishes_[at(other)];
+        const int needed = wanted_[at(other)] != kDefault ? wanted_[at(other)] : wishes.isShort ? wishes.texts : 0;
+        limit -= std::max(needed, least(other));
+    }
+    const int texts = static_cast<QAbstractItemView&>(view_).sizeHintForColumn(column);
+    const int whole = std::max({texts, headingWidth(column), kNarrowest});
+    wanted_[at(column)] = std::clamp(limit, headingWidth(column), whole);
+    shareRoom();
 }
 
 String ListboxColumns::Widths() const {
@@ -190,7 +285,7 @@ void ListboxColumns::Widths(const String& widths) {
         if (entry.unit == Entry::Unit::Star) {
             stars += entry.amount;
         } else {
-            left -= wanted_[at(column)] == kDefault ? contentWidth(column) : wanted_[at(column)];
+            left -= wanted_[at(column)] == kDefault ? headingWidth(column) : wanted_[at(column)];
         }
     }
     for (int column = 0; column < count(); ++column) {
@@ -198,7 +293,7 @@ void ListboxColumns::Widths(const String& widths) {
         if (entry.unit != Entry::Unit::Star) continue;
         wanted_[at(column)] = bounded(stars > 0 ? left * entry.amount / stars : 0);
     }
-    Fit();
+    Share();
 }
 
 void ListboxColumns::HeadingIndex(int column) {

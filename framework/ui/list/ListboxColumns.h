@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include <QString>
 #include <string_view>
 #include <vector>
 
@@ -12,19 +11,22 @@ class QTableView;
 
 namespace framework {
 
-/// The widths of a list's columns and the state of their headings. As long as nobody gave widths the columns share the
-/// room: each is wide enough for its usual text, and for its heading where that is possible; those of no usual text get
-/// what is left, the first of them most. The last column takes up the room that the others leave.
+class ListboxRows;
+
+/// The widths of a list's columns and the state of their headings. The columns to which nobody gave a width share the
+/// room by what stands in them; see Share. No column is ever pushed out of the list: each keeps a narrow place at
+/// least. The last column takes up the room that the others leave.
 class ListboxColumns {
   public:
-    /// For a view that has its model already.
-    explicit ListboxColumns(QTableView& view);
+    /// For a view that has its model already, and the rows of that.
+    ListboxColumns(QTableView& view, const ListboxRows& rows);
 
     /// Adapts to another number of columns.
     void CountChanged();
-    /// A text as it usually stands in `column`, which is there; empty for one of texts that may be long.
-    void UsualText(int column, const QString& text);
-    /// Gives the columns their widths; to be called when the room for them has changed.
+    /// Shares the room by the rows that are there now. Rows that come later change no width, so that nothing moves
+    /// under a person's eyes, until this is called again or the room changes.
+    void Share();
+    /// To be called when the room for the columns may have changed.
     void Fit();
 
     /// What was asked for, not what the present room makes of it: it is to be kept for a room of another size.
@@ -42,22 +44,43 @@ class ListboxColumns {
   private:
     static constexpr int kDefault = -1;
 
+    /// What a column would like to have, in pixels.
+    struct Wishes {
+        /// For the widest of its texts; 0 where nothing stands in it.
+        int texts = 0;
+        /// In the first column, for the beginnings of its texts by which a person tells one from the other.
+        int beginningOfName = 0;
+        /// All its texts are short ones, such as numbers, of which a part says nothing.
+        bool isShort = true;
+    };
+
     int count() const { return static_cast<int>(wanted_.size()); }
     bool has(int column) const { return column >= 0 && column < count(); }
+    int visibleWidth() const;
     int room() const;
+    int letters(int number) const;
+    int least(int column) const;
     int headingWidth(int column) const;
-    int contentWidth(int column) const;
-    std::vector<int> defaultWidths() const;
-    void resizedByPerson(int column, int width);
+    void measure();
+    void shareRoom();
+    void show();
+    void draggedByPerson(int column, int width);
+    void fitToTexts(int column);
     void showIndicator();
 
     QTableView& view_;
     QHeaderView& header_;
+    const ListboxRows& rows_;
     std::vector<int> wanted_;
     std::vector<int> directions_;
-    std::vector<QString> usual_;
+    /// By the rows that were there at the last measuring.
+    std::vector<Wishes> wishes_;
+    int measuredRows_ = 0;
+    /// As shared last, and for which room.
+    std::vector<int> widths_;
+    int sharedRoom_ = -1;
     int headingIndex_ = -1;
-    bool fitting_ = false;
+    bool showing_ = false;
 };
 
 }  // namespace framework

@@ -77,7 +77,7 @@ void ListboxView::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
         RowHeight(rowHeight_);
-        columns_->Fit();
+        columns_->Share();
     }
 }
 

@@ -51,7 +51,7 @@ ListboxView::ListboxView(Listbox& list) {
     verticalHeader()->setMinimumSectionSize(1);
     RowHeight(-1);
     updateScrollBars();
-    columns_ = std::make_unique<ListboxColumns>(*this);
+    columns_ = std::make_unique<ListboxColumns>(*this, model_.Rows());
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) { headingClicked(column); });
     // The second of two quick clicks is a click like any other.
     connect(horizontalHeader(), &QHeaderView::sectionDoubleClicked, this,
