@@ -11,7 +11,7 @@ class RecordingOpener {
   public:
     RecordingOpener() : path_(std::getenv("PATH")) {
         const std::string part = folder_.Path("part");
-        folder_.Put("xdg-open", "#!/bin/sh\nprintf '%s\\n' \"$@\" >" + part + "\nmv " + part + " " + call_ + "\n");
+        folder_.Put("xdg-open", "#!/bin/sh\nprintf '%s\\n' \"$@\" $DESKTOP_STARTUP_ID >" + part + "\nmv " + part + " " + call_ + "\n");
         std::filesystem::permissions(folder_.Path("xdg-open"), std::filesystem::perms::owner_all);
         ::setenv("PATH", (folder_.Path() + ":" + path_).c_str(), 1);
     }
@@ -20,7 +20,7 @@ class RecordingOpener {
     ~RecordingOpener() { ::setenv("PATH", path_.c_str(), 1); }
 
     bool WasCalled() const { return std::filesystem::exists(call_); }
-    /// The arguments of the next call, a line for each; waits for it.
+    /// The arguments of the next call and the startup id, if there is one, a line for each; waits for it.
     std::string Call() const {
         if (!RunUntilThere(call_)) return "no call";
         const std::string arguments = readFile(call_);

@@ -10,8 +10,10 @@
 #include <QDBusUnixFileDescriptor>
 #include <QStringList>
 #include <QVariantMap>
+#include <optional>
 
 #include "framework/core/desktop/FolderOpener.h"
+#include "framework/core/process/ActivationToken.h"
 #include "framework/core/threads/Waiting.h"
 
 namespace framework {
@@ -30,21 +32,29 @@ bool succeeds(const QDBusMessage& call) {
     return watcher.isFinished() && !watcher.isError();
 }
 
-bool askFileManager(const Ref<FolderItem>& item) {
+/// What is to be shown, and by what right it comes to the front.
+struct Wish {
+    Ref<FolderItem> item;
+    String token;
+};
+
+bool askFileManager(const Wish& wish) {
     auto call = QDBusMessage::createMethodCall("org.freedesktop.FileManager1", "/org/freedesktop/FileManager1",
                                                "org.freedesktop.FileManager1", "ShowItems");
-    call << QStringList(QString::fromUtf8(item->URLPath().CString())) << QString();
+    call << QStringList(QString::fromUtf8(wish.item->URLPath().CString())) << QString::fromUtf8(wish.token.CString());
     return succeeds(call);
 }
 
-bool askPortal(const Ref<FolderItem>& item) {
-    const int descriptor = open(item->AbsolutePath().CString(), O_PATH | O_CLOEXEC);
+bool askPortal(const Wish& wish) {
+    const int descriptor = open(wish.item->AbsolutePath().CString(), O_PATH | O_CLOEXEC);
     if (descriptor < 0) return false;
     QDBusUnixFileDescriptor file(descriptor);
     close(descriptor);
     auto call = QDBusMessage::createMethodCall("org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
                                                "org.freedesktop.portal.OpenURI", "OpenDirectory");
-    call << QString() << QVariant::fromValue(file) << QVariantMap();
+    QVariantMap options;
+    if (!wish.token.IsEmpty()) options["activation_token"] = QString::fromUtf8(wish.token.CString());
+    call << QString() << QVariant::fromValue(file) << options;
     return succeeds(call);
 }
 
@@ -52,21 +62,22 @@ bool askPortal(const Ref<FolderItem>& item) {
 
 bool RevealInFileManager(const Ref<FolderItem>& item) {
     // Whom the wait seems long presses again. All of that is one wish, the last one.
-    static Ref<FolderItem> wanted;
-    const bool asking = wanted != Nil;
-    wanted = item;
+    static std::optional<Wish> wanted;
+    const bool asking = wanted.has_value();
+    wanted = {item, internal::ActivationToken()};
     if (asking) return true;
     struct Fulfilled {
-        ~Fulfilled() { wanted = Nil; }
+        ~Fulfilled() { wanted.reset(); }
     } const atEnd;
 
     bool shown = false;
-    for (Ref<FolderItem> asked; !asked || wanted->AbsolutePath() != asked->AbsolutePath();) {
-        asked = wanted;
-        shown = askFileManager(asked) || askPortal(asked);
+    for (Ref<FolderItem> asked; !asked || !wanted->item->AbsolutePath().SameBytes(asked->AbsolutePath());) {
+        const Wish wish = *wanted;
+        asked = wish.item;
+        shown = askFileManager(wish) || askPortal(wish);
     }
-    const Ref<FolderItem> folder = wanted->Parent();
-    return shown || (folder && internal::OpenFolderElsewhere(folder));
+    const Ref<FolderItem> folder = wanted->item->Parent();
+    return shown || (folder && internal::OpenFolderElsewhere(folder, wanted->token));
 }
 
 }  // namespace framework

@@ -7,7 +7,7 @@
 #include <memory>
 #include <system_error>
 
-#include "framework/core/process/ShowURL.h"
+#include "framework/core/process/ActivationToken.h"
 
 namespace framework {
 namespace {
@@ -25,14 +25,25 @@ bool isThisProgram(GAppInfo* application) {
     return executable && std::filesystem::path(executable).filename() == own;
 }
 
-bool launch(GAppInfo* application, const String& url) {
+struct FreeContext {
+    void operator()(GAppLaunchContext* context) const { g_object_unref(context); }
+};
+using Context = std::unique_ptr<GAppLaunchContext, FreeContext>;
+
+bool launch(GAppInfo* application, const String& url, const String& activationToken) {
+    const Context context(g_app_launch_context_new());
+    if (!activationToken.IsEmpty()) {
+        for (const char* name : internal::kActivationVariables) {
+            g_app_launch_context_setenv(context.get(), name, activationToken.CString());
+        }
+    }
     GList uris{const_cast<char*>(url.CString()), nullptr, nullptr};
-    return g_app_info_launch_uris(application, &uris, nullptr, nullptr) == TRUE;
+    return g_app_info_launch_uris(application, &uris, context.get(), nullptr) == TRUE;
 }
 
 }  // namespace
 
-bool internal::OpenFolderElsewhere(const Ref<FolderItem>& folder) {
+bool internal::OpenFolderElsewhere(const Ref<FolderItem>& folder, const String& activationToken) {
     // The person's choice comes first.
     const Applications applications(g_app_info_get_all_for_type("inode/directory"));
     // Some desktops open folders by a program that they know of by themselves.
@@ -40,7 +51,7 @@ bool internal::OpenFolderElsewhere(const Ref<FolderItem>& folder) {
     const String url = folder->URLPath();
     for (const GList* each = applications.get(); each; each = each->next) {
         auto* const application = static_cast<GAppInfo*>(each->data);
-        if (!isThisProgram(application) && launch(application, url)) return true;
+        if (!isThisProgram(application) && launch(application, url, activationToken)) return true;
     }
     return false;
 }

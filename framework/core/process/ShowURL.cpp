@@ -8,8 +8,12 @@
 
 #include <cerrno>
 #include <csignal>
+#include <string>
 #include <string_view>
 #include <thread>
+#include <vector>
+
+#include "framework/core/process/ActivationToken.h"
 
 namespace framework {
 
@@ -31,8 +35,13 @@ pid_t startOpener(const String& url) {
 
     const char* const opener = "xdg-open";
     char* const arguments[] = {const_cast<char*>(opener), const_cast<char*>(url.CString()), nullptr};
+    std::vector<std::string> variables = internal::EnvironmentWithActivation(internal::ActivationToken());
+    std::vector<char*> environment;
+    environment.reserve(variables.size() + 1);
+    for (std::string& variable : variables) environment.push_back(variable.data());
+    environment.push_back(nullptr);
     pid_t process = -1;
-    if (::posix_spawnp(&process, opener, &files, &attributes, arguments, environ) != 0) process = -1;
+    if (::posix_spawnp(&process, opener, &files, &attributes, arguments, environment.data()) != 0) process = -1;
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&files);
     return process;

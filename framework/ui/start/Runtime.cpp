@@ -21,10 +21,12 @@
 #include "framework/core/files/ApplicationPaths.h"
 #include "framework/core/files/FolderItem.h"
 #include "framework/core/files/Paths.h"
+#include "framework/core/process/ActivationToken.h"
 #include "framework/core/threads/Dispatch.h"
 #include "framework/ui/dialog/AlertBox.h"
 #include "framework/ui/drawing/Native.h"
 #include "framework/ui/drawing/WindowStyle.h"
+#include "framework/ui/start/StartupId.h"
 #include "framework/ui/start/ToolkitStart.h"
 #include "framework/ui/window/DisplayLoss.h"
 #include "framework/ui/window/Global.h"
@@ -47,6 +49,11 @@ void endWithSession() {
 class Toolkit : public QApplication {
   public:
     using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override {
+        internal::NoteInput(*event);
+        return QApplication::notify(receiver, event);
+    }
 
   protected:
     bool event(QEvent* event) override {
@@ -120,6 +127,7 @@ int RunFrameworkInitialization(int argc, char** argv, const ProgramIdentity& ide
     QApplication::setQuitOnLastWindowClosed(false);
     internal::SetAlertPresenter(internal::PresentAlert);
     internal::SetQuitPreparation(internal::CloseAllWindows);
+    internal::SetActivationTokenMaker(internal::StartupIdOfLastInput);
     return startup();
 }
 

@@ -3,8 +3,10 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QDBusVirtualObject>
 #include <QProcess>
+#include <QSysInfo>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -13,9 +15,11 @@
 #include <utility>
 #include <vector>
 
+#include "framework/core/desktop/Alert.h"
 #include "framework/core/desktop/Application.h"
 #include "framework/core/desktop/DocumentService.h"
 #include "framework/core/desktop/FileManager.h"
+#include "framework/core/process/ActivationToken.h"
 #include "tests/support/EventLoop.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/TemporaryFolder.h"
@@ -61,6 +65,23 @@ TEST(DocumentService, TheFirstProcessOpensWhatLaterOnesWereGiven) {
     EXPECT_EQ(secondStart({}), "handed over");
     EXPECT_EQ(activations, 2);
     EXPECT_EQ(application->opened.size(), 1U);
+
+    // URIs as desktops write them. A link to a folder is a folder.
+    std::filesystem::create_directory_symlink(folder, folder + "/link");
+    std::vector<std::string> messages;
+    internal::SetAlertPresenter([&messages](const String& text) { messages.push_back(text.ToStd()); });
+    auto call =
+        QDBusMessage::createMethodCall(kName, "/com/example/document_service", "org.freedesktop.Application", "Open");
+    const QString path = QString::fromStdString(folder).replace('%', "%25");
+    call << QStringList{"file://" + path + "/link", "file:" + path, "file://" + QSysInfo::machineHostName() + path,
+                        "file://elsewhere.example/tmp"}
+         << QVariantMap();
+    application->opened.clear();
+    QDBusConnection::sessionBus().asyncCall(call);
+    EXPECT_TRUE(RunUntil([&messages] { return !messages.empty(); }));
+    EXPECT_EQ(application->opened, std::vector<std::string>(3, folder));
+    EXPECT_EQ(messages, std::vector<std::string>{"file://elsewhere.example/tmp is no folder of this computer."});
+    internal::SetAlertPresenter({});
 }
 
 TEST(DocumentService, WithoutABusTheProcessWorksAlone) {
@@ -68,26 +89,28 @@ TEST(DocumentService, WithoutABusTheProcessWorksAlone) {
     EXPECT_EQ(secondStart({"/tmp"}), "alone");
 }
 
-/// A file manager that notes what it is to show, or refuses everything. Before it refuses it does what a test wants.
+/// A file manager that notes what it is to show, or refuses everything. Before it answers it does what a test wants.
 class TestFileManager : public QDBusVirtualObject {
   public:
     QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+        if (const auto act = std::exchange(beforeAnswer, nullptr)) act();
         if (refuses) {
             ++refused;
-            if (const auto act = std::exchange(beforeRefusal, nullptr)) act();
             connection.send(message.createErrorReply(QDBusError::Failed, "no"));
         } else {
-            shown = message.arguments().first().toStringList();
+            shown += message.arguments().first().toStringList();
+            tokens += message.arguments().at(1).toString();
             connection.send(message.createReply());
         }
         return true;
     }
 
     QStringList shown;
+    QStringList tokens;
     bool refuses = false;
     int refused = 0;
-    std::function<void()> beforeRefusal;
+    std::function<void()> beforeAnswer;
 };
 
 /// A desktop on which these programs open folders, the first one by a person's choice. Each writes down what it opens
@@ -96,8 +119,8 @@ void setUpDesktop(const std::string& home, const std::vector<std::string>& progr
     const std::string applications = home + "/share/applications";
     std::filesystem::create_directories(applications);
     for (const std::string& name : programs) {
-        std::ofstream(home + "/" + name) << "#!/bin/sh\necho \"$1\" > " << home << "/part\nmv " << home << "/part "
-                                         << home << "/opened-by-" << name << "\n";
+        std::ofstream(home + "/" + name) << "#!/bin/sh\necho \"$1 $DESKTOP_STARTUP_ID\" > " << home << "/part\nmv "
+                                         << home << "/part " << home << "/opened-by-" << name << "\n";
         std::filesystem::permissions(home + "/" + name, std::filesystem::perms::owner_all);
         std::ofstream(applications + "/" + name + ".desktop")
             << "[Desktop Entry]\nType=Application\nName=" << name << "\nExec=" << home << "/" << name
@@ -120,22 +143,33 @@ TEST(FileManager, RevealsByTheFileManagerElseOpensTheFolder) {
     const std::string home = std::getenv("HOME");
     const std::string path = home + "/one, two 50%.jpg";
     std::ofstream(path) << "x";
+    // Another file is asked for meanwhile, which is called the same but for its case. Each comes to the front by right
+    // of the act that asked for it.
+    int acts = 0;
+    internal::SetActivationTokenMaker([&acts] { return String("act " + std::to_string(++acts)); });
+    std::ofstream(home + "/ONE.jpg") << "x";
+    manager.beforeAnswer = [&home] { EXPECT_TRUE(RevealInFileManager(New<FolderItem>(String(home + "/ONE.jpg")))); };
+    EXPECT_TRUE(RevealInFileManager(New<FolderItem>(String(home + "/one.jpg"))));
+    const QString url = "file://" + QString::fromStdString(home);
+    EXPECT_EQ(manager.shown, QStringList({url + "/one.jpg", url + "/ONE.jpg"}));
+    EXPECT_EQ(manager.tokens, QStringList({"act 1", "act 2"}));
+    manager.shown.clear();
     EXPECT_TRUE(RevealInFileManager(New<FolderItem>(String(path))));
-    EXPECT_EQ(manager.shown, QStringList(QString::fromStdString("file://" + home + "/one%2C%20two%2050%25.jpg")))
-        << manager.shown.join(' ').toStdString();
+    EXPECT_EQ(manager.shown, QStringList(url + "/one%2C%20two%2050%25.jpg")) << manager.shown.join(' ').toStdString();
 
     // Without a file manager and a portal that help, the folder is opened: once however often that was asked for
     // meanwhile, and by another program than this one, which is set for folders here.
     const std::string self = std::filesystem::read_symlink("/proc/self/exe").filename().string();
     setUpDesktop(home, {self, "other"});
     manager.refuses = true;
-    manager.beforeRefusal = [&path] { EXPECT_TRUE(RevealInFileManager(New<FolderItem>(String(path)))); };
+    manager.beforeAnswer = [&path] { EXPECT_TRUE(RevealInFileManager(New<FolderItem>(String(path)))); };
     EXPECT_TRUE(RevealInFileManager(New<FolderItem>(String(path))));
     EXPECT_EQ(manager.refused, 1);
     ASSERT_TRUE(RunUntilThere(home + "/opened-by-other"));
-    EXPECT_EQ(readFile(home + "/opened-by-other"), home + "\n");
+    EXPECT_EQ(readFile(home + "/opened-by-other"), home + " act 5\n");
     EXPECT_FALSE(std::filesystem::exists(home + "/opened-by-" + self));
 
+    internal::SetActivationTokenMaker({});
     std::filesystem::remove(home + "/other");
     EXPECT_FALSE(RevealInFileManager(New<FolderItem>(String(path))));
 }

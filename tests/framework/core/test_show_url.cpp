@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "framework/core/process/ActivationToken.h"
 #include "tests/support/RecordingOpener.h"
 
 using namespace framework;
@@ -11,6 +12,10 @@ TEST(ShowURL, HandsTheUrlToTheDesktopAsOneWord) {
     const marrowbeck::test::RecordingOpener opener;
     EXPECT_TRUE(ShowURL("http://host/a?b=c&d=$(id);'x y'"));
     EXPECT_EQ(opener.Call(), "http://host/a?b=c&d=$(id);'x y'\n");
+    internal::SetActivationTokenMaker([] { return "right"; });
+    EXPECT_TRUE(ShowURL("http://host/"));
+    EXPECT_EQ(opener.Call(), "http://host/\nright\n");
+    internal::SetActivationTokenMaker({});
 }
 
 TEST(ShowURL, IsFalseWhenNothingCanBeStarted) {
