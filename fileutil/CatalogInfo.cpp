@@ -41,6 +41,8 @@ Ref<CatalogInfo> CatalogInfo::Read(const String& path) {
 }
 
 void CatalogInfo::ApplyTo(const String& path) const {
+    // What a link that leads nowhere says of itself, such as its mode of 0777, holds for no file.
+    if (S_ISLNK(status_.st_mode)) return;
     const char* const file = path.CString();
     mode_t mode = status_.st_mode & 07777;
     if (lchown(file, status_.st_uid, status_.st_gid) != 0) {

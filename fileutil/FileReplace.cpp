@@ -21,12 +21,15 @@ bool exchange(const char* one, const char* other) {
     return renameat2(AT_FDCWD, one, AT_FDCWD, other, RENAME_EXCHANGE) == 0;
 }
 
-/// An empty file, removed when this goes.
+[[noreturn]] void raiseError(int code) {
+    throw FileReplaceException(code, std::strerror(code));
+}
+
+/// An empty file of a name that nothing else has. What has that name at the end is removed when this goes.
 class ScratchFile {
   public:
-    explicit ScratchFile(const std::string& folder) : path_(folder + "/.swap-XXXXXX") {
-        file_ = Descriptor(mkostemp(path_.data(), O_CLOEXEC));
-    }
+    explicit ScratchFile(const Ref<FolderItem>& folder)
+        : path_(FileReplace::POSIXPath(folder).ToStd() + "/.new-XXXXXX"), file_(mkostemp(path_.data(), O_CLOEXEC)) {}
     ScratchFile(const ScratchFile&) = delete;
     ScratchFile& operator=(const ScratchFile&) = delete;
     ~ScratchFile() {
@@ -35,6 +38,7 @@ class ScratchFile {
 
     bool Made() const { return file_.IsOpen(); }
     const char* Path() const { return path_.c_str(); }
+    String Name() const { return String(Paths::LastPart(path_)); }
 
   private:
     std::string path_;
@@ -45,8 +49,7 @@ class ScratchFile {
 void syncContent(const Ref<FolderItem>& source) {
     Descriptor file = Descriptor::OpenForReading(FileReplace::POSIXPath(source).CString());
     if (file.IsOpen() && file.Sync()) return;
-    const int code = errno;
-    throw FileReplaceException(code, std::strerror(code));
+    raiseError(errno);
 }
 
 /// The names of a folder are written by themselves. The file is in its place: a folder that cannot be synced undoes
@@ -54,11 +57,6 @@ void syncContent(const Ref<FolderItem>& source) {
 void syncFolder(const Ref<FolderItem>& item) {
     const Ref<FolderItem> folder = item->Parent();
     if (folder) Descriptor::Open(FileReplace::POSIXPath(folder).CString(), O_RDONLY | O_DIRECTORY).Sync();
-}
-
-/// A file beside `target`, of a name that the next copy finds again should this process die.
-Ref<FolderItem> besideOf(const Ref<FolderItem>& target) {
-    return target->Parent()->TrueChild("." + target->Name() + ".new");
 }
 
 bool isOnVolumeOf(const Ref<FolderItem>& item, const Ref<FolderItem>& folder) {
@@ -88,7 +86,7 @@ void FileReplace::Replace(const Ref<FolderItem>& source, const Ref<FolderItem>& 
     const Ref<FolderItem> place = GetFolderItem(target->AbsolutePath());
     if (place->Directory()) throw FileReplaceException(0, "Target is a directory.");
     // A link may lead to another volume, where the source can only arrive as a copy.
-    if (place->AbsolutePath() != target->AbsolutePath() && !isOnVolumeOf(source, place->Parent())) {
+    if (!place->AbsolutePath().SameBytes(target->AbsolutePath()) && !isOnVolumeOf(source, place->Parent())) {
         return ReplaceByCopy(source, place);
     }
     syncContent(source);
@@ -103,12 +101,12 @@ void FileReplace::Replace(const Ref<FolderItem>& source, const Ref<FolderItem>& 
 
 void FileReplace::ReplaceByCopy(const Ref<FolderItem>& source, const Ref<FolderItem>& target) {
     const Ref<FolderItem> place = GetFolderItem(target->AbsolutePath());
-    const Ref<FolderItem> copy = besideOf(place);
-    copy->Delete();
-    if (!source->CopyFileTo(copy)) {
-        const int code = errno;
-        throw FileReplaceException(code, std::strerror(code));
-    }
+    const ScratchFile scratch(place->Parent());
+    if (!scratch.Made()) raiseError(errno);
+    // Made anew under that name, with the source's rights.
+    unlink(scratch.Path());
+    const Ref<FolderItem> copy = place->Parent()->TrueChild(scratch.Name());
+    if (!source->CopyFileTo(copy)) raiseError(errno);
     syncContent(copy);
     Rename(copy, place);
     syncFolder(place);
@@ -121,19 +119,15 @@ bool FileReplace::VolumeSupportsFSExchangeObjects(const Ref<FolderItem>& item) {
     }
     struct stat status {};
     if (lstat(POSIXPath(item).CString(), &status) != 0) throw FileReplaceException(errno, "");
-    const std::string folder = POSIXPath(item->Parent()).ToStd();
-    const ScratchFile one(folder);
-    const ScratchFile other(folder);
+    const ScratchFile one(item->Parent());
+    const ScratchFile other(item->Parent());
     return one.Made() && other.Made() && exchange(one.Path(), other.Path());
 }
 
 void FileReplace::Rename(const Ref<FolderItem>& source, const Ref<FolderItem>& target) {
     const Ref<CatalogInfo> info = GetCatalogInfoForRename(target);
     const String path = POSIXPath(target);
-    if (rename(POSIXPath(source).CString(), path.CString()) != 0) {
-        const int code = errno;
-        throw FileReplaceException(code, std::strerror(code));
-    }
+    if (rename(POSIXPath(source).CString(), path.CString()) != 0) raiseError(errno);
     if (info) info->ApplyTo(path);
 }
 

@@ -44,6 +44,8 @@ Ref<TextInputStream> plist::openAsText(const Ref<FolderItem>& binary) {
     // A link of that name is not what is meant, and what it leads to is not ours to delete.
     savePath = binary->Parent()->TrueChild(binary->Name() + " temp");
     if (savePath->Exists()) savePath->Delete();
+    // A folder with something in it would take the copy in, and no save could replace it.
+    if (savePath->Directory()) return binary->OpenAsTextFile();
     const Ref<Shell> shell = New<Shell>();
     const bool copied = binary->CopyFileTo(savePath);
     if (copied) {

@@ -31,13 +31,16 @@ class plist : public Object {
     static const Ref<FolderItem>& StagingFile();
     static void StagingFile(const Ref<FolderItem>& file);
 
-    /// Writes the document to its file. With `cleanup`, Cleanup follows. Where the staging file cannot be written,
-    /// `error` is set; whatever keeps the file from being replaced raises FileReplaceException and leaves it as it was.
+    /// Writes the document to its file. With `cleanup`, Cleanup follows. Where the staging file cannot be made or
+    /// written, `error` is set and FileReplaceException is raised, unless an earlier save has left one, which then
+    /// takes the file's place. What keeps the file from being replaced raises FileReplaceException too, a key without a
+    /// value KeyNotFoundException, and a tree that is nested too deeply StackOverflowException; the file stays as it
+    /// was. A binary document that cannot be converted back is left as XML.
     virtual void Save(bool cleanup);
     /// Reads `file`, or, where there is none, `defaultFile`, which may be Nil; what is saved later is `file` in both
     /// cases. Sets `error` when neither exists, which leaves an empty document that can be used, and when the file has
-    /// no line "<dict>". A file that cannot be opened raises NilObjectException, one that is nested too deeply
-    /// StackOverflowException.
+    /// no line "<dict>", as one in binary form has not where a folder stands in the way of its XML copy. A file that
+    /// cannot be opened raises NilObjectException, one that is nested too deeply StackOverflowException.
     virtual void Load(const Ref<FolderItem>& file, const Ref<FolderItem>& defaultFile);
     /// Deletes the XML copy that was made of a binary file. A later Save makes it again.
     virtual void Cleanup();

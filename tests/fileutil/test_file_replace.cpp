@@ -127,6 +127,32 @@ TEST_F(FileReplacement, ALinkStaysALink) {
     EXPECT_EQ(failure(item("new"), item("up")), "0 Target is a directory.");
 }
 
+TEST_F(FileReplacement, LinksThatLeadInACircleMakeWayForAFileOfItsOwnMode) {
+    for (const bool swaps : {true, false}) {
+        for (const char* name : {"one", "other", "private"}) std::filesystem::remove(folder.Path(name));
+        std::filesystem::create_symlink("other", folder.Path("one"));
+        std::filesystem::create_symlink("one", folder.Path("other"));
+        ::chmod(folder.Put("private", "new content").c_str(), 0600);
+        ASSERT_TRUE(InForkedProcess([&] {
+            if (!swaps && !RefuseExchange()) return false;
+            FileReplace::Replace(item("private"), item("one"));
+            return true;
+        }));
+        EXPECT_EQ(status("one").st_mode, mode_t{S_IFREG | 0600});
+        EXPECT_EQ(read("one"), "new content");
+    }
+}
+
+TEST_F(FileReplacement, ACopyArrivesUnderANameThatIsNobodys) {
+    folder.Put(".old.new", "somebody's");
+    FileReplace::ReplaceByCopy(item("new"), item("old"));
+    EXPECT_EQ(read("old"), "new content");
+    EXPECT_EQ(read(".old.new"), "somebody's");
+    std::filesystem::create_directory(folder.Path("folder"));
+    EXPECT_THROW(FileReplace::ReplaceByCopy(item("new"), item("folder")), FileReplaceException);
+    EXPECT_EQ(folder.Item()->Count(), 4) << "no copy is left, of one that failed either";
+}
+
 TEST_F(FileReplacement, OfAnotherVolumeNothingIsCopied) {
     const std::filesystem::path other = "/dev/shm";
     struct stat there {};

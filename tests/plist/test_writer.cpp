@@ -148,6 +148,12 @@ TEST_F(Writer, BinaryDocumentsAreConvertedAndConvertedBack) {
         return documents.Text().starts_with("bplist00");
     }));
     EXPECT_EQ(documents.Open()->root->GetInteger("n"), 46);
+
+    // What stands in the way of the copy is somebody's, and takes nothing in.
+    documents.Item("doc.plist temp")->Delete();
+    documents.folder.Put("doc.plist temp/inside");
+    EXPECT_EQ(documents.Open()->errorMessage, "Not a plist file");
+    EXPECT_EQ(documents.Item("doc.plist temp")->Count(), 1);
 }
 
 TEST_F(Writer, TheOtherMakersReadWhatWasChangedAndSaved) {
