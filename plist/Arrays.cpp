@@ -75,7 +75,9 @@ void plistDict::SetList(const String& key, const Array<String>& list, std::int32
 
 void plistDict::GetList(const String& key, Array<String>& list, std::int32_t append) {
     if (append == 0) list.Redim(-1);
-    for (int i = 0; i <= child(key)->count() - 1; ++i) {
+    // Reckoned once: asking for an element that is missing makes it.
+    const int last = child(key)->count() - 1;
+    for (int i = 0; i <= last; ++i) {
         list.Append(child(key)->GetString(Str(i)));
         LoopYield();
     }

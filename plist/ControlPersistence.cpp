@@ -31,7 +31,9 @@ Ref<plistDict> beginList(plistDict& node, const Ref<Control>& control) {
 /// One stored row of several cells at the end of the list.
 void addRow(const Ref<Listbox>& control, int row, const Ref<plistDict>& cells) {
     control->AddRow(Array<String>{String()});
-    for (int column = 0; column <= cells->count() - 1; ++column) {
+    // Reckoned once: asking for an element that is missing makes it.
+    const int last = cells->count() - 1;
+    for (int column = 0; column <= last; ++column) {
         if (column < control->ColumnCount()) control->Cell(row, column, cells->GetString(Str(column)));
         LoopYield();
     }
@@ -72,7 +74,8 @@ void plistDict::GetListbox(const Ref<Listbox>& control, bool select) {
     const Ref<plistDict> elements = child(key)->child("elements");
     // With several columns it stays empty: only a list without a selection is then found again, in every row.
     String text;
-    for (int row = 0; row <= elements->count() - 1; ++row) {
+    const int last = elements->count() - 1;
+    for (int row = 0; row <= last; ++row) {
         if (control->ColumnCount() < 2) {
             text = elements->GetString(Str(row));
             control->AddRow(Array<String>{text});
@@ -89,7 +92,8 @@ void plistDict::GetPopup(const Ref<PopupMenu>& control, bool select) {
     if (!Exists(key)) SetPopup(control);
     const String selected = child(key)->GetString("default");
     const Ref<plistDict> elements = child(key)->child("elements");
-    for (int row = 0; row <= elements->count() - 1; ++row) {
+    const int last = elements->count() - 1;
+    for (int row = 0; row <= last; ++row) {
         const String text = elements->GetString(Str(row));
         control->AddRow(text);
         if (text == selected && select) control->ListIndex(row);

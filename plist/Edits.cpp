@@ -17,12 +17,10 @@ void plistDict::Remove(const Variant& key) {
 void plistDict::removeKey(const String& key) {
     values->Remove(key);
     types->Remove(key);
-    int position = 0;
-    for (int i = 1; i <= childrenNames.Ubound(); ++i) {
-        if (childrenNames(i) == key) position = i;
-        LoopYield();
-    }
-    if (position == 0) return;
+    // From the end, since the last one of the name counts; and without a yield, behind which others may stand there.
+    int position = childrenNames.Ubound();
+    while (position > 0 && childrenNames(position) != key) --position;
+    if (position <= 0) return;
     childrenNames.Remove(position);
     children.Remove(position);
     childIndex_.Drop();
@@ -42,7 +40,7 @@ void plistDict::removeElement(std::int32_t n) {
     }
     values->Remove(removed);
     // Where the next element moves in, the key keeps its place in the order, in which arrays are written.
-    if (!types->HasKey(Str(n + 1))) types->Remove(removed);
+    if (n >= last || !types->HasKey(Str(n + 1))) types->Remove(removed);
     for (int i = n + 1; i <= last; ++i) {
         const String from = Str(i);
         if (types->HasKey(from)) {

@@ -13,6 +13,8 @@ void EntryPrinter::Put(std::initializer_list<std::string_view> parts) {
 
 void EntryPrinter::Print(plistDict& node, std::int32_t level) {
     CheckStack();
+    // So may the node itself be taken out.
+    const Ref<plistDict> alive(&node);
     const String indent{std::string(static_cast<std::size_t>(level < 0 ? 0 : level), '\t')};
     for (int i = 0; i < node.types->Count(); ++i) {
         const String key = node.types->Key(i).StringValue();
@@ -46,9 +48,13 @@ void EntryPrinter::Print(plistDict& node, std::int32_t level) {
 void EntryPrinter::printNodes(plistDict& node, const String& key, const String& word, std::int32_t level,
                               const String& indent) {
     const std::string_view tag = word == "array" ? "array" : "dict";
+    // Found before the first is printed: while that goes on, others may take nodes out.
+    std::vector<Ref<plistDict>> children;
     const Array<String>& names = node.childrenNames;
     for (int at = node.childIndex_.First(names, key); at > 0; at = node.childIndex_.Next(names, at)) {
-        const Ref<plistDict> child = node.children(at);
+        children.push_back(node.children(at));
+    }
+    for (const Ref<plistDict>& child : children) {
         if (child->count() < 1) {
             Put({indent.Bytes(), "<", tag, "/>"});
         } else {

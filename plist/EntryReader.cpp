@@ -20,18 +20,28 @@ class Fragments {
 
     bool AtEnd() const { return atEnd_; }
     String Next() {
-        const std::string_view bytes = line_.Bytes();
-        const std::size_t start = start_;
-        std::size_t cut = bytes.find("><", start);
-        while (cut != std::string_view::npos && bytes.substr(cut + 2, 1) == "/") cut = bytes.find("><", cut + 2);
-        atEnd_ = cut == std::string_view::npos;
-        start_ = cut + 1;
-        return atEnd_ ? line_.Slice(start) : line_.Slice(start, start_ - start);
+        const std::size_t start = end_;
+        end_ = cutBehind(start);
+        if (line_.Slice(start, end_ - start) == kKeyTag) {
+            // What touches the tag of a key, up to its end, is a name that begins like a tag.
+            const std::size_t end = cutBehind(end_);
+            if (Right(line_.Slice(start, end - start), 6) == kKeyEnd) end_ = end;
+        }
+        atEnd_ = end_ == line_.ByteCount();
+        return line_.Slice(start, end_ - start);
     }
 
   private:
+    /// Where the part that has this byte ends.
+    std::size_t cutBehind(std::size_t start) const {
+        const std::string_view bytes = line_.Bytes();
+        std::size_t cut = bytes.find("><", start);
+        while (cut != std::string_view::npos && bytes.substr(cut + 2, 1) == "/") cut = bytes.find("><", cut + 2);
+        return cut == std::string_view::npos ? bytes.size() : cut + 1;
+    }
+
     String line_;
-    std::size_t start_ = 0;
+    std::size_t end_ = 0;
     bool atEnd_ = false;
 };
 
@@ -73,9 +83,9 @@ void EntryReader::Read() {
 
 void EntryReader::readFragment() {
     if (Left(line_, 5) == kKeyTag) {
-        line_ = Mid(line_, 6);
-        if (Right(line_, 6) == kKeyEnd) line_ = Left(line_, Len(line_) - 6);
-        pendingKey_ = line_;
+        // The line itself stays whole: a key may read as the tag that ends this node.
+        pendingKey_ = Mid(line_, 6);
+        if (Right(pendingKey_, 6) == kKeyEnd) pendingKey_ = Left(pendingKey_, Len(pendingKey_) - 6);
         return;
     }
     if (line_ == endTag_) return;

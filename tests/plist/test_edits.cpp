@@ -97,3 +97,15 @@ TEST_F(Edits, RemoveByNumberClosesTheGap) {
     array->Remove(0);
     EXPECT_EQ(array->count(), 0);
 }
+
+TEST_F(Edits, AnArrayWithHolesCanBeGoneThrough) {
+    const auto array = arrayOf(root, "a");
+    for (const char* key : {"5", "6"}) array->SetString(key, key);
+    array->Remove(5);
+    EXPECT_EQ(outline(array), "0=string:a 6=string:6");
+    document->Save();
+    Array<String> strings;
+    root->GetList("array", strings, 0);
+    EXPECT_EQ(strings.Ubound(), 1);
+    EXPECT_EQ(strings(1), "");
+}

@@ -76,6 +76,49 @@ TEST_F(Writer, ReaderAndWriterDisagreeWhereTheyMust) {
     EXPECT_EQ(outline(documents.Open("other")->root), "x>=y</key:(none)");
 }
 
+TEST_F(Writer, AKeyThatReadsAsATagIsAKey) {
+    const char* const names[] = {"</dict>", "<dict/>", "<b",       "<key>",   "</key>",
+                                 "<",       ">",       "</array>", "<true/>", "&lt;"};
+    root->AddChild("inner");
+    for (const char* name : names) {
+        root->SetString(name, "x");
+        root->child("inner")->SetBoolean(name, true);
+    }
+    root->SetString("last", "y");
+    const std::string before = outline(root);
+    EXPECT_EQ(again(), before);
+}
+
+TEST_F(Writer, ANodeMayBeTakenOutWhileAnotherIsPrinted) {
+    class Parent : public plistDict {
+      public:
+        void Add(const String& key, const Ref<plistDict>& node) {
+            types->Value(key, "dict");
+            childrenNames.Append(key);
+            children.Append(node);
+        }
+    };
+    /// In the place of another thread, which would do so at a yield.
+    class Remover : public plistDict {
+      public:
+        explicit Remover(Parent* owner) : owner_(owner) { SetString("inner", "x"); }
+        void Write(const Ref<TextOutputStream>& stream, std::int32_t level) override {
+            for (const char* key : {"first", "second"}) owner_->Remove(key);
+            plistDict::Write(stream, level);
+        }
+
+      private:
+        Parent* owner_;
+    };
+    const auto parent = New<Parent>();
+    parent->Add("first", New<plistDict>());
+    parent->Add("second", New<Remover>(parent.Get()));
+    parent->Write(TextOutputStream::Create(documents.Item("lines")), 0);
+    EXPECT_EQ(documents.Text("lines"),
+              "<key>first</key>\n<dict/>\n<key>second</key>\n<dict>\n\t<key>inner</key>\n"
+              "\t<string>x</string>\n</dict>\n");
+}
+
 TEST_F(Writer, ATypeWithoutAValueCannotBePrinted) {
     document = documents.Of("\t<key>a</key>\n\t<string/>\n");
     const std::string before = documents.Text();

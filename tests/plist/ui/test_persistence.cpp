@@ -64,6 +64,11 @@ TEST_F(Persistence, SeveralColumnsAreCutToTheControl) {
     EXPECT_EQ(narrow->Cell(1, 0), "b");
     EXPECT_EQ(narrow->Cell(1, 1), "second");
     EXPECT_EQ(narrow->ListIndex(), 1) << "without a selected text every row in turn is selected";
+
+    const auto elements = again->root->child("list.3")->child("elements");
+    for (const char* key : {"0", "1"}) elements->child(key)->Remove("1");
+    again->root->GetListbox(narrow, false);
+    EXPECT_EQ(narrow->ListCount(), 4) << "of rows with a hole too";
 }
 
 TEST_F(Persistence, SimpleControlsKeepOneValue) {
