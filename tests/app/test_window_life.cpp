@@ -193,6 +193,7 @@ TEST_F(WindowLife, WhateverTakesTheKeysHasAName) {
     int stops = 0;
     expectNames(QAccessible::queryAccessibleInterface(window->Native()), stops);
     EXPECT_GE(stops, 12);
+    EXPECT_EQ(window->Native()->focusWidget(), window->Listbox1->Native()) << "the arrows go through the list at once";
 }
 
 TEST_F(WindowLife, KeysReloadStopAndOpenTheMenus) {

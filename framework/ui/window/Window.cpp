@@ -65,6 +65,7 @@ void Window::Realize() {
     if (!placed_) placeOnScreen();
     bringBack();
     Dispatch([this] { Event_Open(); });
+    if (!frame_->focusWidget()) focusFirst();
 }
 
 /// Makes the window an open one, if it is not.
@@ -292,12 +293,27 @@ void Window::Add(const Ref<RectControl>& control) {
     if (realized_) orderTabs();
 }
 
-void Window::orderTabs() {
+std::vector<Ref<RectControl>> Window::controlsInTabOrder() const {
     std::vector<Ref<RectControl>> inOrder = controls_;
     std::stable_sort(inOrder.begin(), inOrder.end(),
                      [](const auto& one, const auto& other) { return one->TabIndex() < other->TabIndex(); });
+    return inOrder;
+}
+
+/// Left to itself, the toolkit takes a tool or the default button, which Return presses from everywhere.
+void Window::focusFirst() {
+    for (const Ref<RectControl>& control : controlsInTabOrder()) {
+        QWidget* const widget = control->Native();
+        const QWidget* const taker = widget->focusProxy() ? widget->focusProxy() : widget;
+        if (!(taker->focusPolicy() & Qt::TabFocus) || !control->Enabled() || !control->Visible()) continue;
+        widget->setFocus(Qt::OtherFocusReason);
+        return;
+    }
+}
+
+void Window::orderTabs() {
     QWidget* last = nullptr;
-    for (const Ref<RectControl>& control : inOrder) {
+    for (const Ref<RectControl>& control : controlsInTabOrder()) {
         for (QWidget* const stop : control->TabStops()) {
             if (last) QWidget::setTabOrder(last, stop);
             last = stop;

@@ -164,7 +164,9 @@ class Window : public Object {
 
   private:
     void bringBack();
+    std::vector<Ref<RectControl>> controlsInTabOrder() const;
     void orderTabs();
+    void focusFirst();
     void placeOnScreen();
 
     native::WindowFrame* frame_;

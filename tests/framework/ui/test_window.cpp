@@ -11,6 +11,7 @@
 #include "framework/core/time/Clock.h"
 #include "framework/ui/control/Canvas.h"
 #include "framework/ui/control/Label.h"
+#include "framework/ui/control/PushButton.h"
 #include "framework/ui/field/TextField.h"
 #include "framework/ui/menu/Toolbar.h"
 #include "framework/ui/window/Global.h"
@@ -158,8 +159,10 @@ TEST(WindowLayout, BarsStandOutsideAContentOfExactlyTheGivenSize) {
     EXPECT_EQ(window->Height(), 450);
 }
 
-TEST(WindowLayout, TheTabKeyVisitsControlsByTheirIndex) {
+TEST(WindowLayout, TheTabKeyVisitsControlsByTheirIndexFromTheFirstThatTakesKeys) {
     const Ref<Window> window = New<Window>();
+    window->Add<PushButton>("button", 0, 0, 50, 20)->TabIndex(9);
+    window->Add<Label>("label", 0, 0, 50, 20);
     const auto add = [&](const char* name, int tabIndex) {
         const Ref<TextField> field = window->Add<TextField>(name, 0, 0, 50, 20);
         field->TabIndex(tabIndex);
@@ -170,7 +173,7 @@ TEST(WindowLayout, TheTabKeyVisitsControlsByTheirIndex) {
     const Ref<TextField> second = add("second", 2);
     window->Show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window->Native()));
-    first->Native()->setFocus();
+    EXPECT_EQ(window->Native()->focusWidget(), first->Native());
     QTest::keyClick(window->Native()->focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(window->Native()->focusWidget(), second->Native());
     QTest::keyClick(window->Native()->focusWidget(), Qt::Key_Tab);
