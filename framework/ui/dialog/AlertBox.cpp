@@ -72,12 +72,24 @@ native::AlertBox::AlertBox(QMessageBox::Icon icon, const String& title, const St
     setIcon(icon);
     setWindowTitle(ToQt(title));
     setText(forReading(message, kMessage));
+    makeRoomForTitle();
     if (explanation.IsEmpty()) return;
     explain(forReading(explanation, kScrolling));
     if (auto* const label = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
         QFont font = label->font();
         font.setBold(true);
         label->setFont(font);
+    }
+}
+
+/// A short text alone makes a box whose title the desktop has to cut. It may center that between an icon on one side
+/// and three buttons on the other, and its letters are wider than ours.
+void native::AlertBox::makeRoomForTitle() {
+    constexpr int kHeightsBeside = 14;
+    const QFontMetrics metrics = fontMetrics();
+    const int width = metrics.horizontalAdvance(windowTitle()) * 5 / 4 + kHeightsBeside * metrics.height();
+    if (auto* const grid = qobject_cast<QGridLayout*>(layout())) {
+        grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
     }
 }
 

@@ -16,6 +16,7 @@ class AlertBox : public QMessageBox {
     AlertBox(QMessageBox::Icon icon, const String& title, const String& message, const String& explanation = {});
 
   private:
+    void makeRoomForTitle();
     void explain(const QString& text);
 };
 

@@ -12,8 +12,31 @@ namespace framework::native {
 
 WindowStyle::WindowStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
+/// How far below the top of a group its frame is drawn: under the title, as the style has it.
+int WindowStyle::groupFrameTop(const QStyleOption& option, const QWidget* widget) const {
+    constexpr int kGapBelowTitle = 3;
+    return qMax(pixelMetric(PM_IndicatorHeight, &option, widget), option.fontMetrics.height()) + kGapBelowTitle;
+}
+
 void WindowStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                 const QWidget* widget) const {
+    if (const auto* const frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+        frame && element == PE_FrameGroupBox) {
+        // Layouts begin what a group holds so far below its top. Of a font with tall lines the frame would lie under
+        // it.
+        constexpr int kContentTop = 20;
+        constexpr int kLineAndGap = 2;
+        QStyleOptionFrame above = *frame;
+        above.rect.setTop(above.rect.top() -
+                          qMax(0, groupFrameTop(*option, widget) - (ToToolkit(kContentTop) - kLineAndGap)));
+        drawOutlined(element, &above, painter, widget);
+    } else {
+        drawOutlined(element, option, painter, widget);
+    }
+}
+
+void WindowStyle::drawOutlined(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                               const QWidget* widget) const {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     const bool outlined = element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton ||
                           element == PE_FrameGroupBox || element == PE_FrameLineEdit;
@@ -27,12 +50,7 @@ void WindowStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
     painter->setPen(QPen(line, 1));
     painter->setBrush(Qt::NoBrush);
     QRectF box = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
-    // The frame of a group begins below its title, where the style itself has drawn it.
-    if (element == PE_FrameGroupBox) {
-        constexpr int kGapBelowTitle = 3;
-        box.setTop(box.top() + qMax(pixelMetric(PM_IndicatorHeight, option, widget), option->fontMetrics.height()) +
-                   kGapBelowTitle);
-    }
+    if (element == PE_FrameGroupBox) box.setTop(box.top() + groupFrameTop(*option, widget));
     if (element == PE_IndicatorRadioButton) {
         painter->drawEllipse(box);
     } else {

@@ -24,6 +24,9 @@ class WindowStyle : public QProxyStyle {
                   QStyleHintReturn* data) const override;
 
   private:
+    void drawOutlined(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                      const QWidget* widget) const;
+    int groupFrameTop(const QStyleOption& option, const QWidget* widget) const;
     static void drawFocusFrame(const QStyleOption& option, QPainter& painter);
 };
 

@@ -31,6 +31,16 @@ QString onOneLine(const String& text) {
     return line;
 }
 
+/// A text as spreadsheets take it in a line of cells: in quotes, and the quotes in it twice, where it would be misread.
+QString asField(const String& text) {
+    QString field = native::ToQt(text);
+    constexpr QChar kQuote(u'"');
+    const bool endsCell =
+        std::any_of(field.cbegin(), field.cend(), [](QChar c) { return c == u'\t' || c == u'\n' || c == u'\r'; });
+    if (!endsCell && !field.startsWith(kQuote)) return field;
+    return kQuote + field.replace(kQuote, QLatin1String("\"\"")) + kQuote;
+}
+
 }  // namespace
 
 QString ShownText(const String& text) {
@@ -169,10 +179,10 @@ QString ListboxModel::asText(const std::vector<int>& rows) const {
     if (hasHeadings) lines.append(cells.join(QLatin1Char('\t')));
     for (const int row : rows) {
         cells.clear();
-        for (int column = 0; column < rows_.ColumnCount(); ++column) cells.append(onOneLine(rows_.Cell(row, column)));
+        for (int column = 0; column < rows_.ColumnCount(); ++column) cells.append(asField(rows_.Cell(row, column)));
         if (fileTagColumn_ >= 0) {
             const Ref<FolderItem> file = fileOf(row);
-            cells.append(file ? onOneLine(file->AbsolutePath()) : QString());
+            cells.append(file ? asField(file->AbsolutePath()) : QString());
         }
         lines.append(cells.join(QLatin1Char('\t')));
     }
@@ -183,10 +193,19 @@ QMimeData* ListboxModel::DataOf(const std::vector<int>& rows) const {
     auto data = std::make_unique<QMimeData>();
     data->setText(asText(rows));
     QByteArray urls;
+    QByteArray forPasting("copy");
     for (const int row : rows) {
-        if (const Ref<FolderItem> file = fileOf(row)) urls.append(file->URLPath().CString()).append("\r\n");
+        const Ref<FolderItem> file = fileOf(row);
+        if (!file) continue;
+        const String url = file->URLPath();
+        urls.append(url.CString()).append("\r\n");
+        forPasting.append('\n').append(url.CString());
     }
-    if (!urls.isEmpty()) data->setData(QStringLiteral("text/uri-list"), urls);
+    if (!urls.isEmpty()) {
+        data->setData(QStringLiteral("text/uri-list"), urls);
+        // Many file managers paste by this alone, which says as well whether the files are copied or moved.
+        data->setData(QStringLiteral("x-special/gnome-copied-files"), forPasting);
+    }
     return data.release();
 }
 

@@ -38,7 +38,8 @@ class ListboxModel : public QAbstractTableModel {
     /// files.
     void FileTagColumn(int column) { fileTagColumn_ = column; }
     /// The rows for other programs: lines of text with tabs between the cells, the headings first and the path last, as
-    /// a spreadsheet wants them, and the files, as a file manager wants them. The toolkit takes it over.
+    /// a spreadsheet wants them, in quotes what holds a line end or a tab; and the files, as file managers want them.
+    /// The toolkit takes it over.
     QMimeData* DataOf(const std::vector<int>& rows) const;
 
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : announced_; }

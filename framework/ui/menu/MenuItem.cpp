@@ -57,8 +57,10 @@ MenuItem::~MenuItem() = default;
 
 void MenuItem::Text(const String& text) {
     text_ = text;
-    action_->setSeparator(text.SameBytes("-"));
-    action_->setText(native::ToQt(text));
+    const bool isLine = text.SameBytes("-");
+    action_->setSeparator(isLine);
+    // The toolkit would draw a line's text as the title of what follows.
+    action_->setText(isLine ? QString() : native::ToQt(text));
     if (action_->Menu) action_->Menu->setTitle(native::ToQt(text));
 }
 

@@ -2,6 +2,8 @@
 #include "framework/ui/start/Runtime.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFile>
 #include <QIcon>
 #include <QTimer>
 #include <cstdio>
@@ -106,6 +108,23 @@ std::vector<std::string> documentsOf(int argc, char** argv) {
     return paths;
 }
 
+/// The icon that the desktop's theme has for the program, else the program's own.
+QIcon programIcon(const QString& name) {
+    const Ref<FolderItem> icons = ApplicationIconsFolder();
+    if (!icons) return QIcon::fromTheme(name);
+    const QString folder = native::ToQt(icons->AbsolutePath());
+    // Of a program that lies elsewhere than the desktop's own, too.
+    QIcon::setThemeSearchPaths(QIcon::themeSearchPaths() << folder);
+    // A desktop without any theme has none of the icons that lie in the folders of one.
+    QIcon own;
+    const QDir sizes(folder + QStringLiteral("/hicolor"));
+    for (const QString& size : sizes.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        const QString file = sizes.filePath(size + QStringLiteral("/apps/") + name + QStringLiteral(".png"));
+        if (QFile::exists(file)) own.addFile(file);
+    }
+    return QIcon::fromTheme(name, own);
+}
+
 }  // namespace
 
 int RunFrameworkInitialization(int argc, char** argv, const ProgramIdentity& identity,
@@ -118,11 +137,7 @@ int RunFrameworkInitialization(int argc, char** argv, const ProgramIdentity& ide
     process()->documents = documentsOf(process()->argumentCount, argv);
     QApplication::setApplicationName(native::ToQt(identity.Name));
     QApplication::setDesktopFileName(native::ToQt(identity.DesktopName));
-    // Of a program that lies elsewhere than the desktop's own, too.
-    if (const Ref<FolderItem> icons = ApplicationIconsFolder()) {
-        QIcon::setThemeSearchPaths(QIcon::themeSearchPaths() << native::ToQt(icons->AbsolutePath()));
-    }
-    QApplication::setWindowIcon(QIcon::fromTheme(native::ToQt(identity.DesktopName)));
+    QApplication::setWindowIcon(programIcon(native::ToQt(identity.DesktopName)));
     // A program ends by Quit, which gives it its last events.
     QApplication::setQuitOnLastWindowClosed(false);
     internal::SetAlertPresenter(internal::PresentAlert);

@@ -74,6 +74,20 @@ TEST_F(Controls, SayToAScreenReaderWhatTheyShow) {
     EXPECT_EQ(Spoken(*group), "Cut & paste");
 }
 
+TEST_F(Controls, TheFrameOfAGroupLiesAboveWhatTheGroupHolds) {
+    window->Frame(Window::FrameMetal);
+    const Ref<GroupBox> group = window->Add<GroupBox>("group", 0, 0, 250, 100);
+    Show();
+    QFont tall = group->Native()->font();
+    tall.setPixelSize(30);
+    group->Native()->setFont(tall);
+    const QImage image = group->Native()->grab().toImage();
+    const int middle = image.width() / 2;
+    const int content = image.height() / 5;  // 20 of 100, whatever the scale
+    EXPECT_NE(image.pixel(middle, content - 2), image.pixel(middle, 0));
+    for (int y = content; y < 4 * content; ++y) EXPECT_EQ(image.pixel(middle, y), image.pixel(middle, 3 * content));
+}
+
 TEST_F(Controls, LabelsOfDarkTextAreReadableOnADarkWindow) {
     window->Frame(Window::FrameMetal);
     const Ref<Label> label = window->Add<Label>("label", 0, 0, 140, 24);

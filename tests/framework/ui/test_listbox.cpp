@@ -91,12 +91,14 @@ TEST_F(ListboxTest, TheEditMenuSelectsAndCopies) {
     // Files come along for a file manager, and with headings and paths for a spreadsheet.
     list->Heading(0, "Filename ");
     list->FileTagColumn(1);
-    list->CellTag(0, 1, "/pictures/a b.jpg");
+    list->Cell(0, 1, "\"a\"");
+    list->CellTag(0, 1, "/pictures/a\nb.jpg");
     list->ListIndex(0);
     list->Edit(EditTarget::Command::Copy);
     const QMimeData& copied = *QGuiApplication::clipboard()->mimeData();
-    EXPECT_EQ(copied.text(), "Filename\t\t\tPath\na\t0\t\t/pictures/a b.jpg");
-    EXPECT_EQ(copied.urls(), QList<QUrl>{QUrl("file:///pictures/a%20b.jpg")});
+    EXPECT_EQ(copied.text(), "Filename\t\t\tPath\na\t\"\"\"a\"\"\"\t\t\"/pictures/a\nb.jpg\"");
+    EXPECT_EQ(copied.urls(), QList<QUrl>{QUrl("file:///pictures/a%0Ab.jpg")});
+    EXPECT_EQ(copied.data("x-special/gnome-copied-files"), "copy\nfile:///pictures/a%0Ab.jpg");
 }
 
 }  // namespace
