@@ -17,6 +17,12 @@ target_compile_options(
 # GCC 12 sees overlaps in std::string's own code where there are none, once it optimises (its bug 105651).
 target_compile_options(marrowbeck_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 
+# What is handed out names no folder of whoever built it, and has the same bytes wherever that was. In a debug build the
+# debugger finds the folders all the same. The folder that is named last counts first.
+foreach(folder IN ITEMS "${PROJECT_SOURCE_DIR}=." "${PROJECT_BINARY_DIR}=./build")
+  target_compile_options(marrowbeck_options INTERFACE -f$<IF:$<CONFIG:Debug>,macro,file>-prefix-map=${folder})
+endforeach()
+
 option(MARROWBECK_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
 if(MARROWBECK_SANITIZE)
   target_compile_options(marrowbeck_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined

@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # The entries of the current version in CHANGELOG.md, as lines of text and as items of a list in HTML, and its date.
+# That is the time of all that is handed out, so that the same sources give the same bytes whenever they are built.
 file(STRINGS ${PROJECT_SOURCE_DIR}/CHANGELOG.md lines ENCODING UTF-8)
 set_property(
   DIRECTORY
@@ -21,4 +22,11 @@ foreach(line IN LISTS lines)
 endforeach()
 if(NOT what_is_new)
   message(FATAL_ERROR "CHANGELOG.md says nothing of ${PROJECT_VERSION}")
+endif()
+set(release_time $ENV{SOURCE_DATE_EPOCH})
+if(NOT release_time)
+  execute_process(
+    COMMAND date -u -d ${release_date} +%s
+    OUTPUT_VARIABLE release_time
+    OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 endif()

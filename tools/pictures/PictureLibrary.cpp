@@ -14,32 +14,34 @@ namespace fs = std::filesystem;
 
 constexpr const char* moduleName = "pictures.so";
 
-/// Where the module lies: beside the tool, or for a program of another folder, such as a test, where it was built.
-fs::path moduleFolder() {
+/// The module, which lies beside the program and nowhere else: one that is found where others may write is their code.
+/// Empty where there is none.
+fs::path modulePath() {
     std::error_code failure;
-    const fs::path own = fs::read_symlink("/proc/self/exe", failure).parent_path();
-    return fs::exists(own / moduleName, failure) ? own : fs::path(MARROWBECK_LIBEXEC_DIR);
+    const fs::path program = fs::read_symlink("/proc/self/exe", failure);
+    if (failure) return {};
+    return fs::canonical(program.parent_path() / moduleName, failure);
 }
 
 /// Found before this process may be confined, and so before anything else looks.
-struct Folders {
-    fs::path module = moduleFolder();
-    fs::path data = module.parent_path().parent_path() / "share/marrowbeck/imagemagick";
+struct Places {
+    fs::path module = modulePath();
+    fs::path data = module.parent_path().parent_path().parent_path() / "share/marrowbeck/imagemagick";
 };
 
-const Folders& folders() {
-    static const Folders found;
+const Places& places() {
+    static const Places found;
     return found;
 }
 
 PictureLibrary* load() {
-    const fs::path path = folders().module / moduleName;
+    if (places().module.empty()) return nullptr;
     // Never unloaded: the library registers types for good.
-    void* const module = dlopen(path.c_str(), RTLD_LAZY | RTLD_LOCAL | RTLD_NODELETE);
+    void* const module = dlopen(places().module.c_str(), RTLD_LAZY | RTLD_LOCAL | RTLD_NODELETE);
     if (module == nullptr) return nullptr;
     using Make = PictureLibrary*(const char*);
     auto* const make = reinterpret_cast<Make*>(dlsym(module, "makePictureLibrary"));
-    return make == nullptr ? nullptr : make(folders().data.c_str());
+    return make == nullptr ? nullptr : make(places().data.c_str());
 }
 
 }  // namespace
@@ -50,7 +52,8 @@ PictureLibrary* pictureLibrary() {
 }
 
 std::vector<std::string> pictureLibraryFolders() {
-    return {folders().module, folders().data};
+    if (places().module.empty()) return {};
+    return {places().module.parent_path(), places().data};
 }
 
 }  // namespace marrowbeck::tools
