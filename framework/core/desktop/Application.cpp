@@ -110,14 +110,19 @@ void Application::openDocument(const Ref<FolderItem>& item) {
 bool Application::close() {
     if (std::exchange(quitting_, true)) return false;
     if (quitPreparation()) quitPreparation()();
-    Dispatch([this] { Event_Close(); });
+    bool closed = false;
+    Dispatch([&] {
+        Event_Close();
+        closed = true;
+    });
+    if (!closed) status_ = 1;
     return true;
 }
 
 void Application::quit(int code) {
     if (!close()) return;
     Scheduler::Instance().KillAll();
-    QCoreApplication::exit(code);
+    QCoreApplication::exit(code != 0 ? code : status_);
 }
 
 void Quit(int code) {

@@ -88,6 +88,7 @@ class Application : public Object {
 
     bool opened_ = false;
     bool quitting_ = false;
+    int status_ = 0;
     std::vector<Ref<FolderItem>> waitingDocuments_;
     int major_ = 0;
     int minor_ = 0;
@@ -97,7 +98,8 @@ class Application : public Object {
 };
 
 /// Ends the application in order: the windows get their close events, then the application its own, threads are ended,
-/// and the process leaves with `code`. Only the first call counts.
+/// and the process leaves with `code`, or with 1 where that is 0 and the application's close event failed. Only the
+/// first call counts.
 void Quit(int code = 0);
 
 }  // namespace framework

@@ -210,6 +210,16 @@ TEST(Thread, AnExceptionThatTheApplicationRefusesIsToldAndQuitsInOrder) {
     QCoreApplication::exec();
 }
 
+TEST(Thread, AnEndThatFailsIsToldByTheStatus) {
+    class FailingApplication : public Application {
+      public:
+        void Event_Close() override { throw RuntimeException("Nothing was saved."); }
+    };
+    const auto application = New<FailingApplication>();
+    QTimer::singleShot(0, [] { Quit(); });
+    EXPECT_EQ(QCoreApplication::exec(), 1);
+}
+
 // Recurses deeper than any stack; the room that is used after the call keeps the compiler from making a loop of it.
 int recurse(int depth) {
     CheckStack();
