@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-// Between the framework's values and the toolkit's; for the sources of this folder and for tests of it.
+// Between the framework's values and the toolkit's; for the sources of framework/ui and for tests of it.
 
 #include <QColor>
 #include <QString>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-// A picture as the toolkit's images; for the sources of this folder and for tests of it.
+// A picture as the toolkit's images; for the sources of framework/ui and for tests of it.
 
 #include <QIcon>
 #include <QImage>
