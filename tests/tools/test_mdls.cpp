@@ -50,6 +50,7 @@ const HeaderCase headerCases[] = {
     {"bitmap.pbm", "1|Gray|0|PBM image|32|48"},
     {"rgb.pict", "32|RGB|0|Macintosh Quickdraw/PICT drawing|32|48"},
     {"png-inside.ico", "32|RGB|0|Windows icon|32|48"},
+    {"largest-last.ico", "32|RGB|1|Windows icon|32|48"},
     {"alpha.jxl", "32|RGB|1|JPEG XL image|32|48"},
     {"10-bit-alpha.avif", "40|RGB|1|AVIF image|32|48"},
     {"turned-twice.avif", "32|RGB|0|AVIF image|48|32"},

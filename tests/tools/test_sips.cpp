@@ -86,6 +86,7 @@ const Kind kinds[] = {
     {"rgb.xpm", {245, 95, 72, 255, 20}, {10, 4, 124, 255, 20}},
     {"rgb.pict", tomato, navy},
     {"png-inside.ico", tomato, navy},
+    {"largest-last.ico", tomato, navy},
     {"alpha.jxl", {255, 99, 71, 128, 12}, {0, 0, 128, 128, 12}},
     {"10-bit-alpha.avif", {255, 99, 71, 128, 16}, {0, 0, 128, 128, 16}},
     // Colours are those of the profile, where it makes sense.

@@ -117,20 +117,43 @@ void LoadableContent::markPict() {
     if (hasAt(bytes(), version, marks[0])) use(std::string(room, '\xff').append(bytes()));
 }
 
-/// Large icons are PNG files, behind a table that names kind, place and size of each picture. The first such is taken
-/// for the icon.
+/// An icon file is a table that names kind, place and size of its pictures, and these behind it. The largest, with most
+/// bits a pixel, is taken for the icon; loaders take the first. It may be a PNG file of its own.
 void LoadableContent::enterIcon() {
     constexpr std::size_t tableStart = 6;
     constexpr std::size_t entrySize = 16;
+    constexpr std::string_view onePicture = "\0\0\1\0\1\0"sv;
     if (!hasAt(bytes(), 0, "\0\0\1\0"sv) || bytes().size() < tableStart) return;
-    const std::size_t count = static_cast<unsigned char>(bytes()[4]);
+    const auto byteAt = [this](std::size_t at) { return std::uint32_t{static_cast<unsigned char>(bytes()[at])}; };
+    const auto isPngAt = [this](std::size_t at) { return hasAt(bytes(), at, "\x89PNG\r\n\x1a\n"); };
+    std::size_t chosen = 0;
+    std::pair<std::uint64_t, std::uint32_t> most;
+    const std::size_t count = byteAt(4) | byteAt(5) << 8;
     for (std::size_t i = 0; i < count && tableStart + (i + 1) * entrySize <= bytes().size(); ++i) {
         const std::size_t entry = tableStart + i * entrySize;
-        const std::size_t size = littleEndian(bytes(), entry + 8);
         const std::size_t start = littleEndian(bytes(), entry + 12);
-        if (start >= bytes().size() || !hasAt(bytes(), start, "\x89PNG\r\n\x1a\n")) continue;
-        content_ = content_.subspan(start, std::min(size, bytes().size() - start));
-        return;
+        if (start >= bytes().size()) continue;
+        // A byte has no room for 256 and what is above. A PNG says it again, in the first of its chunks.
+        std::uint64_t width = byteAt(entry) == 0 ? 256 : byteAt(entry);
+        std::uint64_t height = byteAt(entry + 1) == 0 ? 256 : byteAt(entry + 1);
+        if (isPngAt(start) && start + 24 <= bytes().size()) {
+            width = bigEndian(bytes(), start + 16);
+            height = bigEndian(bytes(), start + 20);
+        }
+        const std::pair size(width * height, byteAt(entry + 6) | byteAt(entry + 7) << 8);
+        if (chosen != 0 && size <= most) continue;
+        chosen = entry;
+        most = size;
+    }
+    if (chosen == 0) return;
+    const std::size_t start = littleEndian(bytes(), chosen + 12);
+    const std::size_t size = std::min<std::size_t>(littleEndian(bytes(), chosen + 8), bytes().size() - start);
+    if (isPngAt(start)) {
+        content_ = content_.subspan(start, size);
+    } else if (count > 1) {
+        std::string file(onePicture);
+        file.append(bytes().substr(chosen, entrySize - 4)).append({tableStart + entrySize, 0, 0, 0});
+        use(file.append(bytes().substr(start, size)));
     }
 }
 
