@@ -159,6 +159,12 @@ TEST(Mdls, ValuesStandInNameOrderWithNulsBetween) {
     EXPECT_THAT(mdls({picture("rgb.png")}).output, HasSubstr("kMDItemProfileName = (null)\n"));
 }
 
+TEST(Mdls, AFileThatNoReaderSurvivesHasItsKindByName) {
+    const Job job =
+        std::get<Job>(Mdls().begin({"-name", "kMDItemKind", "-name", "kMDItemPixelWidth", "-raw", "a/b.png"}));
+    EXPECT_EQ(job.finish(std::nullopt).output, std::string("PNG image\0(null)", 16));
+}
+
 TEST(Mdls, FilesThatMakeNoSenseHaveNoValuesAndAreNoFailure) {
     const TemporaryFolder folder;
     const std::string nothing = std::string("(null)\0(null)\0(null)", 20);

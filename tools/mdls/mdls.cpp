@@ -62,6 +62,19 @@ std::optional<Wish> parse(const Arguments& arguments) {
     return wish;
 }
 
+/// A name and a value of an answer, a NUL behind each.
+void append(std::string& answer, std::string_view name, std::string_view value) {
+    answer.append(name).push_back('\0');
+    answer.append(value).push_back('\0');
+}
+
+/// What is known of a file that its reader did not survive.
+std::string kindByName(std::string_view name) {
+    std::string answer;
+    if (const std::string kind = MimeTypes().kindOf(name, {}); !kind.empty()) append(answer, kindAttribute, kind);
+    return answer;
+}
+
 /// The output, of names and values as the reader gives them.
 std::string outputOf(const Wish& wish, std::string_view answer) {
     std::map<std::string_view, std::string_view> values;
@@ -107,8 +120,8 @@ std::variant<Job, ToolResult> Mdls::begin(const Arguments& arguments) const {
     Job job;
     job.path = wish->path;
     job.question = nameOf(wish->path);
-    job.finish = [wish = std::move(*wish)](std::optional<std::string_view> answer) {
-        return ToolResult{outputOf(wish, answer.value_or(std::string_view())), {}, exitSuccess};
+    job.finish = [wish = std::move(*wish), name = job.question](std::optional<std::string_view> answer) {
+        return ToolResult{outputOf(wish, answer ? *answer : kindByName(name)), {}, exitSuccess};
     };
     return job;
 }
@@ -134,10 +147,7 @@ std::optional<std::string> Mdls::read(const std::string& question, Content conte
     if (std::string kind = types_.kindOf(question, content); !kind.empty())
         values.emplace(kindAttribute, std::move(kind));
     std::string answer;
-    for (const auto& [name, value] : values) {
-        answer.append(name).push_back('\0');
-        answer.append(value).push_back('\0');
-    }
+    for (const auto& [name, value] : values) append(answer, name, value);
     return answer;
 }
 

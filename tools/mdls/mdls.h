@@ -19,7 +19,7 @@ namespace marrowbeck::tools {
 /// is answered. Values are UTF-8, hold no NUL, and have at most 64 KiB.
 ///
 /// Only a file that is missing, or is no file, gives a status other than 0; one that makes no
-/// sense gives "(null)", and so does one that may not be read, but for its kind, which its name tells.
+/// sense, or may not be read, gives "(null)", but for its kind, which its name tells where nothing else does.
 class Mdls final : public Tool {
   public:
     Limits limits() const override;

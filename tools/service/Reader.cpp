@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <ctime>
 
+#include "tools/service/FaultSignals.h"
 #include "tools/service/ReaderProcess.h"
 
 namespace marrowbeck::tools {
@@ -136,7 +137,7 @@ bool Reader::endAndBlame() {
     while (waitpid(process_, &status, 0) < 0 && errno == EINTR) continue;
     ::close(socket_);
     process_ = -1;
-    return WIFSIGNALED(status) ? WTERMSIG(status) != SIGKILL : busy_;
+    return WIFSIGNALED(status) ? isFaultSignal(WTERMSIG(status)) : busy_;
 }
 
 }  // namespace marrowbeck::tools

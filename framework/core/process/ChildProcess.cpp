@@ -5,6 +5,7 @@
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -41,6 +42,7 @@ struct ChildPlan {
     int input;
     int output;
     int errors;
+    bool keepsFilesPrivate;
     pid_t parent;
 };
 
@@ -52,6 +54,7 @@ struct ChildPlan {
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
     signal(SIGPIPE, SIG_DFL);
+    if (plan.keepsFilesPrivate) umask(S_IRWXG | S_IRWXO);
     if (dup2(plan.input, STDIN_FILENO) >= 0 && dup2(plan.output, STDOUT_FILENO) >= 0 &&
         (plan.errors < 0 || dup2(plan.errors, STDERR_FILENO) >= 0) && chdir(plan.workingFolder) == 0) {
         execve(plan.path, plan.arguments, plan.environment);
@@ -74,6 +77,10 @@ struct ChildPlan {
     return process;
 }
 
+int shellStatus(int status) {
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
 bool& passesErrorsOn() {
     static bool passes = false;
     return passes;
@@ -87,7 +94,8 @@ void ChildProcess::PassErrorsOn() {
 
 std::optional<ChildProcess> ChildProcess::Start(const std::string& path, const std::vector<std::string>& arguments,
                                                 const std::vector<std::string>& environment,
-                                                const std::string& workingFolder, InputKind inputKind) {
+                                                const std::string& workingFolder, InputKind inputKind,
+                                                NewFiles newFiles) {
     // The child's end of the second is its first; a socket, since a pipe whose reader has died would end us.
     std::array<int, 2> output{-1, -1};
     std::array<int, 2> input{-1, -1};
@@ -105,6 +113,7 @@ std::optional<ChildProcess> ChildProcess::Start(const std::string& path, const s
                          talks ? input[0] : nothing,
                          output[1],
                          passesErrorsOn() || isatty(STDERR_FILENO) == 1 ? -1 : nothing,
+                         newFiles == NewFiles::ownersOnly,
                          getpid()};
     const pid_t process = startChild(plan);
     const int error = errno;
@@ -132,7 +141,7 @@ ChildProcess::ChildProcess(ChildProcess&& other) noexcept
       output_(std::exchange(other.output_, -1)) {}
 
 ChildProcess::~ChildProcess() {
-    end();
+    End();
 }
 
 std::string ChildProcess::ReadOutput() {
@@ -157,20 +166,23 @@ int ChildProcess::Wait() {
     int status = 0;
     while (waitpid(process_, &status, 0) < 0 && errno == EINTR) continue;
     process_ = -1;
-    end();
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    End();
+    return shellStatus(status);
 }
 
-void ChildProcess::end() noexcept {
+int ChildProcess::End() noexcept {
+    int status = 0;
     if (process_ > 0) {
-        // Without a group of its own there is only the process, and it is waited for.
+        // Without a group of its own there is only the process, and it is waited for. One that has ended already keeps
+        // the status with which it did.
         if (kill(-process_, SIGKILL) != 0) kill(process_, SIGKILL);
-        while (waitpid(process_, nullptr, 0) < 0 && errno == EINTR) continue;
+        while (waitpid(process_, &status, 0) < 0 && errno == EINTR) continue;
         process_ = -1;
     }
     closeDescriptor(input_);
     closeDescriptor(output_);
     closeDescriptor(descriptor_);
+    return shellStatus(status);
 }
 
 }  // namespace framework::internal

@@ -17,11 +17,15 @@ class ChildProcess {
     /// What its standard input is: empty, or a socket whose other end is `Input()`.
     enum class InputKind { empty, open };
 
+    /// Who may do what with the files that it makes: as with this process's own, or nobody but their owner anything.
+    enum class NewFiles { usual, ownersOnly };
+
     /// Starts the program at `path`. Nothing is started when the system refuses or the file is no program that it can
     /// run; errno tells why.
     static std::optional<ChildProcess> Start(const std::string& path, const std::vector<std::string>& arguments,
                                              const std::vector<std::string>& environment,
-                                             const std::string& workingFolder, InputKind input = InputKind::empty);
+                                             const std::string& workingFolder, InputKind input = InputKind::empty,
+                                             NewFiles newFiles = NewFiles::usual);
 
     /// From now on, for those that are started: standard error goes to ours whatever that is.
     static void PassErrorsOn();
@@ -40,11 +44,11 @@ class ChildProcess {
     std::string ReadOutput();
     /// Waits for its end and gives its exit status as a shell tells it: 128 plus the number for a signal.
     int Wait();
+    /// Ends it with all its group, unless it is over already, and gives its status as Wait does. Never parks.
+    int End() noexcept;
 
   private:
     ChildProcess(pid_t process, int descriptor, int input, int output);
-
-    void end() noexcept;
 
     pid_t process_;
     /// Readable once the process is over.

@@ -7,12 +7,14 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <utility>
 #include <vector>
 
 #include "framework/core/process/CommandLine.h"
 #include "framework/core/threads/Scheduler.h"
 #include "framework/core/threads/Waiting.h"
+#include "tools/service/FaultSignals.h"
 
 namespace framework::internal {
 
@@ -20,6 +22,7 @@ using marrowbeck::tools::Answer;
 using marrowbeck::tools::answerFrom;
 using marrowbeck::tools::Arguments;
 using marrowbeck::tools::FrameStream;
+using marrowbeck::tools::isFaultSignal;
 using marrowbeck::tools::requestFrame;
 
 namespace {
@@ -38,6 +41,14 @@ constexpr std::size_t kParcel = 4096;
 
 /// One start again is for the accident that happens to any process; more are a fault of its own.
 constexpr int kMostDeaths = 2;
+
+/// A tool that others end is no worse for that: it is started again and again, with a little rest where they are quick
+/// to do so, for as long as a person would wait for an answer.
+constexpr int kRestMilliseconds = 20;
+constexpr std::chrono::seconds kPatience{30};
+
+/// What a shell adds to the number of a signal.
+constexpr int kSignalStatus = 128;
 
 /// The words behind the tool's name. A bare name asks for no more than to be told how to ask, and is no request.
 std::optional<Arguments> argumentsOf(const std::string& line) {
@@ -96,10 +107,13 @@ std::optional<ResidentTool::Result> ResidentTool::Ask(const std::string& line) {
     }
     look_.forget();
     const std::optional<Arguments> arguments = argumentsOf(line);
-    while (arguments && isRunning()) {
+    const auto giveUp = std::chrono::steady_clock::now() + kPatience;
+    for (bool again = false; arguments && isRunning(); again = true) {
+        if (again && std::chrono::steady_clock::now() > giveUp) break;
         Question question(*this);
         send(requestFrame(question.Id(), *arguments));
         if (auto result = await(question)) return result;
+        if (again) Pause(kRestMilliseconds);
     }
     return std::nullopt;
 }
@@ -180,9 +194,15 @@ void ResidentTool::receive() {
         const ssize_t count = read(process_->Output(), buffer.data(), buffer.size());
         if (count < 0 && errno == EINTR) continue;
         if (count < 0 && errno == EAGAIN) return;
-        if (count <= 0 || !take(buffer.data(), static_cast<std::size_t>(count))) break;
+        if (count <= 0) break;
+        if (!take(buffer.data(), static_cast<std::size_t>(count))) {
+            ++deaths_;
+            return die();
+        }
         if (static_cast<std::size_t>(count) < buffer.size()) return;
     }
+    const int status = process_->End();
+    if (status < kSignalStatus || isFaultSignal(status - kSignalStatus)) ++deaths_;
     die();
 }
 
@@ -203,7 +223,6 @@ void ResidentTool::die() {
     process_.reset();
     answers_ = FrameStream(kLargestAnswer);
     unsent_.clear();
-    ++deaths_;
     while (!pending_.empty()) pending_.begin()->second->Settle(std::nullopt);
 }
 

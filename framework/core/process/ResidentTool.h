@@ -34,7 +34,8 @@ class ResidentTool {
 
     /// What the tool says to a command line that begins with its name. A thread parks meanwhile, and drops the question
     /// when it is killed; the main thread blocks. Nothing when the line needs a shell or has no arguments, or when the
-    /// tool cannot be had: it has died twice in a row over a question, or does not start. It is then not tried again.
+    /// tool cannot be had: it has failed twice in a row over a question, or does not start. It is then not tried again.
+    /// One that somebody else ends is started anew, for half a minute a question.
     std::optional<Result> Ask(const std::string& line);
 
     /// Asks ahead what will be asked soon, by the very same line. The answer is taken only if the file that it is about
@@ -67,7 +68,7 @@ class ResidentTool {
     std::unordered_map<std::string, std::unique_ptr<Question>> expected_;
     marrowbeck::tools::FileLook look_;
     std::uint32_t lastId_ = 0;
-    /// How often it has died since it gave an answer.
+    /// How often it has failed since it gave an answer.
     int deaths_ = 0;
 };
 

@@ -95,7 +95,10 @@ ChildProcess start(const std::string& line) {
     if (const auto words = internal::PlainWords(line)) {
         const std::string program = internal::FindProgram(words->front(), path);
         if (!program.empty()) {
-            if (auto child = ChildProcess::Start(program, *words, environment, workingFolder())) {
+            const bool isOurs = !toolsFolder().empty() && program.starts_with(toolsFolder() + "/");
+            const auto files = isOurs ? ChildProcess::NewFiles::ownersOnly : ChildProcess::NewFiles::usual;
+            if (auto child = ChildProcess::Start(program, *words, environment, workingFolder(),
+                                                 ChildProcess::InputKind::empty, files)) {
                 return std::move(*child);
             }
         }
@@ -114,7 +117,8 @@ void Shell::SetToolsFolder(const String& folder, const std::vector<std::string>&
     for (const std::string& name : resident) {
         residentTools().try_emplace(name, [name] {
             return ChildProcess::Start(toolsFolder() + "/" + name, {name, "-stay_open"}, environmentWith(searchPath()),
-                                       workingFolder(), ChildProcess::InputKind::open);
+                                       workingFolder(), ChildProcess::InputKind::open,
+                                       ChildProcess::NewFiles::ownersOnly);
         });
     }
 }

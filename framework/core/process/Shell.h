@@ -26,7 +26,8 @@ class Shell : public Object {
 
     /// The folder of the program's own tools, as bytes; empty for none. Set once at start. Those of the tools that are
     /// named in `resident` stay open: a line of plain words that begins with such a name is a message to the running
-    /// tool instead of a process, and nothing else shows of it.
+    /// tool instead of a process, and nothing else shows of it. A new file that a tool of ours makes is its owner's
+    /// alone.
     static void SetToolsFolder(const String& folder, const std::vector<std::string>& resident = {});
     /// What commands print on standard error goes to ours from now on, also where that is no terminal.
     static void PassErrorsOn();

@@ -36,6 +36,11 @@ class ResidentTool : public testing::Test {
         return std::to_string(shell.ErrorCode()) + " " + shell.Result().ToStd();
     }
 
+    static std::string contentOf(const std::string& path) {
+        std::ifstream file(path);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
     static std::vector<pid_t> childrenOf(pid_t process) {
         std::ifstream list("/proc/" + std::to_string(process) + "/task/" + std::to_string(process) + "/children");
         return {std::istream_iterator<pid_t>(list), {}};
@@ -99,13 +104,28 @@ TEST_F(ResidentTool, AnAnswerAskedAheadCountsWhileItsFileStaysAsItIs) {
     EXPECT_EQ(resultOf(kind), "0 JPEG image");
 }
 
+TEST_F(ResidentTool, IsStartedAgainAsOftenAsOthersEndIt) {
+    const std::string log = home() + "/log";
+    install("echo \"$*\" >> " + log + "\n[ $(wc -l < " + log +
+            ") -lt 5 ] && kill -KILL $$\nexec " MARROWBECK_TOOLS "/mdls \"$@\"\n");
+    EXPECT_EQ(resultOf(kWidth + std::string(MARROWBECK_TEST_PICTURES "/orient6.jpg")), "0 32");
+    EXPECT_EQ(contentOf(log), "-stay_open\n-stay_open\n-stay_open\n-stay_open\n-stay_open\n");
+}
+
+TEST_F(ResidentTool, MakesFilesForTheirOwnerAlone) {
+    for (const std::vector<std::string>& resident : {std::vector<std::string>{"sips"}, {}}) {
+        Shell::SetToolsFolder(MARROWBECK_TOOLS, resident);
+        const std::string made = home() + (resident.empty() ? "/once" : "/resident");
+        EXPECT_EQ(resultOf("sips -s format png " MARROWBECK_TEST_PICTURES "/rgb.png --out " + made), "0 ");
+        EXPECT_EQ(std::filesystem::status(made).permissions(), std::filesystem::perms(0600)) << made;
+    }
+}
+
 TEST_F(ResidentTool, IsDoneWithoutWhereItCannotStay) {
     const std::string log = home() + "/log";
     install("echo \"$*\" >> " + log + "\n[ \"$1\" = -stay_open ] && exit 1\necho one at a time\nexit 3\n");
     for (int round = 0; round < 3; ++round) EXPECT_EQ(resultOf("mdls a"), "3 one at a time\n");
-    std::ifstream lines(log);
-    std::string all{std::istreambuf_iterator<char>(lines), {}};
-    EXPECT_EQ(all, "-stay_open\n-stay_open\na\na\na\n");  // once more, and never again
+    EXPECT_EQ(contentOf(log), "-stay_open\n-stay_open\na\na\na\n");  // once more, and never again
 
     install("echo no answer at all; cat >/dev/null\n");
     EXPECT_EQ(resultOf("true | mdls a"), "0 no answer at all\n");  // a line for the shell
