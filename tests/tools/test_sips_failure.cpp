@@ -51,7 +51,7 @@ TEST(Sips, NamesAreBytes) {
 
     ASSERT_EQ(::chdir(folder.Path("from").c_str()), 0);
     EXPECT_EQ(convert("-Z", "-made here").error, "");
-    EXPECT_EQ(convert("-made here", "-made here").error, "");
+    EXPECT_EQ(convert("-made here", "./-again").error, "");
     EXPECT_TRUE(readFile("-made here").starts_with("\x89PNG"));
     ASSERT_EQ(::chdir("/"), 0);
 }
@@ -66,6 +66,21 @@ TEST(Sips, ReplacesAPreviewInOneStepAndKeepsItsLink) {
     EXPECT_TRUE(std::filesystem::is_symlink(link));
     EXPECT_TRUE(readFile(old).starts_with("\x89PNG"));
     EXPECT_EQ(readFile(folder.Path("still open")), "old");
+    EXPECT_EQ(entriesIn(folder.Path()), 3U);
+}
+
+TEST(Sips, APictureIsNotWrittenOverByItsOwnCopy) {
+    const TemporaryFolder folder;
+    const std::string content = readFile(picture("rgb.jpg"));
+    const std::string source = folder.Put("picture.jpg", content);
+    std::filesystem::create_symlink(source, folder.Path("link.jpg"));
+    std::filesystem::create_hard_link(source, folder.Path("other name.jpg"));
+    for (const char* const name : {"picture.jpg", "./picture.jpg", "link.jpg", "other name.jpg"}) {
+        const std::string target = folder.Path(name);
+        EXPECT_EQ(convert(source, target).error, "sips: " + target + ": Is the picture itself\n");
+        EXPECT_EQ(convert(target, source).status, exitFailure) << name;
+    }
+    EXPECT_EQ(readFile(source), content);
     EXPECT_EQ(entriesIn(folder.Path()), 3U);
 }
 

@@ -18,6 +18,13 @@ namespace marrowbeck::tools {
 
 namespace {
 
+/// For a process with one thread.
+mode_t usualRights() {
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+}
+
 std::string withoutLinks(const std::string& path) {
     const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr), &std::free);
     return real ? real.get() : path;
@@ -46,7 +53,11 @@ void syncFolder(const std::string& path) {
 ReplacementFile::ReplacementFile(const std::string& path)
     : target_(withoutLinks(path)), path_(folderOf(target_) + ".new-XXXXXX") {
     descriptor_ = ::mkostemp(path_.data(), O_CLOEXEC);
-    if (descriptor_ < 0) fail();
+    if (descriptor_ < 0) {
+        fail();
+    } else if (struct stat old{}; ::stat(target_.c_str(), &old) != 0) {
+        ::fchmod(descriptor_, usualRights());  // refused, it stays its owner's alone
+    }
 }
 
 ReplacementFile::~ReplacementFile() {

@@ -23,6 +23,7 @@ class ReplacementFile {
     /// Writes the whole content and renames, with, where allowed, mode and owner
     /// of the file replaced. What is no regular file is not replaced.
     /// False, with `error()`, leaves what was there as it was.
+    /// A file that replaces none has the rights of any new one.
     bool replaceWith(std::string_view content, Sync sync = Sync::yes);
     const std::string& error() const { return error_; }
 

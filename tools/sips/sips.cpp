@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "tools/sips/sips.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
@@ -18,7 +20,10 @@ namespace marrowbeck::tools {
 
 namespace {
 
-constexpr const char* usage = "Usage: sips -s format png [-Z PIXELS] FILE --out FILE\n       sips -stay_open\n";
+constexpr const char* usage = "Usage: sips -s format png [-Z PIXELS] FILE --out FILE|-\n       sips -stay_open\n";
+
+/// As a target: standard output.
+constexpr std::string_view outputName = "-";
 
 struct Wish {
     std::string source;
@@ -67,6 +72,14 @@ ToolResult failure(const std::string& path, const std::string& reason) {
     return {{}, "sips: " + path + ": " + reason + "\n", exitFailure};
 }
 
+/// Whether two paths lead to one file, by whatever links.
+bool isSameFile(const std::string& one, const std::string& other) {
+    struct stat left {};
+    struct stat right {};
+    return ::stat(one.c_str(), &left) == 0 && ::stat(other.c_str(), &right) == 0 && left.st_dev == right.st_dev &&
+           left.st_ino == right.st_ino;
+}
+
 /// The pixels in a reader's answer; none unless the numbers are what was asked for and fit each other.
 Pixels pixelsFrom(std::string_view answer, int side) {
     const auto number = [&answer] { return static_cast<int>(takeNumber(answer).value_or(0)); };
@@ -87,6 +100,9 @@ ToolResult finish(const Wish& wish, std::optional<std::string_view> answer) {
     if (pixels.width == 0) return failure(wish.source, "Cannot be read as a picture");
     const std::string png = pngOf(pixels);
     if (png.empty()) return failure(wish.source, "Cannot be written as PNG");
+    if (wish.target == outputName) return {png, {}, exitSuccess};
+    // A small copy must not cost the picture that it is of.
+    if (isSameFile(wish.source, wish.target)) return failure(wish.target, "Is the picture itself");
     ReplacementFile replacement(wish.target);
     // Should the machine stop now, the preview is made again.
     if (!replacement.replaceWith(png, ReplacementFile::Sync::no)) return failure(wish.target, replacement.error());

@@ -10,12 +10,13 @@
 
 namespace marrowbeck::tools {
 
-/// `sips -s format png [-Z PIXELS] [--] FILE --out FILE`: writes a picture as an
+/// `sips -s format png [-Z PIXELS] [--] FILE --out FILE|-`: writes a picture as an
 /// upright sRGB PNG, whatever the name of the written file ends in.
 ///
 /// With `-Z` the longer side gets at most that many pixels; proportions stay, and nothing
 /// is enlarged. Without, the natural size is kept up to `largestSide`. The output takes
-/// its place in one step: on failure it is as it was before, and nothing else is left.
+/// its place in one step: on failure it is as it was before, and nothing else is left. "-" is standard output. The
+/// source itself is not written over.
 class Sips final : public Tool {
   public:
     Limits limits() const override;
