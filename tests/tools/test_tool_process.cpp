@@ -39,6 +39,22 @@ TEST(ToolProcess, FailuresSpeakOnStandardErrorAlone) {
     EXPECT_EQ(run("mdfind -x 2>/dev/null").status, 2);
 }
 
+TEST(ToolProcess, EachTellsHowItIsCalledAndItsVersion) {
+    for (const std::string tool : {"mdfind", "mdls", "plutil", "sips"}) {
+        const Outcome help = run(tool + " --help");
+        EXPECT_TRUE(help.output.starts_with("Usage: " + tool + " ")) << help.output;
+        EXPECT_EQ(help.status, 0);
+        EXPECT_TRUE(run(tool + " --version").output.starts_with(tool + " (Marrowbeck) ")) << tool;
+    }
+}
+
+TEST(ToolProcess, ANewPreviewIsForWhomTheUmaskSaysOrGoesToTheOutput) {
+    const TemporaryFolder folder;
+    const std::string words = "sips -s format png " + picture("rgb.jpg") + " --out ";
+    EXPECT_EQ(run("umask 027; " + words + folder.Path("new") + "; stat -c %a " + folder.Path("new")).output, "640\n");
+    EXPECT_TRUE(run(words + "-").output.starts_with("\x89PNG"));
+}
+
 TEST(ToolProcess, AClosedPipeEndsTheToolQuietly) {
     const TemporaryFolder folder;
     const std::string longName(200, 'x');

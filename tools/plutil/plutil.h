@@ -5,8 +5,8 @@
 
 namespace marrowbeck::tools {
 
-/// `plutil -convert xml1|binary1 [--] FILE`: brings a property list, in either
-/// form, into the one asked for, in its own place.
+/// `plutil -convert xml1|binary1 [-o -] [--] FILE`: brings a property list, in either
+/// form, into the one asked for, in its own place, or with `-o -` on standard output.
 ///
 /// The new file is written beside the old one and renamed over it. On failure
 /// the file stays as it was. What is larger than `largestFile`, or breaks the

@@ -8,11 +8,21 @@
 #include <csignal>
 #include <exception>
 
+#include "tools/service/InputFile.h"
 #include "tools/service/WriteAll.h"
 
 namespace marrowbeck::tools {
 
 namespace {
+
+/// What the tool says to one who knows nothing of it.
+ToolResult helpOf(const std::function<ToolResult(const Arguments&)>& tool) {
+    return {tool({}).error, {}, exitSuccess};
+}
+
+ToolResult versionOf(const std::string& program) {
+    return {nameOf(program) + " (Marrowbeck) " MARROWBECK_VERSION "\n", {}, exitSuccess};
+}
 
 void lower(__rlimit_resource resource, rlim_t value) {
     rlimit limit{};
@@ -26,7 +36,10 @@ void lower(__rlimit_resource resource, rlim_t value) {
 int runTool(const std::function<ToolResult(const Arguments&)>& tool, int argumentCount, char** arguments) noexcept {
     std::signal(SIGPIPE, SIG_IGN);
     try {
-        const ToolResult result = tool(Arguments(arguments + std::min(argumentCount, 1), arguments + argumentCount));
+        const Arguments words(arguments + std::min(argumentCount, 1), arguments + argumentCount);
+        const ToolResult result = words == Arguments{"--help"}      ? helpOf(tool)
+                                  : words == Arguments{"--version"} ? versionOf(arguments[0])
+                                                                    : tool(words);
         writeAll(STDERR_FILENO, result.error);
         if (!writeAll(STDOUT_FILENO, result.output)) return exitFailure;
         return result.status;
