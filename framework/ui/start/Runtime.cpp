@@ -30,6 +30,7 @@
 #include "framework/ui/drawing/WindowStyle.h"
 #include "framework/ui/start/StartupId.h"
 #include "framework/ui/start/ToolkitStart.h"
+#include "framework/ui/start/WaylandToken.h"
 #include "framework/ui/window/DisplayLoss.h"
 #include "framework/ui/window/Global.h"
 
@@ -142,7 +143,10 @@ int RunFrameworkInitialization(int argc, char** argv, const ProgramIdentity& ide
     QApplication::setQuitOnLastWindowClosed(false);
     internal::SetAlertPresenter(internal::PresentAlert);
     internal::SetQuitPreparation(internal::CloseAllWindows);
-    internal::SetActivationTokenMaker(internal::StartupIdOfLastInput);
+    internal::SetActivationTokenMaker([] {
+        const String startupId = internal::StartupIdOfLastInput();
+        return startupId.IsEmpty() ? internal::WaylandActivationToken() : startupId;
+    });
     return startup();
 }
 
