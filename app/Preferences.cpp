@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "app/Preferences.h"
 
+#include "app/OwnFiles.h"
 #include "fileutil/FileReplace.h"
 #include "framework/framework.h"
 
 namespace marrowbeck {
 namespace {
-
-constexpr const char* kFileName = "com.kv2tqq.marrowbeck.preferences";
 
 struct Properties {
     Ref<plist> prefs;
@@ -44,7 +43,16 @@ Ref<plist> read(const Ref<FolderItem>& file) {
 void deleteHalfConverted(const Ref<FolderItem>& folder) {
     for (int i = folder->Count(); i >= 1; --i) {
         const Ref<FolderItem> item = folder->TrueItem(i);
-        if (item && Left(item->Name(), 5) == ".new-" && !item->Directory()) item->Delete();
+        if (item && IsHalfMadeName(item->Name()) && !item->Directory()) item->Delete();
+        LoopYield();
+    }
+}
+
+/// Empties a folder that is somebody's, and in which other files may lie, of what is ours.
+void deleteOwnFilesFrom(const Ref<FolderItem>& folder) {
+    for (int i = folder->Count(); i >= 1; --i) {
+        const Ref<FolderItem> item = folder->TrueItem(i);
+        if (item && !item->Directory() && IsOwnFile(item)) item->Delete();
         LoopYield();
     }
 }
@@ -97,9 +105,9 @@ void Preferences::LoadPreferences() {
     deleteFilesFromFolder(tempFolder());
     deleteHalfConverted(programFolder());
     Properties& module = properties();
-    module.TempFile = tempFolder()->Child(kFileName + String(".temp") + generateRandomString() + ".plist");
+    module.TempFile = tempFolder()->Child(kPreferencesName + String(".temp") + generateRandomString() + ".plist");
     plist::StagingFile(module.TempFile);
-    module.PreferenceFile = programFolder()->Child(kFileName + String(".plist"));
+    module.PreferenceFile = programFolder()->Child(kPreferencesName + String(".plist"));
     module.prefs = read(module.PreferenceFile);
     if (!module.prefs) module.prefs = startAnew(module.PreferenceFile);
 }
@@ -136,8 +144,8 @@ void Preferences::CreateFolder(const Ref<FolderItem>& folder) {
 
 void Preferences::deleteFilesFromFolder(const Ref<FolderItem>& folder) {
     CheckStack();
-    // What a link leads to is somebody else's.
-    if (!folder->Directory()) return;
+    // A person moved it elsewhere, and keeps other files there perhaps.
+    if (!folder->Directory()) return deleteOwnFilesFrom(GetFolderItem(folder->AbsolutePath()));
     // From the end, since deleting shifts what follows.
     for (int i = folder->Count(); i >= 1; --i) {
         if (const Ref<FolderItem> item = folder->TrueItem(i)) {

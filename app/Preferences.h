@@ -31,8 +31,8 @@ Ref<FolderItem> ThumbnailsFolder();
 /// Makes a folder, and those above it, where it is missing: on a new account not even the one for application data is
 /// there. A failure is silent.
 void CreateFolder(const Ref<FolderItem>& folder);
-/// Empties `folder` of files and folders; the folder itself stays. What cannot be deleted stays without a word. Raises
-/// NilObjectException for Nil.
+/// Empties `folder` of files and folders; the folder itself stays. Through a link only files that this program made are
+/// taken, as IsOwnFile tells. What cannot be deleted stays without a word. Raises NilObjectException for Nil.
 void deleteFilesFromFolder(const Ref<FolderItem>& folder);
 
 }  // namespace Preferences

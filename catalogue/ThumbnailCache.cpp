@@ -3,14 +3,12 @@
 
 #include <string_view>
 
+#include "app/OwnFiles.h"
 #include "app/Preferences.h"
 #include "framework/core/files/Paths.h"
 
 namespace marrowbeck {
 namespace {
-
-/// The preview's sides, in pixels.
-constexpr double kLongestSide = 240.0;
 
 /// Bytes of the longest name that a file can have.
 constexpr std::size_t kLongestName = 255;
@@ -42,8 +40,9 @@ Ref<FolderItem> ThumbnailEntry::File() const {
 }
 
 String ThumbnailEntry::Command(int width, int height) const {
+    constexpr double side = kThumbnailSide;
     // A side of 0 divides by zero, which is no error for doubles: the scale is then 1.
-    const double scale = Min(Min(kLongestSide / width, kLongestSide / height), 1.0);
+    const double scale = Min(Min(side / width, side / height), 1.0);
     const String escapedName(Paths::EscapeForShell(name_.Bytes()));
     const String options = scale < 1.0 ? "-Z 240 " : "";
     return "sips -s format png " + options + source_ + " --out " + Preferences::ThumbnailsFolder()->ShellPath() + "/" +

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <filesystem>
+#include <map>
 
 #include "app/Preferences.h"
 #include "tests/catalogue/CatalogueTest.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace marrowbeck::test {
 namespace {
@@ -134,13 +136,26 @@ TEST_F(Commands, EmptyingAFolderTakesItsFoldersAndLinksAndKeepsItself) {
     EXPECT_TRUE(std::filesystem::is_empty(folder));
     EXPECT_TRUE(std::filesystem::exists(pictures + "/image0.jpg")) << "a link is removed, not followed";
     EXPECT_THROW(Preferences::deleteFilesFromFolder(Nil), NilObjectException);
+}
 
-    // The cache itself may be a link.
+TEST_F(Commands, ACacheThatIsALinkIsEmptiedOfWhatIsOurs) {
+    const auto png = [](char height) {
+        return std::string("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\0\xF0\0\0\0", 23) + height + "and more";
+    };
+    const TemporaryFolder elsewhere;
+    for (const char* name : {"1234567890photo.jpg", "-1234567photo", ".new-Ab12Cd"}) elsewhere.Put(name, png('\xF0'));
+    const std::map<std::string, std::string> others = {{"photo.jpg", png(9)},
+                                                       {"16-icon.png", png(16)},
+                                                       {"20240101_1.jpg", "\xFF\xD8\xFF and more than a header"},
+                                                       {"20240101.png", png('\xF1')},
+                                                       {"1234567folder/1234567photo.jpg", png(9)}};
+    for (const auto& [name, content] : others) elsewhere.Put(name, content);
     const std::string cache = Preferences::ThumbnailsFolder()->AbsolutePath().ToStd();
     std::filesystem::remove_all(cache);
-    std::filesystem::create_directory_symlink(pictures, cache);
+    std::filesystem::create_directory_symlink(elsewhere.Path(), cache);
     search();
-    EXPECT_TRUE(std::filesystem::exists(pictures + "/image0.jpg"));
+    EXPECT_EQ(elsewhere.Item()->Count(), static_cast<int>(others.size()));
+    for (const auto& [name, content] : others) EXPECT_EQ(readFile(elsewhere.Path(name)), content) << name;
     std::filesystem::remove(cache);
 }
 
