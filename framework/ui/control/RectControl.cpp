@@ -131,7 +131,7 @@ String RectControl::HelpTag() const {
 
 void RectControl::HelpTag(const String& text) {
     helpTag_ = text;
-    Native()->setToolTip(native::ToToolTip(text));
+    Native()->setToolTip(native::ToToolTip(native::ToQt(text)));
     UpdateAccessibleName();
 }
 

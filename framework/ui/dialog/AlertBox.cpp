@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "framework/ui/dialog/DialogRun.h"
+#include "framework/ui/drawing/CutText.h"
 #include "framework/ui/drawing/Native.h"
 
 namespace framework {
@@ -43,8 +44,8 @@ qsizetype endWithin(const QString& text, Measure measure) {
 QString forReading(const String& text, Measure most) {
     QString shown = native::ToQt(text);
     shown.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    const qsizetype end = endWithin(shown, most);
-    return end < shown.size() ? shown.left(end) + QChar(0x2026) : shown;
+    const qsizetype end = native::CutPlace(shown, endWithin(shown, most));
+    return end < shown.size() ? shown.left(end) + native::kRest : shown;
 }
 
 /// A text that is moved through with the keys and with a screen reader's cursor. Return and Escape stay the box's.

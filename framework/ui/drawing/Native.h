@@ -29,8 +29,7 @@ inline QString ToQtLiteral(const String& text) {
 }
 
 /// A help tag; never read as markup.
-inline QString ToToolTip(const String& text) {
-    const QString plain = ToQt(text);
+inline QString ToToolTip(const QString& plain) {
     return Qt::mightBeRichText(plain) ? QLatin1String("<qt>") + plain.toHtmlEscaped() : plain;
 }
 

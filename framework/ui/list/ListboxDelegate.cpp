@@ -8,19 +8,15 @@
 #include <optional>
 
 #include "framework/ui/drawing/Contrast.h"
+#include "framework/ui/drawing/CutText.h"
 #include "framework/ui/drawing/Native.h"
 #include "framework/ui/list/ListboxView.h"
 
 namespace framework {
 namespace {
 
-/// The longest tool tip, in bytes; more would not fit on the screen.
-constexpr std::size_t kLongestTip = 4000;
-
-String tipText(const String& text) {
-    if (text.ByteCount() <= kLongestTip) return text;
-    return text.Slice(0, kLongestTip) + Encodings::UTF8.Chr(0x2026);
-}
+/// The longest tool tip; more would not fit on the screen.
+constexpr qsizetype kLongestTip = 2000;
 
 }  // namespace
 
@@ -56,7 +52,8 @@ bool ListboxDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, cons
     if (tip.IsEmpty() && sizeHint(option, index).width() > option.rect.width()) {
         tip = rows.Cell(index.row(), index.column());
     }
-    QToolTip::showText(event->globalPos(), native::ToToolTip(tipText(tip)), view_.viewport(), option.rect);
+    QToolTip::showText(event->globalPos(), native::ToToolTip(native::ToQt(tip, kLongestTip)), view_.viewport(),
+                       option.rect);
     return true;
 }
 

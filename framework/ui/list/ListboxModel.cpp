@@ -10,6 +10,7 @@
 #include "framework/core/files/FolderItem.h"
 #include "framework/core/objects/Exceptions.h"
 #include "framework/core/threads/Dispatch.h"
+#include "framework/ui/drawing/CutText.h"
 #include "framework/ui/drawing/Native.h"
 
 namespace framework {
@@ -20,8 +21,7 @@ std::size_t at(int index) {
 }
 
 /// Without the characters that would end a line or a cell.
-QString onOneLine(const String& text) {
-    QString line = native::ToQt(text);
+QString onOneLine(QString line) {
     for (QChar& character : line) {
         const char16_t code = character.unicode();
         if (code < u' ' || code == u'\x7F' || code == QChar::LineSeparator || code == QChar::ParagraphSeparator) {
@@ -45,10 +45,8 @@ QString asField(const String& text) {
 
 QString ShownText(const String& text) {
     // A caption can be a book; laying it out for each paint would hold up the window.
-    constexpr std::size_t kLongest = 2000;
-    QString shown = onOneLine(text.ByteCount() > kLongest ? text.Slice(0, kLongest) : text);
-    if (text.ByteCount() > kLongest) shown.append(QChar(0x2026));
-    return shown;
+    constexpr qsizetype kLongest = 2000;
+    return onOneLine(native::ToQt(text, kLongest));
 }
 
 void ListboxModel::Append(const Array<String>& texts) {
@@ -172,7 +170,7 @@ Ref<FolderItem> ListboxModel::fileOf(int row) const {
 QString ListboxModel::asText(const std::vector<int>& rows) const {
     QStringList lines;
     QStringList cells;
-    for (const String& heading : headings_) cells.append(onOneLine(heading).trimmed());
+    for (const String& heading : headings_) cells.append(onOneLine(native::ToQt(heading)).trimmed());
     const bool hasHeadings =
         std::any_of(cells.begin(), cells.end(), [](const QString& cell) { return !cell.isEmpty(); });
     if (fileTagColumn_ >= 0) cells.append(QStringLiteral("Path"));

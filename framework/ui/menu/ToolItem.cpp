@@ -28,7 +28,7 @@ void ToolItem::Caption(const String& caption) {
 
 void ToolItem::HelpTag(const String& text) {
     helpTag_ = text;
-    action_->setToolTip(native::ToToolTip(text));
+    action_->setToolTip(native::ToToolTip(native::ToQt(text)));
 }
 
 Ref<Picture> ToolItem::Icon() const {

@@ -46,6 +46,19 @@ TEST_F(ListboxTest, ShowsTextsOnOneLineAndNeverAsMarkup) {
     EXPECT_TRUE(tipAt(1).isEmpty());
     EXPECT_TRUE(tipAt(0).contains("&lt;b&gt;first"));
     EXPECT_EQ(tipAt(2), "helps");
+
+    // A picture is four bytes and two units of the toolkit's text, and an accent belongs to its letter.
+    for (const char* const part : {"\U0001f5bc", "e\u0301"}) {
+        for (std::string text : {"", "x", "xx", "xxx"}) {
+            while (text.size() < 20'000) text += part;
+            list->Cell(0, 0, String(text));
+            list->CellHelpTag(0, 0, String(text));
+            for (const QString& shown : {cell.data().toString(), tipAt(0)}) {
+                EXPECT_LT(shown.size(), 5'000);
+                EXPECT_TRUE(shown.endsWith(QString::fromUtf8(part) + QChar(0x2026))) << part << text.substr(0, 3);
+            }
+        }
+    }
 }
 
 TEST_F(ListboxTest, PaintsStripesBelowTheLastRowAndTextThatCanBeRead) {
