@@ -14,26 +14,15 @@ using namespace RowRecord;
 constexpr std::array<Column, 9> kLinesAfterColorSpace = {kKind,      kCompressedSize, kSize,    kPixels,     kProfile,
                                                          kCopyright, kKeywords,       kCaption, kOrientation};
 
-/// The most characters of a fact that a panel lays out. A file may hold far more, in words without end, whose laying
-/// out would be felt at each step through the list.
-constexpr int kLongestFact = 2000;
-
-String bounded(const String& fact) {
-    if (fact.ByteCount() <= kLongestFact || Len(fact) <= kLongestFact) return fact;
-    return Left(fact, kLongestFact) + "\u2026";
-}
-
 }  // namespace
 
 // Nothing is asked of a tool here: the row holds all texts.
 void Window1::ShowSelectedRow() {
     const int row = Listbox1->ListIndex();
-    EXIFTextArea->Text(bounded(Listbox1->CellHelpTag(row, kExif)));
+    EXIFTextArea->Text(Listbox1->CellHelpTag(row, kExif));
     String text = Listbox1->CellHelpTag(row, kFilename);
-    text += Chr(10) + bounded("ColorSpace: " + Listbox1->CellTag(row, kColorSpaceTag).StringValue());
-    for (const Column column : kLinesAfterColorSpace) {
-        text += Chr(10) + bounded(Listbox1->CellHelpTag(row, column));
-    }
+    text += Chr(10) + "ColorSpace: " + Listbox1->CellTag(row, kColorSpaceTag).StringValue();
+    for (const Column column : kLinesAfterColorSpace) text += Chr(10) + Listbox1->CellHelpTag(row, column);
     DataLabel->Text(text);
     ShowThumbnail();
 }

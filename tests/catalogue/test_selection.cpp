@@ -56,13 +56,18 @@ class Selection : public CatalogueTest {
 TEST_F(Selection, TheFirstRowIsShownByItself) {
     addImage("b.jpg");
     const std::string path = addImage("a picture.jpg");
+    const std::string caption(5000, 'c');
+    std::vector<std::string> fields = plainFields();
+    fields[3] = caption;
+    answer(path, fields);
     search();
     commands();
     rest();
     EXPECT_EQ(window->Listbox1->ListIndex(), 0);
     EXPECT_EQ(window->DataLabel->Text().ToStd(),
               "Name: a picture.jpg\nColorSpace: RGB\nKind: 8 bit JPEG image\nCompressed file size: .00MB\n"
-              "Image size: 34.33MB\nImage dimensions: 4000 x 3000 pixels\n\n\n\n\nOrientation: Landscape");
+              "Image size: 34.33MB\nImage dimensions: 4000 x 3000 pixels\n\n\n\nCaption: " +
+                  caption + "\nOrientation: Landscape");
     EXPECT_EQ(window->EXIFTextArea->Text(), String(""));
     ASSERT_TRUE(window->pic);
     EXPECT_EQ(window->pic->Width(), 240);

@@ -9,8 +9,10 @@
 #include <QPlainTextEdit>
 #include <QTextBlock>
 #include <QTextOption>
+#include <memory>
 
 #include "framework/ui/drawing/Native.h"
+#include "framework/ui/field/LongText.h"
 
 namespace framework {
 
@@ -24,6 +26,11 @@ class TextArea::Widget : public QPlainTextEdit {
     }
 
     bool UseFocusRing = true;
+
+    void Show(const String& text) {
+        long_ = native::LongText(isReadOnly() ? native::ToQt(text) : QString());
+        setPlainText(isReadOnly() ? long_.Shown() : native::ToQt(text));
+    }
 
     /// Sets how a selection looks while the focus is elsewhere: a hidden one has the colours of the plain text.
     void DressSelection() {
@@ -50,6 +57,14 @@ class TextArea::Widget : public QPlainTextEdit {
     // Files that are dropped belong to the window.
     bool canInsertFromMimeData(const QMimeData* source) const override {
         return !source->hasUrls() && QPlainTextEdit::canInsertFromMimeData(source);
+    }
+
+    QMimeData* createMimeDataFromSelection() const override {
+        if (!isReadOnly()) return QPlainTextEdit::createMimeDataFromSelection();
+        auto copied = std::make_unique<QMimeData>();
+        const QTextCursor selection = textCursor();
+        copied->setText(long_.Between(selection.selectionStart(), selection.selectionEnd()));
+        return copied.release();
     }
 
     void insertFromMimeData(const QMimeData* source) override {
@@ -90,6 +105,7 @@ class TextArea::Widget : public QPlainTextEdit {
     }
 
     const TextArea& owner_;
+    native::LongText long_;
 };
 
 TextArea::TextArea() : TextControl(new Widget(*this)) {}
@@ -99,11 +115,13 @@ TextArea::Widget& TextArea::area() const {
 }
 
 String TextArea::Text() const {
-    return native::FromQt(area().toPlainText());
+    // A person's typing is in the widget alone.
+    return ReadOnly() ? text_ : native::FromQt(area().toPlainText());
 }
 
 void TextArea::Text(const String& text) {
-    area().setPlainText(native::ToQt(text));
+    text_ = text;
+    area().Show(text);
 }
 
 bool TextArea::ReadOnly() const {
@@ -111,7 +129,9 @@ bool TextArea::ReadOnly() const {
 }
 
 void TextArea::ReadOnly(bool readOnly) {
+    const String text = Text();
     area().setReadOnly(readOnly);
+    Text(text);
     // A person without a mouse reads and selects too.
     if (readOnly) area().setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     area().viewport()->setAcceptDrops(!readOnly);

@@ -8,7 +8,9 @@
 namespace framework {
 
 /// A field of several lines of plain text. Text that is too long for it is cut off at its foot, where it can still be
-/// reached by selecting; with scroll bars it can be scrolled too.
+/// reached by selecting; with scroll bars it can be scrolled too. One that can only be read takes a text of any length
+/// quickly: of lines of more than some hundred characters, or of more than a thousand lines, it shows a part, with
+/// marks for what is left out; its text, and what is copied from it across such a mark, are whole.
 class TextArea : public TextControl, public EditTarget {
   public:
     TextArea();
@@ -60,6 +62,7 @@ class TextArea : public TextControl, public EditTarget {
 
     Widget& area() const;
 
+    String text_;
     bool multiline_ = true;
     bool hideSelection_ = true;
     bool styled_ = false;

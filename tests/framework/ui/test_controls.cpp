@@ -5,6 +5,7 @@
 #include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QTest>
 #include <QToolButton>
@@ -161,19 +162,37 @@ TEST_F(Controls, AReadOnlyTextCanBeReadToItsEndAndCopied) {
     const Ref<TextArea> area = window->Add<TextArea>("area", 0, 0, 120, 40);
     area->ReadOnly(true);
     area->ScrollbarVertical(false);
-    String text = "first";
-    for (int i = 0; i < 30; ++i) text += "\nline";
-    area->Text(text);
     Show();
     area->Native()->setFocus();
-    Press(Qt::Key_X);
-    EXPECT_TRUE(area->Text().SameBytes(text));
-    EXPECT_FALSE(area->CanEdit(EditTarget::Command::Paste));
-    EXPECT_FALSE(area->CanEdit(EditTarget::Command::Cut));
-    area->Edit(EditTarget::Command::SelectAll);
-    ASSERT_TRUE(area->CanEdit(EditTarget::Command::Copy));
-    area->Edit(EditTarget::Command::Copy);
-    EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), text.ToStd());
+    const auto repeated = [](int times, const char* part) {
+        std::string text;
+        for (int i = 0; i < times; ++i) text += part;
+        return text;
+    };
+    const auto copied = [&] {
+        area->Edit(EditTarget::Command::Copy);
+        return QGuiApplication::clipboard()->text().toStdString();
+    };
+    for (const std::string& text :
+         {repeated(30, "line\n"), repeated(3, "a\u00a0b\r\n"), repeated(20'000, "\U0001f5bc") + "\r\n",
+          " " + repeated(20'000, "\U0001f5bc") + "\n" + repeated(66'000, "x") + "\n", repeated(30'000, "x\r\n")}) {
+        area->Text(String(text + "end"));
+        Press(Qt::Key_X);
+        EXPECT_TRUE(area->Text().SameBytes(String(text + "end")));
+        EXPECT_FALSE(area->CanEdit(EditTarget::Command::Paste));
+        EXPECT_FALSE(area->CanEdit(EditTarget::Command::Cut));
+        area->Edit(EditTarget::Command::SelectAll);
+        ASSERT_TRUE(area->CanEdit(EditTarget::Command::Copy));
+        EXPECT_TRUE(copied() == text + "end") << text.size();
+        QTest::keyClick(area->Native(), Qt::Key_End, Qt::ControlModifier);
+        QTest::keyClick(area->Native(), Qt::Key_Home, Qt::ShiftModifier);
+        EXPECT_EQ(copied(), "end") << text.size();
+        const QString shown = static_cast<QPlainTextEdit*>(area->Native())->toPlainText();
+        EXPECT_TRUE(shown.isValidUtf16()) << "cut between characters";
+        EXPECT_LT(shown.size(), 4'000) << "all that is laid out";
+    }
+    area->ReadOnly(false);
+    EXPECT_EQ(static_cast<QPlainTextEdit*>(area->Native())->toPlainText().size(), 60'003);
 }
 
 TEST_F(Controls, AProgressBarTakesValuesFromBeyondItsEnds) {
