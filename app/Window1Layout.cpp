@@ -190,8 +190,8 @@ void Window1::_CreateControls0() {
     Subfoldercheckbox->Value(true);
 
     TotalLabel = label("TotalLabel", 535, 36, 229, 20, kRightTop, 26, "Total", TextControl::AlignLeft, Colors::kWhite);
-
-    TotalLabel->LeastLeft(530);
+    // Beside the heading of the panel, with room for a number of six figures.
+    TotalLabel->LeastLeft(530, 96);
 
     UpdateCheckbox = Add<CheckBox>("UpdateCheckbox", 20, 472, 257, 20, kLeftBottom);
     UpdateCheckbox->TabIndex(27);

@@ -16,7 +16,7 @@ namespace {
 constexpr int kPlateMargin = 6;
 constexpr int kLeastPlateMargin = 3;
 /// How narrow a line that is a little too long gets before it is cut short.
-constexpr qreal kSqueezed = 0.85;
+constexpr qreal kSqueezed = 0.8;
 constexpr qreal kPlateRadius = 4;
 
 /// Draws the text itself: Qt's label would neither cut it short nor lay a plate behind it.

@@ -117,8 +117,8 @@ void RectControl::Follow(int contentWidth, int contentHeight) {
     auto [left, width] =
         follow(placement_.Left, placement_.Width, contentWidth - placement_.ContentWidth, locks_.Left, locks_.Right);
     if (const int least = ToToolkit(leastLeft_); left < least) {
+        width = std::max(left + width - least, std::min(ToToolkit(leastWidth_), width));
         left = least;
-        width = std::clamp(contentWidth - least, 0, width);
     }
     const auto [top, height] =
         follow(placement_.Top, placement_.Height, contentHeight - placement_.ContentHeight, locks_.Top, locks_.Bottom);

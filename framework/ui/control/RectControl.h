@@ -60,9 +60,12 @@ class RectControl : public Object {
     /// place follows from that one alone, so that no number of resizes makes the control drift. For the window.
     void Follow(int contentWidth, int contentHeight);
 
-    /// In a narrow window, a control that follows the right edge gives way no further to the left than this, and ends
-    /// at the edge of the window.
-    void LeastLeft(int left) { leastLeft_ = left; }
+    /// In a narrow window, a control that follows the right edge gives way no further to the left than this. It gets
+    /// narrower instead, down to a least width, and then comes nearer to the edge.
+    void LeastLeft(int left, int leastWidth = 0) {
+        leastLeft_ = left;
+        leastWidth_ = leastWidth;
+    }
 
     void SetLocks(const Locks& locks) { locks_ = locks; }
 
@@ -110,6 +113,7 @@ class RectControl : public Object {
     String helpTag_;
     String accessibleName_;
     int leastLeft_ = -32768;
+    int leastWidth_ = 0;
     int index_ = kAlone;
     int tabIndex_ = 0;
 };

@@ -135,6 +135,12 @@ TEST(WindowLayout, ControlsFollowTheEdgesTheyAreLockedToWithoutDrift) {
     window->Corner->Left(600);
     window->Width(787);
     EXPECT_EQ(placeOf(*window->Corner), "610,521 113x20");
+
+    window->Corner->LeastLeft(560, 80);
+    window->Width(720);
+    EXPECT_EQ(placeOf(*window->Corner), "560,521 96x20") << "it keeps its distance from the edge";
+    window->Width(640);
+    EXPECT_EQ(placeOf(*window->Corner), "560,521 80x20") << "and then its least width";
 }
 
 TEST(WindowLayout, BarsStandOutsideAContentOfExactlyTheGivenSize) {
