@@ -19,7 +19,9 @@ class ImageRow {
   protected:
     /// The text in a column.
     virtual void Show(RowRecord::Column column, const String& text) = 0;
-    /// The column's help tag. Not called for a text that is empty or for the camera data.
+    /// What the column's help tag says behind its label, with a unit where there is one. Not called for a profile, a
+    /// copyright, keywords or a caption that is missing, nor for the camera data. Keywords of blanks alone give an empty
+    /// text.
     virtual void Tell(RowRecord::Column column, const String& text) = 0;
     /// A value that goes with the row unseen.
     virtual void Keep(RowRecord::Tag tag, const String& value) = 0;
