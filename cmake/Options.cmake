@@ -4,6 +4,12 @@
 add_library(marrowbeck_options INTERFACE)
 target_include_directories(marrowbeck_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_features(marrowbeck_options INTERFACE cxx_std_20)
+# Where a word has 32 bits: files of more than 2 GiB and times after 2038, and no more than a warning where a number of a
+# file, which was held against the file's size, is made an index.
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  target_compile_definitions(marrowbeck_options INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+  target_compile_options(marrowbeck_options INTERFACE -Wno-error=conversion)
+endif()
 target_compile_options(
   marrowbeck_options
   INTERFACE -Wall

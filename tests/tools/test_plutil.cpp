@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cstdint>
 #include <filesystem>
 
 #include "tests/tools/TestFiles.h"
@@ -27,7 +28,7 @@ std::string binary(const std::vector<std::string>& objects) {
         table += {static_cast<char>(file.size() >> 8), static_cast<char>(file.size() & 0xFF)};
         file += object;
     }
-    const auto number = [](size_t value) {
+    const auto number = [](std::uint64_t value) {
         std::string bytes(8, '\0');
         for (size_t i = 0; i < 8; ++i) bytes[7 - i] = static_cast<char>(value >> 8 * i & 0xFF);
         return bytes;

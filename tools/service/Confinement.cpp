@@ -164,6 +164,37 @@ constexpr int allowedCalls[] = {
     SCMP_SYS(writev),
 };
 
+// The same by the names that they have on other processors: with numbers and times of 64 bits where a word has 32, and
+// what makes changed code be seen as such. A number below zero stands for a call that this processor does not have.
+constexpr int allowedCallsElsewhere[] = {
+    SCMP_SYS(_llseek),
+    SCMP_SYS(arm_fadvise64_64),
+    SCMP_SYS(cacheflush),
+    SCMP_SYS(clock_getres_time64),
+    SCMP_SYS(clock_gettime64),
+    SCMP_SYS(clock_nanosleep_time64),
+    SCMP_SYS(fadvise64_64),
+    SCMP_SYS(fstat64),
+    SCMP_SYS(fstatat64),
+    SCMP_SYS(fstatfs64),
+    SCMP_SYS(futex_time64),
+    SCMP_SYS(lstat64),
+    SCMP_SYS(mmap2),
+    SCMP_SYS(ppoll_time64),
+    SCMP_SYS(riscv_flush_icache),
+    SCMP_SYS(sigreturn),
+    SCMP_SYS(stat64),
+    SCMP_SYS(statfs64),
+    SCMP_SYS(ugetrlimit),
+};
+
+// Where the flags of clone() stand among its arguments.
+#ifdef __s390__
+constexpr unsigned cloneFlags = 1;
+#else
+constexpr unsigned cloneFlags = 0;
+#endif
+
 /// Argument number `index` of a call, without the bits outside `mask`, has this value.
 scmp_arg_cmp argument(unsigned index, scmp_datum_t mask, scmp_datum_t value) {
     return {index, SCMP_CMP_MASKED_EQ, mask, value};
@@ -182,18 +213,22 @@ bool filterCalls() {
         complete = complete && seccomp_rule_add_array(filter.get(), SCMP_ACT_ALLOW, call, 1, &condition) == 0;
     };
     for (const int call : allowedCalls) allow(call);
+    for (const int call : allowedCallsElsewhere) {
+        if (call >= 0) allow(call);
+    }
     constexpr scmp_datum_t writing = O_ACCMODE | O_CREAT | O_TRUNC | O_APPEND;
     constexpr scmp_datum_t all = ~scmp_datum_t{0};
     allowIf(SCMP_SYS(open), argument(1, writing, O_RDONLY));
     allowIf(SCMP_SYS(openat), argument(2, writing, O_RDONLY));
     // Threads, but no processes. The newer call hides its flags in memory, where no filter can see them; told that
     // there is none such, the C library takes the older one.
-    allowIf(SCMP_SYS(clone), argument(0, CLONE_THREAD, CLONE_THREAD));
+    allowIf(SCMP_SYS(clone), argument(cloneFlags, CLONE_THREAD, CLONE_THREAD));
     complete = complete && seccomp_rule_add(filter.get(), SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3), 0) == 0;
     allowIf(SCMP_SYS(prctl), argument(0, all, PR_SET_NAME));
     allowIf(SCMP_SYS(prlimit64), argument(2, all, 0));  // asking is free
+    constexpr int control = SCMP_SYS(fcntl64) < 0 ? SCMP_SYS(fcntl) : SCMP_SYS(fcntl64);
     for (const int command : {F_GETFD, F_SETFD, F_GETFL})
-        allowIf(SCMP_SYS(fcntl), argument(1, all, static_cast<scmp_datum_t>(command)));
+        allowIf(control, argument(1, all, static_cast<scmp_datum_t>(command)));
 #ifdef __SANITIZE_ADDRESS__  // how the sanitizer finds out whether memory may be read
     allow(SCMP_SYS(pipe2));
 #endif

@@ -28,8 +28,9 @@ constexpr std::size_t largestQuestion = 4096;
 /// A file's bytes in memory. One that is cut short meanwhile ends the process at the first look behind its end.
 class MappedFile {
   public:
-    MappedFile(int descriptor, std::size_t size) : size_(size) {
-        if (size > 0) start_ = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, descriptor, 0);
+    MappedFile(int descriptor, std::uint64_t size) : size_(static_cast<std::size_t>(size)) {
+        if (size_ != size) size_ = 0;  // more than there are addresses
+        if (size_ > 0) start_ = mmap(nullptr, size_, PROT_READ, MAP_PRIVATE, descriptor, 0);
         if (start_ == MAP_FAILED) size_ = 0;
     }
     ~MappedFile() {
