@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # Read by CPack for each kind of package that it makes.
+# The time that it gives to all files.
 set(ENV{SOURCE_DATE_EPOCH} ${CPACK_RELEASE_TIME})
 if(CPACK_GENERATOR STREQUAL "DEB")
   # So that the entries of the desktop know /usr as their prefix and not the folder in which the package is put together.

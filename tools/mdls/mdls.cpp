@@ -121,7 +121,8 @@ std::variant<Job, ToolResult> Mdls::begin(const Arguments& arguments) const {
     job.path = wish->path;
     job.question = nameOf(wish->path);
     job.finish = [wish = std::move(*wish), name = job.question](std::optional<std::string_view> answer) {
-        return ToolResult{outputOf(wish, answer ? *answer : kindByName(name)), {}, exitSuccess};
+        const std::string kind = answer ? std::string() : kindByName(name);
+        return ToolResult{outputOf(wish, answer.value_or(kind)), {}, exitSuccess};
     };
     return job;
 }
