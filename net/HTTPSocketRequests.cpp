@@ -97,7 +97,6 @@ String HTTPSocket::SendRequest(const String& method, const String& url, int time
 // By value: they may be members of this very object, which change on the way.
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
 void HTTPSocket::_DoConnect(String url, String action, Ref<FolderItem> file) {
-    const Ref<HTTPSocket> keep(this);  // the handler of an error may drop the last reference but this
     mErrorCode = 0;
     _ParseURL(url);
     _processingURL = url;

@@ -14,7 +14,6 @@ constexpr int kRestMilliseconds = 1;
 }  // namespace
 
 void HTTPSocket::WaitForPage() {
-    const Ref<HTTPSocket> keep(this);
     const Ref<Application> application = Application::Current();
     _pageComplete = false;
     mErrorCode = 0;

@@ -48,6 +48,16 @@ TEST(HTTPHandlers, MayBeginANewRequestFromAnyEvent) {
     }
 }
 
+TEST(HTTPHandlers, MayDropTheSocketThatIsWaitedFor) {
+    const ScriptedServer server({kFirst});
+    auto socket = New<HTTPSocket>();
+    socket->OnAuthenticationRequired = [&](auto&&...) {
+        socket = Nil;
+        return false;
+    };
+    EXPECT_EQ(socket->Get(server.Url(), 5).Bytes(), "first");
+}
+
 TEST(HTTPHandlers, ThatRunTheEventLoopAreNotEnteredAgain) {
     const ScriptedServer server({[](ScriptedServer::Peer& peer) {
         peer.ReadRequest();

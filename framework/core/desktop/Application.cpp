@@ -82,7 +82,9 @@ bool Application::RunMenuHandler(const String& name) {
     if (found == menuHandlers_.end()) return false;
     // A command whose handler failed counts as handled: nobody else is to try it.
     bool handled = true;
-    Dispatch([&] { handled = found->second(); });
+    // A handler may bind another one in its own place.
+    const MenuHandler handler = found->second;
+    Dispatch([&] { handled = handler(); });
     return handled;
 }
 

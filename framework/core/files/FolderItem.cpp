@@ -136,8 +136,6 @@ Ref<FolderItem> FolderItem::Child(const String& name) const {
 }
 
 const FolderItem::Listing& FolderItem::list() const {
-    // Others run while a large folder is read, and may drop this.
-    const Ref<const FolderItem> alive(this);
     listing_ = std::make_unique<const Listing>(path());
     return *listing_;
 }

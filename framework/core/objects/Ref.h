@@ -15,6 +15,22 @@ inline constexpr std::nullptr_t Nil = nullptr;
 /// Raises NilObjectException. Out of line, so that every use of a Ref stays small.
 [[noreturn]] void RaiseNilObject();
 
+/// What `->` gives: holds its object to the end of the whole expression. So a method lives through its own yields, and
+/// a handler through the end of what called it, whatever becomes meanwhile of the reference that it was called by.
+template <class T>
+class Held {
+  public:
+    explicit Held(T* object) noexcept : object_(object) { object_->Retain(); }
+    ~Held() { object_->Release(); }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+
+    T* operator->() const noexcept { return object_; }
+
+  private:
+    T* object_;
+};
+
 /// An owning reference to an object, or Nil. Every access through Nil raises NilObjectException.
 template <class T>
 class Ref {
@@ -36,9 +52,9 @@ class Ref {
         return *this;
     }
 
-    T* operator->() const {
+    Held<T> operator->() const {
         if (!object_) RaiseNilObject();
-        return object_;
+        return Held<T>(object_);
     }
     T& operator*() const {
         if (!object_) RaiseNilObject();

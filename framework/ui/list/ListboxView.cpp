@@ -127,13 +127,14 @@ void ListboxView::sortFor(qint64 milliseconds) {
     QElapsedTimer passed;
     passed.start();
     bool goesOn = true;
+    const std::shared_ptr<ListboxSort> sort = sort_;
     do {
-        goesOn = sort_->Step();
-        if (!sort_ || model_.Rows().Revision() != sortedRevision_) return;
+        goesOn = sort->Step();
+        if (sort_ != sort || model_.Rows().Revision() != sortedRevision_) return;
     } while (goesOn && !passed.hasExpired(milliseconds));
     if (goesOn) return;
-    const auto finished = std::exchange(sort_, nullptr);
-    place(finished->Order());
+    sort_ = nullptr;
+    place(sort->Order());
 }
 
 void ListboxView::timerEvent(QTimerEvent* event) {

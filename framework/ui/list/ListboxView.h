@@ -135,7 +135,8 @@ class ListboxView : public QTableView {
     /// @}
     /// @name Sorting in the background
     /// @{
-    std::unique_ptr<ListboxSort> sort_;
+    /// Shared with whoever is at a step of it, in which a handler may begin another one.
+    std::shared_ptr<ListboxSort> sort_;
     std::uint64_t sortedRevision_ = 0;
     QBasicTimer sortTimer_;
     /// @}
