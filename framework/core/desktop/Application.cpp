@@ -2,6 +2,7 @@
 #include "framework/core/desktop/Application.h"
 
 #include <QCoreApplication>
+#include <QTimer>
 #include <cstdio>
 #include <utility>
 
@@ -132,7 +133,8 @@ void Quit(int code) {
     if (!application) {
         QCoreApplication::exit(code);
     } else if (internal::OnThread()) {
-        Scheduler::Instance().Post([application, code] { application->quit(code); });
+        // By the event loop: no handler that yields finds itself without a program.
+        QTimer::singleShot(0, qApp, [application, code] { application->quit(code); });
     } else {
         application->quit(code);
     }

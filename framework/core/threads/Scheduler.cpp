@@ -10,12 +10,27 @@
 #include <cassert>
 #include <cstdint>
 #include <exception>
+#include <limits>
 #include <utility>
+#include <vector>
 
 #include "framework/core/objects/System.h"
 #include "framework/core/threads/Dispatch.h"
 
 namespace framework::internal {
+
+namespace {
+
+using Clock = Scheduler::Clock;
+
+/// The time up to `end` as poll takes it: whole milliseconds, not too few of them.
+int untilThen(Clock::time_point end) {
+    if (end == Clock::time_point::max()) return -1;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now()).count();
+    return static_cast<int>(std::clamp<std::int64_t>(left, 0, std::numeric_limits<int>::max()));
+}
+
+}  // namespace
 
 /// The scheduler's place in the event loop: a timer that fires at each turn of the loop while there is work.
 class Scheduler::Pump : public QObject {
@@ -64,16 +79,32 @@ void Scheduler::Start(Thread& thread) {
     schedule();
 }
 
+Thread* Scheduler::Parkable() const {
+    return std::uncaught_exceptions() == 0 ? current_ : nullptr;
+}
+
+/// Whether others may run now, in the middle of what is running.
+bool Scheduler::mayLeave() const {
+    return (current_ ? current_->noYield_ : mainNoYield_) == 0 && std::uncaught_exceptions() == 0;
+}
+
 void Scheduler::runTurn() {
+    runPosted();
+    runNext();
+    if (ready_.empty() && posted_.empty()) pump_->Stop();
+}
+
+void Scheduler::runPosted() {
     for (auto jobs = std::exchange(posted_, {}); !jobs.empty(); jobs.pop_front()) {
         if (*jobs.front()) (*jobs.front())();
     }
-    if (!ready_.empty()) {
-        const Ref<Thread> thread = ready_.front();
-        ready_.pop_front();
-        runSlice(*thread);
-    }
-    if (ready_.empty() && posted_.empty()) pump_->Stop();
+}
+
+void Scheduler::runNext() {
+    if (ready_.empty()) return;
+    const Ref<Thread> thread = ready_.front();
+    ready_.pop_front();
+    runSlice(*thread);
 }
 
 void Scheduler::runSlice(Thread& thread) {
@@ -113,19 +144,21 @@ void Scheduler::suspendCurrent() {
 }
 
 void Scheduler::Yield() {
+    if (!current_ && ready_.empty() && parked_.empty()) return;
+    if (!mayLeave()) return;
+    if (current_) throwIfKilled(*current_);
+    const auto now = Clock::now();
+    if (now < sliceEnd_) return;
     if (current_) {
-        if (current_->noYield_ > 0) return;
-        throwIfKilled(*current_);
-        if (Clock::now() >= sliceEnd_) YieldNow();
-    } else if (!ready_.empty() && mainNoYield_ == 0 && Clock::now() >= sliceEnd_) {
-        const Ref<Thread> thread = ready_.front();
-        ready_.pop_front();
-        runSlice(*thread);
+        YieldNow();
+    } else {
+        Rest(-1, now);
+        sliceEnd_ = Clock::now() + kSlice;
     }
 }
 
 void Scheduler::YieldNow() {
-    if (!current_ || current_->noYield_ > 0) return;
+    if (!current_ || !mayLeave()) return;
     throwIfKilled(*current_);
 #ifndef NDEBUG
     constexpr std::chrono::milliseconds kTooLong{50};
@@ -136,15 +169,44 @@ void Scheduler::YieldNow() {
     suspendCurrent();
 }
 
-void Scheduler::Park(int awaitedDescriptor) {
+void Scheduler::Park(int awaitedDescriptor, Clock::time_point end) {
     Thread& thread = *current_;
     throwIfKilled(thread);
     thread.state_ = Thread::Waiting;
     thread.awaitedDescriptor_ = awaitedDescriptor;
+    thread.awaitedTime_ = end;
     parked_.emplace_back(&thread);
     thread.fiber_->Suspend();
     thread.awaitedDescriptor_ = -1;
     throwIfKilled(thread);
+}
+
+void Scheduler::Rest(int descriptor, Clock::time_point end) {
+    const bool shares = !current_ && mayLeave();
+    if (!shares) {
+        pollfd awaited{descriptor, POLLIN, 0};
+        poll(&awaited, 1, untilThen(end));
+        return;
+    }
+    runPosted();
+    waitFor(descriptor, end);
+    runNext();
+}
+
+/// Waits for what the threads wait for besides, and wakes those whose time has come.
+void Scheduler::waitFor(int descriptor, Clock::time_point end) {
+    std::vector<pollfd> awaited{{descriptor, POLLIN, 0}};
+    for (const Ref<Thread>& thread : parked_) {
+        awaited.push_back({thread->awaitedDescriptor_, POLLIN, 0});
+        end = std::min(end, thread->awaitedTime_);
+    }
+    const int found = poll(awaited.data(), awaited.size(), ready_.empty() ? untilThen(end) : 0);
+    const auto now = Clock::now();
+    const std::deque<Ref<Thread>> waiting = parked_;
+    for (std::size_t i = 0; i < waiting.size(); ++i) {
+        const bool isReadable = found > 0 && awaited[i + 1].revents != 0;
+        if (isReadable || waiting[i]->awaitedTime_ <= now) Wake(*waiting[i]);
+    }
 }
 
 void Scheduler::Wake(Thread& thread) {
@@ -159,7 +221,10 @@ void Scheduler::Wake(Thread& thread) {
 void Scheduler::Kill(Thread& thread) {
     if (thread.state_ == Thread::NotRunning) return;
     thread.killed_ = true;
-    if (&thread == current_) throw ThreadKilled();
+    if (&thread == current_) {
+        if (std::uncaught_exceptions() == 0) throw ThreadKilled();
+        return;
+    }
     const Ref<Thread> alive(&thread);
     const auto takeOut = [this, &thread] {
         const auto isIt = [&thread](const Ref<Thread>& other) { return other.Get() == &thread; };

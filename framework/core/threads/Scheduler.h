@@ -12,8 +12,8 @@
 
 namespace framework::internal {
 
-/// Shares out the time of the window's thread: the event loop calls it, and it lets each ready thread run for a slice
-/// in turn, in nested loops too.
+/// Shares out the time of the window's thread: it lets each ready thread run for a slice in turn. The event loop calls
+/// it, nested ones too, and where the main stack yields or waits without one, it looks after the threads by itself.
 class Scheduler {
   public:
     using Clock = std::chrono::steady_clock;
@@ -28,6 +28,9 @@ class Scheduler {
 
     /// The thread that is running, null on the main stack.
     Thread* Current() const { return current_; }
+    /// The thread that is running, if it can be left now; null on the main stack, and while an exception takes down
+    /// the thread's stack. What destructors then wait for they wait for plainly.
+    Thread* Parkable() const;
     /// The bounds of the running thread's stack; only while one runs.
     StackBounds CurrentBounds() const;
 
@@ -40,11 +43,17 @@ class Scheduler {
     void Yield();
     /// Lets the event loop, and the other threads, run once in any case.
     void YieldNow();
-    /// Takes the running thread out of the round until Wake. Throws ThreadKilled when it is killed meanwhile.
-    void Park(int awaitedDescriptor = -1);
+    /// Takes the running thread out of the round until Wake. That comes by itself, once `awaitedDescriptor` can be read
+    /// from or it is `end`, where the main stack looks after the threads; under an event loop it is the caller's.
+    /// Throws ThreadKilled when it is killed meanwhile.
+    void Park(int awaitedDescriptor = -1, Clock::time_point end = Clock::time_point::max());
     void Wake(Thread& thread);
+    /// Waits on the main stack until `descriptor` can be read from, -1 for none, or it is `end`; returns sooner when a
+    /// thread had a share of the time meanwhile.
+    void Rest(int descriptor, Clock::time_point end);
 
-    /// Runs `work` on the main stack at the event loop's next turn. The result undoes that, as long as it has not run.
+    /// Runs `work` on the main stack when that yields, waits, or serves events. The result undoes that, as long as it
+    /// has not run.
     std::function<void()> Post(std::function<void()> work);
 
     void NoYieldBegins();
@@ -56,11 +65,15 @@ class Scheduler {
     Scheduler();
     ~Scheduler();
 
+    bool mayLeave() const;
     void runTurn();
+    void runPosted();
+    void runNext();
     void runSlice(Thread& thread);
     void enter(Thread& thread);
     void suspendCurrent();
     void throwIfKilled(const Thread& thread) const;
+    void waitFor(int descriptor, Clock::time_point end);
     void finish(Thread& thread);
     void schedule();
 

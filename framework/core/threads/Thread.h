@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -69,8 +70,9 @@ class Thread : public Object {
     int finishFirst_ = 0;
     int noYield_ = 0;
     bool killed_ = false;
-    /// What a parked thread waits for, so that a kill can see it through; -1 for none.
+    /// What a parked thread waits for, besides being woken; -1 for none.
     int awaitedDescriptor_ = -1;
+    std::chrono::steady_clock::time_point awaitedTime_ = std::chrono::steady_clock::time_point::max();
     std::unique_ptr<internal::Fiber> fiber_;
 };
 

@@ -31,13 +31,18 @@ class AtEnd {
     std::function<void()> work_;
 };
 
-bool isReadable(int descriptor, int milliseconds) {
+bool isReadable(int descriptor) {
     pollfd awaited{descriptor, POLLIN, 0};
     int answer = 0;
     do {
-        answer = poll(&awaited, 1, milliseconds);
+        answer = poll(&awaited, 1, 0);
     } while (answer < 0 && errno == EINTR);
     return answer > 0;
+}
+
+Scheduler::Clock::time_point endOf(int milliseconds) {
+    using Clock = Scheduler::Clock;
+    return milliseconds < 0 ? Clock::time_point::max() : Clock::now() + std::chrono::milliseconds(milliseconds);
 }
 
 }  // namespace
@@ -47,9 +52,13 @@ void LoopYield() {
 }
 
 bool WaitReadable(int descriptor, int milliseconds) {
-    Thread* const thread = Scheduler::Instance().Current();
-    if (!thread) return isReadable(descriptor, milliseconds);
-    if (isReadable(descriptor, 0)) return true;
+    if (isReadable(descriptor)) return true;
+    const auto end = endOf(milliseconds);
+    Thread* const thread = Scheduler::Instance().Parkable();
+    if (!thread) {
+        Scheduler::Instance().Rest(descriptor, end);
+        return isReadable(descriptor);
+    }
 
     const auto wake = [thread] { Scheduler::Instance().Wake(*thread); };
     QSocketNotifier notifier(descriptor, QSocketNotifier::Read);
@@ -63,25 +72,28 @@ bool WaitReadable(int descriptor, int milliseconds) {
         limit.callOnTimeout(wake);
         limit.start(milliseconds);
     }
-    Scheduler::Instance().Park(descriptor);
-    return isReadable(descriptor, 0);
+    Scheduler::Instance().Park(descriptor, end);
+    return isReadable(descriptor);
 }
 
 void Pause(int milliseconds) {
-    Thread* const thread = Scheduler::Instance().Current();
+    const auto end = endOf(milliseconds);
+    Thread* const thread = Scheduler::Instance().Parkable();
     if (!thread) {
-        poll(nullptr, 0, milliseconds);
+        do {
+            Scheduler::Instance().Rest(-1, end);
+        } while (Scheduler::Clock::now() < end);
         return;
     }
     QTimer alarm;
     alarm.setSingleShot(true);
     alarm.callOnTimeout([thread] { Scheduler::Instance().Wake(*thread); });
     alarm.start(milliseconds);
-    Scheduler::Instance().Park();
+    Scheduler::Instance().Park(-1, end);
 }
 
 void RunOnMainStack(const std::function<void()>& work) {
-    Thread* const thread = Scheduler::Instance().Current();
+    Thread* const thread = Scheduler::Instance().Parkable();
     if (!thread) {
         work();
         return;
@@ -109,7 +121,9 @@ void Completion::Complete() {
 
 void Completion::Wait() {
     if (complete_) return;
-    Thread* const thread = Scheduler::Instance().Current();
+    Thread* const thread = Scheduler::Instance().Parkable();
+    // Whoever is on the way out of a thread does not stay for it.
+    if (!thread && internal::OnThread()) return;
     if (!thread) {
         QEventLoop loop;
         loop_ = &loop;

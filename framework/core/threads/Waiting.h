@@ -12,11 +12,12 @@ class Thread;
 void LoopYield();
 
 /// Waits until `descriptor` can be read from (or its other end was closed), at most `milliseconds`; below 0 means for
-/// ever. A thread parks meanwhile; the main thread plainly blocks. False when the time ran out.
+/// ever. The threads go on meanwhile, and on a thread the window too; the main stack serves no events. False when it
+/// cannot be read from yet: the time ran out, or what this waits for may have been brought about by another thread.
 bool WaitReadable(int descriptor, int milliseconds = -1);
 
-/// Rests for some time, as a loop that asks again and again does between two questions. A thread parks meanwhile; the
-/// main thread plainly sleeps.
+/// Rests for some time, as a loop that asks again and again does between two questions. Others go on meanwhile as they
+/// do in WaitReadable.
 void Pause(int milliseconds);
 
 /// Runs `work` on the main thread's own stack and returns when it is done: for what needs much stack or runs a loop of

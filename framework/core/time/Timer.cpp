@@ -11,6 +11,7 @@ namespace framework {
 class Timer::Clock : public QTimer {};
 
 Timer::Timer() : clock_(std::make_unique<Clock>()) {
+    clock_->setTimerType(Qt::PreciseTimer);  // the others may fire before their time
     clock_->callOnTimeout([this] {
         const Ref<Timer> alive(this);
         if (mode_ == ModeSingle) mode_ = ModeOff;

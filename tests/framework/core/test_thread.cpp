@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QTimer>
 #include <array>
+#include <fstream>
 #include <limits>
 #include <stdexcept>
 #include <string>
@@ -12,11 +13,15 @@
 
 #include "framework/core/desktop/Alert.h"
 #include "framework/core/desktop/Application.h"
+#include "framework/core/files/FolderItem.h"
 #include "framework/core/process/Shell.h"
 #include "framework/core/threads/StackCheck.h"
 #include "framework/core/threads/Thread.h"
 #include "framework/core/threads/Waiting.h"
+#include "framework/core/time/Clock.h"
+#include "framework/core/time/Timer.h"
 #include "tests/support/EventLoop.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace framework {
 namespace {
@@ -46,6 +51,12 @@ Ref<Thread> threadThat(std::function<void()> work) {
 
 bool ended(const Ref<Thread>& thread) {
     return thread->State() == Thread::NotRunning;
+}
+
+/// Uses up the share of time of what is running, so that its next yield lets others run.
+void spendSlice() {
+    const double end = Microseconds() + 20'000;
+    while (Microseconds() < end) continue;
 }
 
 /// Sets a flag when it goes, as every destructor on a killed thread's way must.
@@ -144,6 +155,126 @@ TEST(Thread, AKillLetsBegunWorkBecomeWholeButWaitsForNoHangingCommand) {
     EXPECT_TRUE(ended(hanging));
     EXPECT_EQ(undone, 1);
     EXPECT_LT(clock.elapsed(), 90'000);
+}
+
+TEST(Thread, GoesOnWhileTheMainStackYieldsOrWaitsWithoutAnEventLoop) {
+    const TemporaryFolder folder;
+    const String line(folder.Path("line"));
+    ASSERT_EQ(mkfifo(line.CString(), 0600), 0);
+    const auto thread = threadThat([&] {
+        Shell shell;
+        shell.Execute("true");
+        Pause(1);
+        RunOnMainStack([] {});
+        // The main stack's command ends by this alone.
+        std::ofstream(folder.Path("line")) << "there";
+        shell.Execute("true");
+    });
+    thread->Run();
+    Shell shell;
+    shell.Execute("timeout 60 cat " + line);
+    EXPECT_EQ(shell.Result().Bytes(), "there");
+    const double limit = Microseconds() + 60e6;
+    while (!ended(thread) && Microseconds() < limit) LoopYield();
+    EXPECT_TRUE(ended(thread));
+}
+
+TEST(Thread, DestructorsOnTheWayOutOfItMayYieldAndWait) {
+    struct Talkative {
+        int& steps;
+        ~Talkative() {
+            spendSlice();
+            LoopYield();
+            Application::Current()->DoEvents(-1);
+            Shell shell;
+            shell.Execute("sleep 0.02");
+            steps += shell.ErrorCode() == 0 ? 1 : 0;
+            Pause(1);
+            RunOnMainStack([this] { ++steps; });
+            Completion never;
+            never.Wait();
+            ++steps;
+        }
+    };
+    const auto application = New<WatchingApplication>();
+    int steps = 0;
+    bool begun = false;
+    const auto killed = threadThat([&] {
+        const Talkative witness{steps};
+        begun = true;
+        while (true) LoopYield();
+    });
+    killed->Run();
+    ASSERT_TRUE(RunUntil([&] { return begun; }));
+    killed->Kill();
+    EXPECT_TRUE(ended(killed));
+    EXPECT_EQ(steps, 3);
+    const auto failing = threadThat([&] {
+        const Talkative witness{steps};
+        throw OutOfBoundsException();
+    });
+    failing->Run();
+    EXPECT_TRUE(RunUntil([&] { return ended(failing); }));
+    EXPECT_EQ(steps, 6);
+    EXPECT_EQ(application->seen, std::vector<std::string>{"OutOfBoundsException"});
+}
+
+TEST(Thread, AnObjectOutlivesTheCallsThatOthersTakeItFrom) {
+    const TemporaryFolder folder;
+    for (int i = 0; i < 100; ++i) folder.Put("file" + std::to_string(i));
+    Ref<FolderItem> shown = folder.Item();
+    bool begun = false;
+    int count = 0;
+    const auto thread = threadThat([&] {
+        begun = true;
+        spendSlice();
+        count = shown->Count();
+    });
+    thread->Run();
+    EXPECT_TRUE(RunUntil([&] {
+        if (begun) shown = Nil;
+        return ended(thread);
+    }));
+    EXPECT_EQ(count, 100);
+}
+
+TEST(Thread, AHandlerMayBindItsOwnEventAnewOrDropItsOwner) {
+    const std::string longText(1000, 'x');
+    std::string seen;
+    auto event = std::make_unique<Event<void()>>();
+    *event = [&, longText] {
+        *event = nullptr;
+        event.reset();
+        seen = longText;
+    };
+    event->Raise();
+    EXPECT_EQ(seen, longText);
+
+    const auto application = New<WatchingApplication>();
+    application->_AddMenuHandler("Reload", [&, longText] {
+        application->_AddMenuHandler("Reload", [] { return false; });
+        return longText.size() == 1000;
+    });
+    EXPECT_TRUE(application->RunMenuHandler("Reload"));
+    EXPECT_FALSE(application->RunMenuHandler("Reload"));
+}
+
+TEST(Timer, NeverFiresBeforeItsPeriod) {
+    std::vector<Ref<Timer>> timers;
+    std::vector<double> early;
+    int fired = 0;
+    for (int period = 60; period < 140; period += 4) {
+        timers.push_back(New<Timer>());
+        const double begin = Microseconds();
+        timers.back()->OnAction = [&, period, begin](Timer&) {
+            ++fired;
+            if (Microseconds() - begin < period * 1000.0) early.push_back(period);
+        };
+        timers.back()->Period(period);
+        timers.back()->Mode(Timer::ModeSingle);
+    }
+    EXPECT_TRUE(RunUntil([&] { return fired == static_cast<int>(timers.size()); }));
+    EXPECT_EQ(early, std::vector<double>());
 }
 
 TEST(Thread, ExceptionsInFlightOnOneStackDoNotReachAnother) {
