@@ -11,6 +11,8 @@ namespace marrowbeck {
 /// A client of HTTP/1.0 (RFC 1945) that serves one request at a time, on a connection of its own; the end of the
 /// connection is the end of the answer. A new request abandons the one that runs.
 ///
+/// A URL with a blank or a control character in it is none: the request fails as one to a host that does not exist.
+///
 /// Each kind of request comes in four forms: as a page in memory or as a download into a file, and each of them either
 /// with events or, with a time-out, by waiting. An answer is an answer whatever its status: redirections are not
 /// followed, and no transfer coding is undone. A challenge (401, 407) is put to the handler of its event, and the
@@ -29,6 +31,7 @@ class HTTPSocket : public TCPSocket, public _SOAPSocket {
         DownloadUnusable = 1,  ///< The file is a folder, or could not be made or opened.
         DownloadLost = 2,      ///< Not all of the answer could be written, and the file was removed: see LossReason.
         HeadTooLong = 3,       ///< The head of the answer is one that no server sends: see IsTooLong.
+        UnfitHead = 4,         ///< The head of the request would have held a control character: nothing was sent.
     };
 
     HTTPSocket();
@@ -134,6 +137,7 @@ class HTTPSocket : public TCPSocket, public _SOAPSocket {
     void _KillDownloadStream();
     void breakOff(int code);
     void loseDownload();
+    bool isFit(const String& action) const;
     void _SendRequest(const String& action);
     String _EncodeURLString(const String& text) const;
 

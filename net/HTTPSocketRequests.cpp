@@ -1,12 +1,34 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // The forms of a request, and what each of them sets in motion: the road from the caller to the socket.
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
 #include "net/HTTPSocket.h"
 
 namespace marrowbeck {
+
+namespace {
+
+/// Whether no byte is a control character. One of them in a head would begin what nobody meant: another line, another
+/// request.
+bool isLine(const String& text) {
+    const std::string_view bytes = text.Bytes();
+    return std::none_of(bytes.begin(), bytes.end(), [](unsigned char byte) { return byte < ' ' || byte == 0x7F; });
+}
+
+/// The same for what stands between blanks.
+bool isWord(const String& text) {
+    return isLine(text) && text.Bytes().find(' ') == std::string_view::npos;
+}
+
+/// Long credentials of the Basic scheme are divided into lines, by us.
+bool isKey(const String& key) {
+    return key.Bytes().starts_with("Basic ") || isLine(key);
+}
+
+}  // namespace
 
 HTTPSocket::HTTPSocket() {
     _InitializeRequestHeaders();
@@ -100,8 +122,12 @@ void HTTPSocket::_DoConnect(String url, String action, Ref<FolderItem> file) {
     mErrorCode = 0;
     _ParseURL(url);
     _processingURL = url;
-    if (!_SetDownloadFile(file)) return;
-    if (!HTTPProxyAddress.IsEmpty()) {
+    // What is no URL leads nowhere, and empties no file.
+    const bool isUrl = isWord(url);
+    if (!_SetDownloadFile(isUrl ? file : Nil)) return;
+    if (!isUrl) {
+        Address("");
+    } else if (!HTTPProxyAddress.IsEmpty()) {
         Address(HTTPProxyAddress);
         Port(HTTPProxyPort == 0 ? DefaultPort : HTTPProxyPort);
     }
@@ -152,11 +178,19 @@ void HTTPSocket::_KillDownloadStream() {
     _downloadStream = Nil;
 }
 
+/// Whether the head of the request, which is complete but for the credentials, holds nothing that would break it.
+bool HTTPSocket::isFit(const String& action) const {
+    if (!isWord(action) || !isKey(_authenticationKey) || !isKey(_proxyAuthenticationKey)) return false;
+    for (int index = 0; index < requestHeaders->Count(); ++index) {
+        if (!isWord(requestHeaders->Name(index)) || !isLine(requestHeaders->Value(index))) return false;
+        LoopYield();
+    }
+    return true;
+}
+
 void HTTPSocket::_SendRequest(const String& action) {
     if (!requestHeaders) requestHeaders = New<InternetHeaders>();
     requestHeaders->SetHeader("Host", _server);
-    if (!_authenticationKey.IsEmpty()) SetRequestHeader("Authorization", _authenticationKey);
-    if (!_proxyAuthenticationKey.IsEmpty()) SetRequestHeader("Proxy-Authorization", _proxyAuthenticationKey);
     if (action == "POST") {
         requestHeaders->SetHeader("Content-type", _postContentType);
         requestHeaders->SetHeader("Content-length", Format(LenB(_postContent), "0"));
@@ -165,6 +199,14 @@ void HTTPSocket::_SendRequest(const String& action) {
         SetRequestHeader("Content-type", "");
         SetRequestHeader("Content-length", "");
     }
+    if (!isFit(action)) {
+        _authenticationKey = "";
+        _proxyAuthenticationKey = "";
+        breakOff(UnfitHead);
+        return;
+    }
+    if (!_authenticationKey.IsEmpty()) SetRequestHeader("Authorization", _authenticationKey);
+    if (!_proxyAuthenticationKey.IsEmpty()) SetRequestHeader("Proxy-Authorization", _proxyAuthenticationKey);
     if (!HTTPProxyAddress.IsEmpty()) _path = _processingURL;
 
     String request = action + " " + _path + " HTTP/1.0\r\n" + requestHeaders->_FormatHTTPHeaders();

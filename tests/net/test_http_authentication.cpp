@@ -162,6 +162,29 @@ TEST(HTTPAuthentication, WhatItCannotAnswerIsAPage) {
     EXPECT_EQ(client.Ends, 6);
 }
 
+TEST(HTTPAuthentication, DoesNotSendCredentialsThatBreakTheHead) {
+    const auto digest = challenge("WWW-Authenticate: Digest realm=\"a\"");
+    std::string sent;
+    const auto listen = [&](ScriptedServer::Peer& peer) { sent += peer.Receive(1); };
+    const ScriptedServer server(
+        {digest, listen, challenge("WWW-Authenticate: Digest realm=\"a\nX: y\""), listen, kWelcome});
+    Caller client;
+    client.Name = "me\r\nX: y";
+    client->Get(server.Url());
+    ASSERT_TRUE(client.Await());
+    EXPECT_EQ(client.Log.back(), "error 4");
+    client.Name = "me";
+    client.Answers = 1;
+    client->Get(server.Url());
+    ASSERT_TRUE(client.Await());
+    EXPECT_EQ(client.Log.back(), "error 4");
+    EXPECT_EQ(sent, "");
+    client->Get(server.Url());
+    ASSERT_TRUE(client.Await());
+    EXPECT_EQ(client.Content, "welcome");
+    EXPECT_EQ(lineOf(server.Requests().back(), "Authorization"), "") << "nothing is left of them";
+}
+
 TEST(HTTPAuthentication, AnswersAProxyOnItsOwnLine) {
     const ScriptedServer proxy({challenge("Proxy-Authenticate: Basic realm=\"p\"", 407), kWelcome});
     Caller client;

@@ -4,10 +4,12 @@
 
 #include "tests/net/Client.h"
 #include "tests/support/ScriptedServer.h"
+#include "tests/support/TemporaryFolder.h"
 
 using namespace marrowbeck;
 using namespace marrowbeck::test;
 using testing::ElementsAre;
+using namespace std::string_view_literals;
 
 namespace {
 
@@ -25,7 +27,7 @@ TEST(HTTPRequest, IsWrittenByteForByte) {
     const ScriptedServer server({kOk, kOk, kOk, kOk});
     const std::string host = server.Host().ToStd();
     Client client;
-    for (const char* path : {"", "/", "/a b/%41?q=http://x/#f"}) {
+    for (const char* path : {"", "/", "/a%20b/%41?q=http://x/#f"}) {
         client->Get(server.Url(path));
         ASSERT_TRUE(client.Await());
     }
@@ -34,7 +36,7 @@ TEST(HTTPRequest, IsWrittenByteForByte) {
     client->SendRequest("dElete", server.Host() + "/no-scheme");
     ASSERT_TRUE(client.Await());
     const std::string rest = " HTTP/1.0\r\nAccept: */*\r\nAccept-Language: en\r\nHost: " + host + "\r\n\r\n";
-    EXPECT_THAT(server.Requests(), ElementsAre("GET /" + rest, "GET /" + rest, "GET /a b/%41?q=http://x/#f" + rest,
+    EXPECT_THAT(server.Requests(), ElementsAre("GET /" + rest, "GET /" + rest, "GET /a%20b/%41?q=http://x/#f" + rest,
                                                "dElete /no-scheme HTTP/1.0\r\nAccept-Language: en\r\nHost: " + host +
                                                    "\r\nX-One: 1\r\n\r\n"));
 }
@@ -102,6 +104,44 @@ TEST(HTTPRequest, GoesThroughAProxyWithTheWholeUrl) {
     const std::string head = " HTTP/1.0\r\nAccept: */*\r\nAccept-Language: en\r\nHost: nowhere.invalid";
     EXPECT_THAT(proxy.Requests(), ElementsAre("GET http://nowhere.invalid:8080/page?x" + head + ":8080\r\n\r\n",
                                               "HEAD nowhere.invalid" + head + "\r\n\r\n"));
+}
+
+TEST(HTTPRequest, IsNotSentWhereItsHeadWouldBreak) {
+    const TemporaryFolder folder;
+    const auto file = New<FolderItem>(String(folder.Put("file", "kept")));
+    std::string sent;
+    std::vector<ScriptedServer::Part> parts(6, [&](ScriptedServer::Peer& peer) { sent += peer.Receive(1); });
+    const ScriptedServer server(parts);
+    Client client;
+    client->HTTPProxyPort = server.Port();
+    for (const std::string_view bad : {" "sv, "\t"sv, "\n"sv, "\r\nX: y"sv, "\x7F"sv, "\0"sv}) {
+        client->HTTPProxyAddress = client->HTTPProxyAddress.IsEmpty() ? "127.0.0.1" : "";
+        const String url(server.Url("/a").ToStd() + std::string(bad) + "b");
+        client->Get(url, file);
+        EXPECT_EQ(client->ErrorCode(), 0) << "as all errors of a connection it comes later";
+        ASSERT_TRUE(client.Await());
+        EXPECT_EQ(client.Log.back(), "error 103");
+        EXPECT_EQ(client->Get(url, 5).Bytes(), "");
+        EXPECT_EQ(client->ErrorCode(), SocketCore::NameNotResolved);
+    }
+    EXPECT_EQ(readFile(folder.Path("file")), "kept");
+
+    client->HTTPProxyAddress = "";
+    client->SetRequestHeader("X", "blanks are no harm");
+    const std::pair<String, String> headers[] = {{"X", "a\r\nY: b"}, {"Y\r\nZ", "a"}, {"Y Z", "a"}, {"Y", "\x7F"}};
+    for (const auto& [name, value] : headers) {
+        client->SetRequestHeader(name, value);
+        client->Get(server.Url());
+        ASSERT_TRUE(client.Await());
+        EXPECT_EQ(client.Log.back(), "error 4");
+        client->SetRequestHeader(name, "");
+    }
+    client->SendRequest("GET / HTTP/1.0\r\n\r\nGET", server.Url());
+    ASSERT_TRUE(client.Await());
+    client->SetPostContent("", "text/plain\nX: y");
+    EXPECT_EQ(client->Post(server.Url(), 5).Bytes(), "");
+    EXPECT_EQ(client->ErrorCode(), HTTPSocket::UnfitHead);
+    EXPECT_EQ(sent, "");
 }
 
 TEST(HTTPRequest, AFailedConnectionIsAnError) {
