@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "net/updateWindow.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -12,6 +13,11 @@ namespace {
 /// In bytes. A feed or the page of a short link is a hundred times smaller; what is larger is neither, and looking for
 /// the values in it would hold up the window.
 constexpr int kLargestPage = 256 * 1024;
+
+/// The first and the longest pause between two short links, in milliseconds: a chain of some links is followed in a
+/// moment, and one without an end is no burden to anybody.
+constexpr int kFirstPause = 125;
+constexpr int kLongestPause = 60'000;
 
 constexpr const char* kContentProblem = "There was a problem with the website content. Please try again later.";
 
@@ -74,6 +80,13 @@ void updateWindow::CreateControls() {
         hp_DownloadComplete(sender, url, httpStatus, headers, file);
     };
 
+    pause_ = New<Timer>();
+    pause_->Period(kFirstPause);
+    pause_->OnAction = [this](Timer& sender) {
+        sender.Period(std::min(2 * sender.Period(), kLongestPause));
+        hp->Get(nextLink_);
+    };
+
     PushButton1 = Add<PushButton>("PushButton1", 208, 80, 72, 20);
     PushButton1->Caption("Cancel");
     PushButton1->Cancel(true);
@@ -87,7 +100,9 @@ void updateWindow::Event_Open() {
 }
 
 void updateWindow::Event_Close() {
+    pause_->Mode(Timer::ModeOff);
     hp->Close();
+    target_ = nullptr;
 }
 
 // Neither the status nor the headers are looked at: a page that is no feed says so by itself.
@@ -95,10 +110,13 @@ void updateWindow::hp_PageReceived(HTTPSocket& sender, const String& url, int, c
                                    const String& content) {
     const Ref<updateWindow> keep(this);
     if (site_.IsShortLink(url)) {
-        if (isDownloadingFile) {
-            download(extractURL(content));
+        const String target = extractURL(content);
+        if (site_.IsShortLink(target)) {
+            follow(target);
+        } else if (isDownloadingFile) {
+            download(target);
         } else {
-            sender.Get(extractURL(content));
+            sender.Get(target);
         }
         return;
     }
@@ -136,9 +154,12 @@ void updateWindow::fail(const String& message) {
 
 void updateWindow::hp_Error(HTTPSocket& sender, int code) {
     const Ref<updateWindow> keep(this);
+    // An earlier file is back in its place before a person reads of the failure.
+    const String path = target_ && target_->File() ? target_->File()->AbsolutePath() : String();
+    target_ = nullptr;
     if (code == HTTPSocket::DownloadLost) {
-        fail("The file '" + target_->AbsolutePath() + "' could not be written. Please check the disk and try again " +
-             "later. (" + sender.LossReason() + ")");
+        fail("The file '" + path + "' could not be written. Please check the disk and try again " + "later. (" +
+             sender.LossReason() + ")");
         return;
     }
     fail("There was a communication error with the website. Please try again later. (Code: " + Str(code) + ")");
@@ -152,21 +173,22 @@ void updateWindow::hp_ReceiveProgress(HTTPSocket& sender, int bytesReceived, int
         return;
     }
     const int kb = bytesReceived / 1024;
+    isCutShort_ = bytesReceived < totalBytes;
     StaticText1->Text("Downloading: " + Format(kb, "###,###") + "KB downloaded...");
     ProgressBar1->Visible(true);
-    // Without a length the bar is an indefinite one, also when the page before had one.
-    ProgressBar1->Maximum(totalBytes / 1024);
+    if (totalBytes > 0) ProgressBar1->Maximum(totalBytes / 1024);
     ProgressBar1->Value(kb);
 }
 
-void updateWindow::hp_DownloadComplete(HTTPSocket&, const String& url, int, const Ref<InternetHeaders>&,
-                                       const Ref<FolderItem>& file) {
+void updateWindow::hp_DownloadComplete(HTTPSocket&, const String&, int, const Ref<InternetHeaders>& headers,
+                                       const Ref<FolderItem>&) {
     const Ref<updateWindow> keep(this);
+    target_->Complete(headers && !isCutShort_);
+    const Ref<FolderItem> file = target_->File();
     const Ref<MessageDialog> question = New<MessageDialog>();
     question->Title("Download Complete!");
-    question->Message("The file '" + readable(getFilename(url)) + "' is " +
-                      (isTargetAtHome_ ? "in your home folder. " : "on your Desktop. ") +
-                      "Would you like to open it now?");
+    question->Message("The file '" + readable(target_->Name()) + "' is " + target_->Place() +
+                      ". Would you like to open it now?");
     question->ActionButton()->Caption("Yes");
     question->CancelButton()->Caption("No");
     question->CancelButton()->Visible(true);
@@ -222,17 +244,19 @@ void updateWindow::download(const String& url) {
         isDownloadingFile = true;
         hp->Get(url);
     } else {
-        const Ref<FolderItem> home = SpecialFolder::Home();
-        const Ref<FolderItem> desktop = SpecialFolder::Desktop();
-        const Ref<FolderItem> folder = desktop->Directory() ? desktop : home;
-        isTargetAtHome_ = folder->AbsolutePath().SameBytes(home->AbsolutePath());
-        target_ = folder->Child(getFilename(url));
-        if (target_) {
-            hp->Get(url, target_);
+        isCutShort_ = false;
+        target_ = std::make_unique<DownloadTarget>(getFilename(url));
+        if (target_->File()) {
+            hp->Get(url, target_->File());
         } else {
             hp_Error(*hp, HTTPSocket::DownloadUnusable);
         }
     }
+}
+
+void updateWindow::follow(const String& url) {
+    nextLink_ = url;
+    pause_->Mode(Timer::ModeSingle);
 }
 
 String updateWindow::getFilename(const String& url) {

@@ -167,6 +167,13 @@ bool FolderItem::Directory() const {
     return kind() == Kind::Folder;
 }
 
+bool FolderItem::IsSame(const Ref<FolderItem>& other) const {
+    struct stat mine;
+    struct stat its;
+    return ::lstat(path(), &mine) == 0 && ::lstat(other->path(), &its) == 0 && mine.st_dev == its.st_dev &&
+           mine.st_ino == its.st_ino;
+}
+
 std::uint64_t FolderItem::Length() const {
     struct stat facts;
     const bool there = ::stat(path(), &facts) == 0 || ::lstat(path(), &facts) == 0;
@@ -234,6 +241,10 @@ bool FolderItem::CopyFileTo(const Ref<FolderItem>& destination) const {
     if (const String code = MacType(); !code.IsEmpty()) target->MacType(code);
     if (const String code = MacCreator(); !code.IsEmpty()) target->MacCreator(code);
     return true;
+}
+
+bool FolderItem::MoveFileTo(const Ref<FolderItem>& destination) const {
+    return !Directory() && ::rename(path(), destination->path()) == 0;
 }
 
 Ref<TextInputStream> FolderItem::OpenAsTextFile() const {

@@ -45,6 +45,8 @@ class FolderItem : public Object {
     bool Exists() const;
     /// Whether it is a folder. A link to one is none.
     bool Directory() const;
+    /// Whether both exist and are one and the same, by whatever paths.
+    bool IsSame(const Ref<FolderItem>& other) const;
     /// Size in bytes, 0 when there is nothing. Of a link, that of what it leads to, as its content is that one's.
     std::uint64_t Length() const;
 
@@ -74,6 +76,9 @@ class FolderItem : public Object {
     /// Copies the file's content, mode, Mac type and creator to `destination`, or into it when that is a folder.
     /// Nothing that exists is overwritten, and nothing half-copied is left.
     bool CopyFileTo(const Ref<FolderItem>& destination) const;
+    /// Gives the file, or the link itself, the path of `destination` on the same volume, in the place of a file that is
+    /// there. Both are kept when that fails.
+    bool MoveFileTo(const Ref<FolderItem>& destination) const;
 
     /// Opens a file for reading; Nil when that fails.
     Ref<TextInputStream> OpenAsTextFile() const;

@@ -77,6 +77,10 @@ Ref<FolderItem> Desktop() {
     return userFolder("XDG_DESKTOP_DIR", "Desktop");
 }
 
+Ref<FolderItem> Downloads() {
+    return userFolder("XDG_DOWNLOAD_DIR", "Downloads");
+}
+
 Ref<FolderItem> Pictures() {
     return userFolder("XDG_PICTURES_DIR", "Pictures");
 }

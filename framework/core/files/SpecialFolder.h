@@ -10,9 +10,10 @@ namespace framework::SpecialFolder {
 Ref<FolderItem> ApplicationData();
 /// `HOME`, else the home folder by the system's list of users.
 Ref<FolderItem> Home();
-/// The desktop and the pictures by the desktop's own setting, the file `user-dirs.dirs`; else `~/Desktop`,
-/// `~/Pictures`.
+/// The desktop, the downloads and the pictures by the desktop's own setting, the file `user-dirs.dirs`; else
+/// `~/Desktop`, `~/Downloads`, `~/Pictures`.
 Ref<FolderItem> Desktop();
+Ref<FolderItem> Downloads();
 Ref<FolderItem> Pictures();
 /// `TMPDIR`, else `/tmp`.
 Ref<FolderItem> Temporary();

@@ -34,15 +34,18 @@ TEST(SpecialFolder, UserFoldersAreTheDesktopsOwn) {
     ::setenv("HOME", folder.Path().c_str(), 1);
     ::unsetenv("XDG_CONFIG_HOME");
     EXPECT_EQ(path(SpecialFolder::Desktop()), folder.Path("Desktop"));
+    EXPECT_EQ(path(SpecialFolder::Downloads()), folder.Path("Downloads"));
     EXPECT_EQ(path(SpecialFolder::Pictures()), folder.Path("Pictures"));
 
     folder.Put(".config/user-dirs.dirs",
                "# XDG_PICTURES_DIR=\"/commented\"\n"
                "XDG_DESKTOP_DIR=\"$HOME/Schreib \\\"tisch\\\"\"\n"
+               "XDG_DOWNLOAD_DIR=\"/none/in\"\n"
                "  XDG_PICTURES_DIR=\"/none/\xE4 pics\"\n"
                "XDG_PICTURES_DIRECTORY=\"/other\"\n"
                "XDG_PICTURES_DIR=\"relative\"\n");
     EXPECT_EQ(path(SpecialFolder::Desktop()), folder.Path("Schreib \"tisch\""));
+    EXPECT_EQ(path(SpecialFolder::Downloads()), "/none/in");
     EXPECT_EQ(path(SpecialFolder::Pictures()), "/none/\xE4 pics");
 }
 

@@ -149,29 +149,69 @@ TEST_F(UpdateWindow, SaysWhatWentWrong) {
 
 TEST_F(UpdateWindow, DownloadsToTheDesktopAndOpensTheFile) {
     const RecordingOpener opener;
-    std::ofstream(OnDesktop("Marrowbeck 3.tar")) << "an older file of that name, which is replaced";
+    std::ofstream(OnDesktop("Marrowbeck-3.tar")) << "an older file of that name, which is replaced";
     const std::string content(3'000'000, 'm');
     const ScriptedServer files({page(content)});
-    const ScriptedServer server({page(feed("3", "Yes", files.Url("/dir/Marrowbeck 3.tar").ToStd()))});
+    const ScriptedServer server({page(feed("3", "Yes", files.Url("/dir/Marrowbeck-3.tar").ToStd()))});
     Person person({"Download", "Yes"});
     EXPECT_TRUE(Show(server));
     ASSERT_EQ(person.Read.size(), 2U);
-    EXPECT_EQ(person.Read[1], "The file 'Marrowbeck 3.tar' is on your Desktop. Would you like to open it now?");
-    EXPECT_EQ(readFile(OnDesktop("Marrowbeck 3.tar")), content);
-    EXPECT_EQ(opener.Call(), "file://" + OnDesktop("Marrowbeck%203.tar") + "\n");
+    EXPECT_EQ(person.Read[1], "The file 'Marrowbeck-3.tar' is on your Desktop. Would you like to open it now?");
+    EXPECT_EQ(readFile(OnDesktop("Marrowbeck-3.tar")), content);
+    EXPECT_EQ(opener.Call(), "file://" + OnDesktop("Marrowbeck-3.tar") + "\n");
     EXPECT_EQ(window->StaticText1->Text().Bytes(), "Downloading: 2,929KB downloaded...");
     EXPECT_EQ(window->ProgressBar1->Maximum(), 2929);
     EXPECT_EQ(window->ProgressBar1->Value(), 2929);
     EXPECT_TRUE(window->ProgressBar1->Visible());
 }
 
+TEST_F(UpdateWindow, KeepsAnEarlierFileUntilAnotherIsWhole) {
+    const std::string part = "HTTP/1.0 200 OK\r\nContent-Length: 100\r\n\r\nhalf";
+    const auto cancelled = [&](ScriptedServer::Peer& peer) {
+        peer.ReadRequest();
+        peer.Send(part);
+        peer.AwaitClose();
+    };
+    const ScriptedServer files({cancelled, ScriptedServer::Answering(part), ScriptedServer::Answering("")});
+    const std::string url = files.Url("/x.tar").ToStd();
+    const auto download = [&](const std::string& from, std::vector<std::string> answers) {
+        std::ofstream(OnDesktop("x.tar")) << "an earlier file";
+        // A feed that is longer than the download, whose length is another's.
+        const ScriptedServer server({page(feed("3", "Yes", from) + std::string(5000, ' '))});
+        Person person(std::move(answers));
+        EXPECT_TRUE(Show(server));
+        EXPECT_EQ(readFile(OnDesktop("x.tar")), "an earlier file");
+        EXPECT_FALSE(std::filesystem::exists(OnDesktop("x (earlier).tar")));
+        return person.Read.back();
+    };
+    QTimer cancel;
+    cancel.callOnTimeout([&] {
+        if (std::filesystem::exists(OnDesktop("x (earlier).tar")) && files.Requests().size() == 1 &&
+            window->hp->HTTPStatusCode() == 200 && window->ProgressBar1->Maximum() == 0) {
+            window->PushButton1->Push();
+        }
+    });
+    cancel.start(5);
+    download(url, {"Download"});
+    cancel.stop();
+    for (const int number : {2, 3}) {
+        const std::string name = "x (" + std::to_string(number) + ").tar";
+        EXPECT_EQ(download(url, {"Download", "No"}),
+                  "The file '" + name + "' is on your Desktop. Would you like to open it now?");
+        EXPECT_EQ(readFile(OnDesktop(name)), number == 2 ? "half" : "");
+    }
+    EXPECT_THAT(download("http://127.0.0.1:" + std::to_string(UnusedPort()) + "/x.tar", {"Download", "OK"}),
+                testing::EndsWith("(Code: 101)"));
+    EXPECT_THAT(download(files.Url("/\r\nX: y/x.tar").ToStd(), {"Download", "OK"}), testing::EndsWith("(Code: 103)"));
+}
+
 TEST_F(UpdateWindow, FollowsShortLinksByTheirPage) {
-    const ScriptedServer files({page("the file")});
+    const ScriptedServer files({ScriptedServer::Answering("HTTP/1.0 200 OK\r\n\r\nthe file")});
     const std::string target = files.Url("/file").ToStd();
     // Two steps, each with a page that names the next in quotes.
     ScriptedServer* links = nullptr;
     const auto link = [](const std::string& url) {
-        return page("<html><a HREF=\"" + url + "\">moved</a> \"x\"</html>");
+        return page("<html><a HREF=\"" + url + "\">moved</a> \"x\"</html>" + std::string(3000, ' '));
     };
     ScriptedServer shortLinks(
         {[&](ScriptedServer::Peer& peer) { link(links->Url("/b").ToStd())(peer); }, link(target)});
@@ -181,6 +221,7 @@ TEST_F(UpdateWindow, FollowsShortLinksByTheirPage) {
     EXPECT_TRUE(Show({server.Host(), shortLinks.Host()}));
     EXPECT_EQ(readFile(OnDesktop("file")), "the file");
     EXPECT_TRUE(window->isDownloadingFile);
+    EXPECT_EQ(window->ProgressBar1->Maximum(), 2) << "the last length that was known";
     EXPECT_EQ(shortLinks.Requests().size(), 2U);
 
     // A feed may be behind one as well.
@@ -188,6 +229,23 @@ TEST_F(UpdateWindow, FollowsShortLinksByTheirPage) {
     const ScriptedServer front({link(feeds.Url().ToStd())});
     EXPECT_TRUE(Show({front.Host(), front.Host()}));
     EXPECT_EQ(feeds.Requests().size(), 1U);
+}
+
+TEST_F(UpdateWindow, AsksALinkThatLeadsToItselfMoreAndMoreSeldom) {
+    std::string self;
+    std::vector<ScriptedServer::Part> parts(
+        4, [&](ScriptedServer::Peer& peer) { page("<a href=\"" + self + "\">")(peer); });
+    const ScriptedServer links(parts);
+    self = links.Url("/self").ToStd();
+    QTimer cancel;
+    cancel.callOnTimeout([&] {
+        if (links.Requests().size() == parts.size()) window->PushButton1->Push();
+    });
+    cancel.start(5);
+    const double begin = Microseconds();
+    EXPECT_TRUE(Show({links.Host(), links.Host()}));
+    EXPECT_GE(Microseconds() - begin, (125 + 250 + 500) * 1000.0);
+    EXPECT_EQ(links.Requests().size(), parts.size());
 }
 
 TEST_F(UpdateWindow, ADownloadWithoutANameFails) {
