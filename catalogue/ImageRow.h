@@ -20,8 +20,8 @@ class ImageRow {
     /// The text in a column.
     virtual void Show(RowRecord::Column column, const String& text) = 0;
     /// What the column's help tag says behind its label, with a unit where there is one. Not called for a profile, a
-    /// copyright, keywords or a caption that is missing, nor for the camera data. Keywords of blanks alone give an empty
-    /// text.
+    /// copyright, keywords or a caption that is missing, nor for the camera data. Keywords of blanks alone give an
+    /// empty text.
     virtual void Tell(RowRecord::Column column, const String& text) = 0;
     /// A value that goes with the row unseen.
     virtual void Keep(RowRecord::Tag tag, const String& value) = 0;
