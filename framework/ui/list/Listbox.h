@@ -126,9 +126,8 @@ class Listbox : public RectControl, public EditTarget {
     void ShareColumnWidths();
     /// The widths that were set or that a person gave, in pixels, joined by commas; empty for columns that share the
     /// room. When set, an entry may also be a share of the visible width ("20%"), or of what the others leave over
-    /// ("*", "2*"); missing or senseless entries stand for a share. Where the list is too narrow for them,
-    /// columns are on show narrower than this tells, so that each keeps a place. The last column takes up room that is
-    /// left.
+    /// ("*", "2*"); missing or senseless entries stand for a share. Where the list is too narrow for them, columns are
+    /// on show narrower than this tells, so that each keeps a place. The last column takes up room that is left.
     String ColumnWidths() const;
     void ColumnWidths(const String& widths);
 

@@ -13,6 +13,7 @@
 #include <system_error>
 #include <utility>
 
+#include "framework/ui/drawing/CutText.h"
 #include "framework/ui/list/ListboxModel.h"
 
 namespace framework {
@@ -115,7 +116,8 @@ int ListboxColumns::letters(int number) const {
 
 /// A narrow place, in which a letter of the heading can be read; less where a person wanted less.
 int ListboxColumns::least(int column) const {
-    const int narrow = header_.fontMetrics().horizontalAdvance(QStringLiteral("W\u2026")) + kHeadingMargins;
+    const int narrow =
+        header_.fontMetrics().horizontalAdvance(QLatin1Char('W') + QString(native::kRest)) + kHeadingMargins;
     const int wanted = wanted_[at(column)];
     const int place = std::min(wanted == kDefault ? narrow : std::min(wanted, narrow), room() / count());
     return std::max(place, kNarrowest);
@@ -129,7 +131,6 @@ int ListboxColumns::headingWidth(int column) const {
 void ListboxColumns::measure() {
     const QFontMetrics metrics = view_.fontMetrics();
     const auto widthOf = [&](const QString& text) { return metrics.horizontalAdvance(text) + kCellMargins; };
-    const QString cut(QChar(0x2026));
     measuredRows_ = rows_.Count();
     const int step = (measuredRows_ + kSampledRows - 1) / kSampledRows;
     wishes_.assign(at(count()), {});
@@ -146,7 +147,7 @@ void ListboxColumns::measure() {
             wishes.texts = std::max(wishes.texts, widthOf(text.left(kLongestText)));
             if (column > 0) continue;
             const bool isWhole = text.size() <= kBeginningOfName;
-            const QString beginning = isWhole ? text : text.left(kBeginningOfName) + cut;
+            const QString beginning = isWhole ? text : text.left(kBeginningOfName) + native::kRest;
             wishes.beginningOfName = std::max(wishes.beginningOfName, widthOf(beginning));
         }
     }
