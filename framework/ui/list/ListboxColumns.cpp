@@ -36,8 +36,8 @@ constexpr int kShortText = 12;
 /// rows: more of them is wanted, and more again where there is room.
 constexpr int kBeginning = 9;
 constexpr int kBeginningOfName = 24;
-constexpr int kLongName = 40;
-/// What is wanted of all texts before more of a long name.
+constexpr int kLongName = 32;
+/// What is wanted of every text before more of the longest.
 constexpr int kUsualText = 20;
 
 std::size_t at(int index) {
@@ -197,11 +197,11 @@ void ListboxColumns::shareRoom() {
         return std::min(std::max(wishes.texts, headingIfUsed(column, wishes)), letters(kBeginning));
     });
     widenOpen(headingIfUsed);
-    widenOpen([&](int, const Wishes& wishes) { return std::min(wishes.texts, letters(kUsualText)); });
     widenOpen([&](int column, const Wishes& wishes) {
         if (column > 0) return 0;
         return isEmptyList ? letters(kBeginningOfName) : std::min(wishes.texts, letters(kLongName));
     });
+    widenOpen([&](int, const Wishes& wishes) { return std::min(wishes.texts, letters(kUsualText)); });
     widenOpen([&](int, const Wishes& wishes) { return isEmptyList ? letters(kBeginning) : wishes.texts; });
     for (int one = 0; one < count(); ++one) {
         widenOpen([&](int column, const Wishes&) { return column == one ? headingWidth(column) : 0; });
