@@ -11,7 +11,8 @@ class RecordingOpener {
   public:
     RecordingOpener() : path_(std::getenv("PATH")) {
         const std::string part = folder_.Path("part");
-        folder_.Put("xdg-open", "#!/bin/sh\nprintf '%s\\n' \"$@\" $DESKTOP_STARTUP_ID >" + part + "\nmv " + part + " " + call_ + "\n");
+        folder_.Put("xdg-open", "#!/bin/sh\nprintf '%s\\n' \"$@\" $DESKTOP_STARTUP_ID >" + part + "\nmv " + part + " " +
+                                    call_ + "\n");
         std::filesystem::permissions(folder_.Path("xdg-open"), std::filesystem::perms::owner_all);
         ::setenv("PATH", (folder_.Path() + ":" + path_).c_str(), 1);
     }
