@@ -15,8 +15,8 @@ inline constexpr std::nullptr_t Nil = nullptr;
 /// Raises NilObjectException. Out of line, so that every use of a Ref stays small.
 [[noreturn]] void RaiseNilObject();
 
-/// What `->` gives: holds its object to the end of the whole expression. So a method lives through its own yields, and
-/// a handler through the end of what called it, whatever becomes meanwhile of the reference that it was called by.
+/// What `->` gives: holds its object to the end of the whole expression, since a method may yield, and others then take
+/// away the reference that it was called by.
 template <class T>
 class Held {
   public:
