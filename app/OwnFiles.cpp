@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "app/OwnFiles.h"
 
-#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -38,7 +37,8 @@ bool isSmallPng(const Ref<FolderItem>& file) {
 }  // namespace
 
 bool IsHalfMadeName(const String& name) {
-    return name.Bytes().starts_with(".new-");
+    constexpr std::string_view kPattern = ".new-XXXXXX";
+    return name.ByteCount() == kPattern.size() && name.Bytes().starts_with(kPattern.substr(0, 5));
 }
 
 bool IsOwnFile(const Ref<FolderItem>& file) {

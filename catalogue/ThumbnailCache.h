@@ -7,7 +7,8 @@ namespace marrowbeck {
 
 /// The cached thumbnail of one source image. Its file, a PNG whatever its suffix says, is called by a hash of the
 /// source's escaped path, in decimal, directly followed by the source's name; so two sources of the same name in
-/// different folders stay apart. Nothing else is stored, and an entry that exists counts as good.
+/// different folders stay apart. IsOwnFile knows entries by that. Nothing else is stored, and one that exists counts as
+/// good.
 class ThumbnailEntry {
   public:
     /// Raises NilObjectException for Nil.

@@ -13,7 +13,7 @@ void EntryPrinter::Put(std::initializer_list<std::string_view> parts) {
 
 void EntryPrinter::Print(plistDict& node, std::int32_t level) {
     CheckStack();
-    // So may the node itself be taken out.
+    // Others run at the yields, and may take the node out.
     const Ref<plistDict> alive(&node);
     const String indent{std::string(static_cast<std::size_t>(level < 0 ? 0 : level), '\t')};
     for (int i = 0; i < node.types->Count(); ++i) {
@@ -48,7 +48,7 @@ void EntryPrinter::Print(plistDict& node, std::int32_t level) {
 void EntryPrinter::printNodes(plistDict& node, const String& key, const String& word, std::int32_t level,
                               const String& indent) {
     const std::string_view tag = word == "array" ? "array" : "dict";
-    // Found before the first is printed: while that goes on, others may take nodes out.
+    // All are found before the first is printed, since those below may be taken out meanwhile too.
     std::vector<Ref<plistDict>> children;
     const Array<String>& names = node.childrenNames;
     for (int at = node.childIndex_.First(names, key); at > 0; at = node.childIndex_.Next(names, at)) {

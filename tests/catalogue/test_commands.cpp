@@ -144,11 +144,10 @@ TEST_F(Commands, ACacheThatIsALinkIsEmptiedOfWhatIsOurs) {
     };
     const TemporaryFolder elsewhere;
     for (const char* name : {"1234567890photo.jpg", "-1234567photo", ".new-Ab12Cd"}) elsewhere.Put(name, png('\xF0'));
-    const std::map<std::string, std::string> others = {{"photo.jpg", png(9)},
-                                                       {"16-icon.png", png(16)},
-                                                       {"20240101_1.jpg", "\xFF\xD8\xFF and more than a header"},
-                                                       {"20240101.png", png('\xF1')},
-                                                       {"1234567folder/1234567photo.jpg", png(9)}};
+    const std::map<std::string, std::string> others = {
+        {"photo.jpg", png(9)},         {".new-ideas.txt", "kept"},
+        {"16-icon.png", png(16)},      {"20240101_1.jpg", "\xFF\xD8\xFF and more than a header"},
+        {"20240101.png", png('\xF1')}, {"1234567folder/1234567photo.jpg", png(9)}};
     for (const auto& [name, content] : others) elsewhere.Put(name, content);
     const std::string cache = Preferences::ThumbnailsFolder()->AbsolutePath().ToStd();
     std::filesystem::remove_all(cache);
