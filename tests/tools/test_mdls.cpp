@@ -116,6 +116,8 @@ TEST(Mdls, CameraDataIsPlainNumbers) {
 
 TEST(Mdls, CameraDataIsFoundWhereOlderTagsKeepIt) {
     EXPECT_EQ(cameraData(picture("apex.jpg")), "(null)|(null)|0.125|4|(null)|102400");
+    EXPECT_EQ(value(picture("canon-speed.jpg"), "kMDItemISOSpeed"), "50");
+    EXPECT_EQ(value(picture("nikon-speed.jpg"), "kMDItemISOSpeed"), "200");
 }
 
 TEST(Mdls, NumbersThatMakeNoSenseAreNoValues) {

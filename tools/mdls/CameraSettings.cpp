@@ -7,6 +7,9 @@
 #include <cstdint>
 #include <initializer_list>
 #include <optional>
+#include <sstream>
+#include <string>
+#include <system_error>
 
 #include "tools/mdls/EmbeddedTexts.h"
 
@@ -68,6 +71,20 @@ std::string fNumberText(const Exiv2::ExifData& data) {
     return decimal(number);
 }
 
+/// Of cameras that keep it in their own notes, each maker by a code of his own: what the library makes of that is text.
+std::optional<double> notedSpeed(const Exiv2::ExifData& data) {
+    return guarded([&]() -> std::optional<double> {
+        const auto found = Exiv2::isoSpeed(data);
+        if (found == data.end()) return std::nullopt;
+        std::ostringstream text;
+        found->write(text, &data);
+        const std::string digits = text.str();
+        unsigned speed = 0;
+        const auto [end, failure] = std::from_chars(digits.data(), digits.data() + digits.size(), speed);
+        return failure == std::errc() && speed > 0 ? std::optional<double>(speed) : std::nullopt;
+    });
+}
+
 std::string isoSpeedText(const Exiv2::ExifData& data) {
     std::optional<double> speed = firstNumber(data, {"Exif.Photo.ISOSpeedRatings", "Exif.Image.ISOSpeedRatings"});
     // The old tag ends at 65535, and says so when the newer ones know more.
@@ -77,13 +94,7 @@ std::string isoSpeedText(const Exiv2::ExifData& data) {
             {"Exif.Photo.RecommendedExposureIndex", "Exif.Photo.ISOSpeed", "Exif.Photo.StandardOutputSensitivity"});
         if (newer) speed = newer;
     }
-    if (!speed) {
-        speed = guarded([&]() -> std::optional<double> {
-            const auto found = Exiv2::isoSpeed(data);  // cameras that keep it in their own notes
-            if (found == data.end() || found->count() == 0) return std::nullopt;
-            return static_cast<double>(found->toFloat(0));
-        });
-    }
+    if (!speed) speed = notedSpeed(data);
     return speed ? decimal(std::round(*speed)) : std::string();
 }
 
