@@ -131,6 +131,7 @@ class Listing {
 
 void listFolder(const Ref<FolderItem>& folder, Listing& listing) {
     const int count = folder->Count();
+    if (folder->CountError() != 0) listing.Complain(folder, std::strerror(folder->CountError()));
     const auto imageAt = [&](int i) {
         const Ref<FolderItem> item = folder->TrueItem(i);
         return item && isImage(item->Type()) ? item : Ref<FolderItem>();

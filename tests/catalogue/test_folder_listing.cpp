@@ -6,6 +6,7 @@
 #include "app/CommandLine.h"
 #include "app/FolderListing.h"
 #include "tests/catalogue/CatalogueTest.h"
+#include "tests/support/ForkedProcess.h"
 
 namespace marrowbeck::test {
 namespace {
@@ -74,6 +75,10 @@ TEST_F(FolderListingTest, AListThatMayNotBeWholeIsTold) {
         EXPECT_TRUE(csv.complaints.ends_with(each.complaint)) << csv.complaints;
     }
     EXPECT_THAT(commands(), testing::Contains(testing::StartsWith("mdfind -0 -strict -onlyin ")));
+    EXPECT_TRUE(InForkedProcess([this] {
+        return RefuseCall(SYS_getdents64, EIO) &&
+               print({String(pictures)}).complaints.ends_with("Input/output error\n");
+    }));
 }
 
 TEST_F(FolderListingTest, TheCommandLineIsUnderstoodAndWhatIsNoFolderIsTold) {

@@ -45,6 +45,14 @@ inline bool FilterCalls(std::vector<sock_filter> filter) {
     return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 && ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
 }
 
+/// Makes the kernel refuse every call of this number in this process.
+inline bool RefuseCall(int call, unsigned error) {
+    return FilterCalls({BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+                        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, static_cast<unsigned>(call), 0, 1),
+                        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | error),
+                        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)});
+}
+
 /// Makes the kernel answer every swap of two files in this process as a volume does that cannot do it.
 inline bool RefuseExchange() {
     constexpr unsigned kFlags = offsetof(seccomp_data, args) + 4 * sizeof(__u64);
@@ -61,19 +69,15 @@ inline bool RefuseExchange() {
 /// Makes the kernel answer as on a volume that keeps bytes and names and nothing else: neither swaps nor modes, owners,
 /// attributes and times, and no waiting for the disk.
 inline bool RefuseAllButContent() {
-    std::vector<sock_filter> filter{BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr))};
-    const auto refuse = [&filter](int call, unsigned error) {
-        filter.push_back(BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, static_cast<unsigned>(call), 0, 1));
-        filter.push_back(BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | error));
-    };
-    for (const int call : {SYS_fchmod, SYS_fchmodat, SYS_fchown, SYS_fchownat, SYS_utimensat}) refuse(call, EPERM);
+    bool refused = RefuseExchange() && RefuseCall(SYS_fsync, EINVAL);
+    for (const int call : {SYS_fchmod, SYS_fchmodat, SYS_fchown, SYS_fchownat, SYS_utimensat}) {
+        refused = refused && RefuseCall(call, EPERM);
+    }
 #ifdef SYS_lchown
-    refuse(SYS_lchown, EPERM);
+    refused = refused && RefuseCall(SYS_lchown, EPERM);
 #endif
-    for (const int call : {SYS_lsetxattr, SYS_lremovexattr}) refuse(call, EOPNOTSUPP);
-    refuse(SYS_fsync, EINVAL);
-    filter.push_back(BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW));
-    return RefuseExchange() && FilterCalls(std::move(filter));
+    for (const int call : {SYS_lsetxattr, SYS_lremovexattr}) refused = refused && RefuseCall(call, EOPNOTSUPP);
+    return refused;
 }
 
 /// Gives up the rights of root, which no folder is closed to.

@@ -31,7 +31,9 @@ Kind kindOf(int folder, const dirent& entry) {
     if (entry.d_type != DT_UNKNOWN) return Kind::other;
     // Some file systems tell the kind of an entry only when it is asked for.
     struct stat status {};
-    if (fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) return Kind::other;
+    // What cannot be looked at goes for a file, so that it is told of where all files are wanted.
+    if (fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return errno == ENOENT ? Kind::other : Kind::file;
     if (S_ISREG(status.st_mode)) return Kind::file;
     return S_ISDIR(status.st_mode) ? Kind::folder : Kind::other;
 }

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <string_view>
@@ -66,13 +67,15 @@ struct FolderItem::Entry {
 class FolderItem::Listing {
   public:
     explicit Listing(const char* path) {
+        errno = 0;
         const std::unique_ptr<DIR, Close> folder(::opendir(path));
-        if (!folder) return;
-        while (const dirent* found = ::readdir(folder.get())) {
+        while (const dirent* found = folder ? ::readdir(folder.get()) : nullptr) {
             const std::string_view name = found->d_name;
             if (name != "." && name != "..") entries_.push_back({std::string(name), kindOf(found->d_type)});
             LoopYield();
+            errno = 0;
         }
+        error_ = errno;
         constexpr std::size_t kBetweenYields = 1024;
         std::size_t comparisons = 0;
         std::sort(entries_.begin(), entries_.end(), [&comparisons](const Entry& a, const Entry& b) {
@@ -82,6 +85,8 @@ class FolderItem::Listing {
     }
 
     const std::vector<Entry>& Entries() const { return entries_; }
+    /// Why there may be more of them; 0 where these are all.
+    int Error() const { return error_; }
 
   private:
     struct Close {
@@ -104,6 +109,7 @@ class FolderItem::Listing {
     }
 
     std::vector<Entry> entries_;
+    int error_ = 0;
 };
 
 FolderItem::FolderItem(const String& pathOrSaveInfo, int /*mode*/) {
@@ -142,6 +148,10 @@ const FolderItem::Listing& FolderItem::list() const {
 
 int FolderItem::Count() const {
     return static_cast<int>(list().Entries().size());
+}
+
+int FolderItem::CountError() const {
+    return listing_ ? listing_->Error() : 0;
 }
 
 Ref<FolderItem> FolderItem::TrueItem(int index) const {

@@ -38,6 +38,8 @@ class FolderItem : public Object {
     /// Reads the folder and gives the number of its direct children, hidden ones too; 0 when it is none or may not be
     /// read. The list, sorted by the bytes of the names, is kept for TrueItem until the next call.
     int Count() const;
+    /// Why the last Count may not have found all children, by the system's number for it; 0 where it has.
+    int CountError() const;
     /// The direct child at `index`, from 1, as Count found it, links not followed; Nil when there is none. Reads the
     /// folder only if Count was never called.
     Ref<FolderItem> TrueItem(int index) const;
