@@ -33,7 +33,10 @@ String fitName(const String& name) {
 /// An item in the folder whose name is like `name`, with a mark in front of its suffix, and that nothing has yet. The
 /// mark is `word`, if that is not empty, and a number, of which a first one is left out.
 Ref<FolderItem> freeItem(const Ref<FolderItem>& folder, const String& name, const String& word) {
-    const std::size_t dot = name.Bytes().rfind('.');
+    std::size_t dot = name.Bytes().rfind('.');
+    // An archive in a compressed form has two.
+    constexpr std::string_view kArchive = ".tar";
+    if (dot != std::string_view::npos && name.Bytes().substr(0, dot).ends_with(kArchive)) dot -= kArchive.size();
     const String stem = name.Slice(0, dot);
     const String suffix = dot == std::string_view::npos ? String() : name.Slice(dot);
     Ref<FolderItem> item;

@@ -124,7 +124,8 @@ void HTTPSocket::_DoConnect(String url, String action, Ref<FolderItem> file) {
     _processingURL = url;
     // What is no URL leads nowhere, and empties no file.
     const bool isUrl = isWord(url);
-    if (!_SetDownloadFile(isUrl ? std::move(file) : Nil)) return;
+    if (!isUrl) file = Nil;
+    if (!_SetDownloadFile(file)) return;
     if (!isUrl) {
         Address("");
     } else if (!HTTPProxyAddress.IsEmpty()) {

@@ -44,11 +44,11 @@ TEST_F(DownloadTargetTest, TakesNoPlaceButOnTheDesktop) {
     };
     home_.Put("Desk/new.tar.gz", "earlier");
     home_.Put("new.tar.gz", "earlier");
-    home_.Put("new.tar (2).gz", "earlier");
+    home_.Put("new (2).tar.gz", "earlier");
     std::filesystem::create_directory_symlink(home_.Path(), home_.Path("way home"));
     const Case cases[] = {
         {"$HOME/Desk", false, "Desk/new.tar.gz", "on your Desktop"},
-        {"$HOME", false, "new.tar (3).gz", "in your home folder"},
+        {"$HOME", false, "new (3).tar.gz", "in your home folder"},
         {"$HOME/", true, "Downloads/new.tar.gz", "in your download folder"},
         {"$HOME/way home/.", true, "Downloads/new.tar.gz", "in your download folder"},
         {"$HOME/none", true, "Downloads/new.tar.gz", "in your download folder"},
