@@ -11,7 +11,7 @@
 #include <cstring>
 #include <string>
 
-#include "framework/core/files/Descriptor.h"
+#include "base/Descriptor.h"
 #include "framework/core/files/Paths.h"
 
 namespace marrowbeck {
@@ -42,12 +42,12 @@ class ScratchFile {
 
   private:
     std::string path_;
-    Descriptor file_;
+    base::Descriptor file_;
 };
 
 /// A rename can reach the disk before the bytes of what was renamed.
 void syncContent(const Ref<FolderItem>& source) {
-    Descriptor file = Descriptor::OpenForReading(FileReplace::POSIXPath(source).CString());
+    base::Descriptor file = base::Descriptor::OpenForReading(FileReplace::POSIXPath(source).CString());
     if (file.IsOpen() && file.Sync()) return;
     raiseError(errno);
 }
@@ -56,7 +56,7 @@ void syncContent(const Ref<FolderItem>& source) {
 /// nothing.
 void syncFolder(const Ref<FolderItem>& item) {
     const Ref<FolderItem> folder = item->Parent();
-    if (folder) Descriptor::Open(FileReplace::POSIXPath(folder).CString(), O_RDONLY | O_DIRECTORY).Sync();
+    if (folder) base::Descriptor::Open(FileReplace::POSIXPath(folder).CString(), O_RDONLY | O_DIRECTORY).Sync();
 }
 
 bool isOnVolumeOf(const Ref<FolderItem>& item, const Ref<FolderItem>& folder) {

@@ -11,7 +11,7 @@
 #include <cstdlib>
 #include <utility>
 
-using framework::Descriptor;
+using base::Descriptor;
 using framework::String;
 
 namespace marrowbeck::test {
@@ -19,8 +19,8 @@ namespace marrowbeck::test {
 namespace {
 
 /// A socket bound to a free port of loopback, and that port.
-std::pair<Descriptor, int> boundSocket() {
-    Descriptor descriptor(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+std::pair<base::Descriptor, int> boundSocket() {
+    base::Descriptor descriptor(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);

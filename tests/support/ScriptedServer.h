@@ -9,7 +9,7 @@
 #include <thread>
 #include <vector>
 
-#include "framework/core/files/Descriptor.h"
+#include "base/Descriptor.h"
 #include "framework/core/text/String.h"
 
 namespace marrowbeck::test {
@@ -36,7 +36,7 @@ class ScriptedServer {
 
       private:
         ScriptedServer& server_;
-        framework::Descriptor descriptor_;
+        base::Descriptor descriptor_;
     };
     using Part = std::function<void(Peer&)>;
 
@@ -54,7 +54,7 @@ class ScriptedServer {
   private:
     void serve(const std::vector<Part>& parts);
 
-    framework::Descriptor listener_;
+    base::Descriptor listener_;
     int port_ = 0;
     mutable std::mutex lock_;
     std::vector<std::string> requests_;

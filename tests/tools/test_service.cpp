@@ -93,7 +93,7 @@ class ServiceTest : public testing::Test {
     TemporaryFolder folder;
     Obedient tool;
     std::map<std::uint32_t, ToolResult> replies;
-    Service service{tool, 1, [this](Answer answer) { replies[answer.id] = std::move(answer.result); }};
+    Service service{tool, 1, [this](base::Answer answer) { replies[answer.id] = std::move(answer.result); }};
 };
 
 TEST_F(ServiceTest, AReaderMayReadItsFileAndNothingElse) {

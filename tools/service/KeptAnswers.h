@@ -9,7 +9,7 @@
 #include <string_view>
 #include <utility>
 
-#include "tools/service/FileIdentity.h"
+#include "base/FileIdentity.h"
 
 namespace marrowbeck::tools {
 
@@ -22,7 +22,7 @@ class KeptAnswers {
     static constexpr std::size_t mostBytes = 32U << 20;
 
     struct Kept {
-        FileIdentity file;
+        base::FileIdentity file;
         /// Nothing for a file that makes no sense, which is worth knowing too.
         std::optional<std::string> answer;
     };

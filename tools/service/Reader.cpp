@@ -15,7 +15,7 @@
 #include <cstdint>
 #include <ctime>
 
-#include "tools/service/FaultSignals.h"
+#include "base/FaultSignals.h"
 #include "tools/service/ReaderProcess.h"
 
 namespace marrowbeck::tools {
@@ -71,8 +71,8 @@ Reader::~Reader() {
 
 bool Reader::ask(const std::string& question, const InputFile* file) {
     const auto size = file == nullptr ? 0 : static_cast<std::uint64_t>(file->status().st_size);
-    std::string bytes = framed(numberBytes(static_cast<std::uint32_t>(size >> 32)) +
-                               numberBytes(static_cast<std::uint32_t>(size)) + question);
+    std::string bytes = base::framed(base::numberBytes(static_cast<std::uint32_t>(size >> 32)) +
+                                     base::numberBytes(static_cast<std::uint32_t>(size)) + question);
     iovec part{bytes.data(), bytes.size()};
     alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(int))> control{};
     msghdr message{};
@@ -137,7 +137,7 @@ bool Reader::endAndBlame() {
     while (waitpid(process_, &status, 0) < 0 && errno == EINTR) continue;
     ::close(socket_);
     process_ = -1;
-    return WIFSIGNALED(status) ? isFaultSignal(WTERMSIG(status)) : busy_;
+    return WIFSIGNALED(status) ? base::isFaultSignal(WTERMSIG(status)) : busy_;
 }
 
 }  // namespace marrowbeck::tools

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "tools/service/Frames.h"
+#include "base/Frames.h"
 #include "tools/service/InputFile.h"
 #include "tools/service/Tool.h"
 
@@ -62,7 +62,7 @@ class Reader {
     pid_t process_;
     int socket_;
     Limits limits_;
-    FrameStream stream_;
+    base::FrameStream stream_;
     std::optional<std::string_view> answer_;
     bool busy_ = false;
     Clock::time_point since_ = Clock::now();

@@ -14,9 +14,9 @@
 #include <string>
 #include <string_view>
 
+#include "base/Frames.h"
+#include "base/WriteAll.h"
 #include "tools/service/Confinement.h"
-#include "tools/service/Frames.h"
-#include "tools/service/WriteAll.h"
 
 namespace marrowbeck::tools {
 
@@ -56,7 +56,7 @@ int descriptorOf(msghdr& message) {
 }
 
 /// Reads until a whole question is there. False at the end of the conversation.
-bool receive(int socket, FrameStream& stream, std::string& question, int& file) {
+bool receive(int socket, base::FrameStream& stream, std::string& question, int& file) {
     file = -1;
     while (true) {
         if (const auto body = stream.next()) {
@@ -80,8 +80,8 @@ bool receive(int socket, FrameStream& stream, std::string& question, int& file) 
 }
 
 std::optional<std::string> answerTo(Tool& tool, std::string_view question, int file) {
-    const std::uint64_t high = takeNumber(question).value_or(0);
-    const std::uint64_t size = high << 32 | takeNumber(question).value_or(0);
+    const std::uint64_t high = base::takeNumber(question).value_or(0);
+    const std::uint64_t size = high << 32 | base::takeNumber(question).value_or(0);
     const MappedFile mapped(file, file < 0 ? 0 : size);
     if (file >= 0) ::close(file);
     try {
@@ -95,13 +95,13 @@ std::optional<std::string> answerTo(Tool& tool, std::string_view question, int f
 
 void serveQuestions(Tool& tool, int socket) {
     if (!confine(tool.limits().memoryBytes, tool.dataFolders())) return;
-    FrameStream stream(largestQuestion);
+    base::FrameStream stream(largestQuestion);
     std::string question;
     int file = -1;
     while (receive(socket, stream, question, file)) {
         const std::optional<std::string> answer = answerTo(tool, question, file);
         const std::string body = answer ? '\1' + *answer : std::string(1, '\0');
-        if (!writeAll(socket, framed(body))) return;
+        if (!base::writeAll(socket, base::framed(body))) return;
     }
 }
 

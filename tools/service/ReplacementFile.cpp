@@ -12,7 +12,7 @@
 #include <memory>
 #include <system_error>
 
-#include "tools/service/WriteAll.h"
+#include "base/WriteAll.h"
 
 namespace marrowbeck::tools {
 
@@ -84,7 +84,7 @@ bool ReplacementFile::replaceWith(std::string_view content, Sync sync) {
         // stays its owner's alone, or has the rights that its volume gives to all: that loses nothing.
         ::fchmod(descriptor_, old.st_mode & (given ? 07777 : 0700));
     }
-    if (!writeAll(descriptor_, content)) return fail();
+    if (!base::writeAll(descriptor_, content)) return fail();
     if (sync == Sync::yes && !reachesDisk(descriptor_)) return fail();
     if (::rename(path_.c_str(), target_.c_str()) != 0) return fail();
     ::close(descriptor_);

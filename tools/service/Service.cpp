@@ -28,7 +28,7 @@ int millisecondsUntil(Reader::Clock::time_point time) {
 Service::Service(Tool& tool, std::size_t mostReaders, Reply reply)
     : tool_(tool), mostReaders_(mostReaders), reply_(std::move(reply)) {}
 
-void Service::take(const Request& request) {
+void Service::take(const base::Request& request) {
     if (request.arguments.empty()) {
         cancel(request.id);
         return;
@@ -158,7 +158,7 @@ void Service::hand(Work work) {
     look_.forget();
     const InputFile file(work.path);
     if (file.isOpen()) {
-        work.file = FileIdentity(file.status());
+        work.file = base::FileIdentity(file.status());
     } else if (const std::optional<ToolResult> result = tool_.unopened(file)) {
         for (const Waiting& waiting : work.waiting) reply_({waiting.id, *result, std::nullopt});
         return;
@@ -188,11 +188,11 @@ void Service::finish(Work& work, std::optional<std::string_view> answer, bool wo
     kept_.keep(work.path, work.question, {*work.file, answer ? std::optional<std::string>(*answer) : std::nullopt});
 }
 
-void Service::reply(const Waiting& waiting, const std::optional<FileIdentity>& file,
+void Service::reply(const Waiting& waiting, const std::optional<base::FileIdentity>& file,
                     std::optional<std::string_view> answer) {
-    Answer whole{waiting.id, waiting.job.finish(answer), std::nullopt};
+    base::Answer whole{waiting.id, waiting.job.finish(answer), std::nullopt};
     // What was written somewhere else does not hold any longer than it stays there.
-    if (file && tool_.keepsAnswers()) whole.about = AboutFile{*file, waiting.job.path};
+    if (file && tool_.keepsAnswers()) whole.about = base::AboutFile{*file, waiting.job.path};
     reply_(std::move(whole));
 }
 

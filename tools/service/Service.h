@@ -13,8 +13,8 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/service/FileIdentity.h"
-#include "tools/service/Frames.h"
+#include "base/FileIdentity.h"
+#include "base/Frames.h"
 #include "tools/service/KeptAnswers.h"
 #include "tools/service/Reader.h"
 #include "tools/service/Tool.h"
@@ -28,13 +28,13 @@ namespace marrowbeck::tools {
 /// Never waits: who owns it polls the descriptors and calls `work`. For one thread, the only one of its process.
 class Service {
   public:
-    using Reply = std::function<void(Answer answer)>;
+    using Reply = std::function<void(base::Answer answer)>;
 
     /// `tool` must outlive it. Readers are started as they are needed, up to `mostReaders`.
     Service(Tool& tool, std::size_t mostReaders, Reply reply);
 
     /// Takes a request in; its reply may come at once.
-    void take(const Request& request);
+    void take(const base::Request& request);
 
     /// Requests that have no reply yet.
     std::size_t unanswered() const;
@@ -56,7 +56,7 @@ class Service {
         std::string path;
         std::string question;
         std::vector<Waiting> waiting;
-        std::optional<FileIdentity> file;
+        std::optional<base::FileIdentity> file;
         bool retried = false;
     };
     struct Slot {
@@ -70,7 +70,8 @@ class Service {
     void hand(Work work);
     void bury(Work work, bool guilty);
     void finish(Work& work, std::optional<std::string_view> answer, bool worthKeeping);
-    void reply(const Waiting& waiting, const std::optional<FileIdentity>& file, std::optional<std::string_view> answer);
+    void reply(const Waiting& waiting, const std::optional<base::FileIdentity>& file,
+               std::optional<std::string_view> answer);
     Slot* freeSlot();
     void removeEmptySlots();
 
@@ -80,7 +81,7 @@ class Service {
     std::deque<Work> queue_;
     std::vector<Slot> slots_;
     KeptAnswers kept_;
-    FileLook look_;
+    base::FileLook look_;
 };
 
 /// Serves requests in frames (see Frames.h) from `input`, with answers to `output`, until the input ends and all are

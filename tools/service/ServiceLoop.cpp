@@ -80,8 +80,9 @@ int serve(Tool& tool, int input, int output) {
     std::signal(SIGPIPE, SIG_IGN);
     tool.warmUp();
     Outlet outlet(output);
-    Service service(tool, processorCount(), [&](const Answer& answer) { outlet.append(answerFrame(answer)); });
-    FrameStream requests(largestRequest);
+    Service service(tool, processorCount(),
+                    [&](const base::Answer& answer) { outlet.append(base::answerFrame(answer)); });
+    base::FrameStream requests(base::largestRequest);
     std::array<char, 65536> buffer;
     bool open = true;
     while (open || service.unanswered() > 0 || outlet.size() > 0) {
@@ -96,7 +97,7 @@ int serve(Tool& tool, int input, int output) {
             if (!bytes) open = false;
             requests.append(bytes.value_or(std::string_view()));
             while (const auto body = requests.next()) {
-                const std::optional<Request> request = requestFrom(*body);
+                const std::optional<base::Request> request = base::requestFrom(*body);
                 if (!request) return exitUsage;
                 service.take(*request);
             }
@@ -111,7 +112,7 @@ int serve(Tool& tool, int input, int output) {
 ToolResult runOnce(Tool& tool, const Arguments& arguments) {
     constexpr std::uint32_t id = 1;
     std::optional<ToolResult> result;
-    Service service(tool, 1, [&](Answer answer) { result = std::move(answer.result); });
+    Service service(tool, 1, [&](base::Answer answer) { result = std::move(answer.result); });
     if (!arguments.empty()) {
         service.take({id, arguments});
     } else {

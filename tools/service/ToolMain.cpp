@@ -8,8 +8,8 @@
 #include <csignal>
 #include <exception>
 
+#include "base/WriteAll.h"
 #include "tools/service/InputFile.h"
-#include "tools/service/WriteAll.h"
 
 namespace marrowbeck::tools {
 
@@ -40,12 +40,12 @@ int runTool(const std::function<ToolResult(const Arguments&)>& tool, int argumen
         const ToolResult result = words == Arguments{"--help"}      ? helpOf(tool)
                                   : words == Arguments{"--version"} ? versionOf(arguments[0])
                                                                     : tool(words);
-        writeAll(STDERR_FILENO, result.error);
-        if (!writeAll(STDOUT_FILENO, result.output)) return exitFailure;
+        base::writeAll(STDERR_FILENO, result.error);
+        if (!base::writeAll(STDOUT_FILENO, result.output)) return exitFailure;
         return result.status;
     } catch (const std::exception& failure) {
-        writeAll(STDERR_FILENO, failure.what());
-        writeAll(STDERR_FILENO, "\n");
+        base::writeAll(STDERR_FILENO, failure.what());
+        base::writeAll(STDERR_FILENO, "\n");
         return exitFailure;
     }
 }

@@ -10,8 +10,8 @@
 #include <system_error>
 #include <utility>
 
+#include "base/Frames.h"
 #include "tools/pictures/PictureLibrary.h"
-#include "tools/service/Frames.h"
 #include "tools/service/ReplacementFile.h"
 #include "tools/sips/sipsPicture.h"
 #include "tools/sips/sipsPng.h"
@@ -82,7 +82,7 @@ bool isSameFile(const std::string& one, const std::string& other) {
 
 /// The pixels in a reader's answer; none unless the numbers are what was asked for and fit each other.
 Pixels pixelsFrom(std::string_view answer, int side) {
-    const auto number = [&answer] { return static_cast<int>(takeNumber(answer).value_or(0)); };
+    const auto number = [&answer] { return static_cast<int>(base::takeNumber(answer).value_or(0)); };
     Pixels pixels;
     const int width = number();
     const int height = number();
@@ -148,7 +148,7 @@ std::optional<std::string> Sips::read(const std::string& question, Content conte
     if (pixels.width == 0) return std::nullopt;
     std::string answer;
     for (const int number : {pixels.width, pixels.height, pixels.channels})
-        answer += numberBytes(static_cast<std::uint32_t>(number));
+        answer += base::numberBytes(static_cast<std::uint32_t>(number));
     return answer + pixels.bytes;
 }
 

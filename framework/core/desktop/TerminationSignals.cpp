@@ -9,7 +9,7 @@
 #include <atomic>
 #include <utility>
 
-#include "framework/core/files/Descriptor.h"
+#include "base/Descriptor.h"
 
 namespace framework {
 namespace {
@@ -40,7 +40,7 @@ void handle(void (*handler)(int)) {
 
 class TerminationSignals::Pipe {
   public:
-    Pipe(Descriptor reading, Descriptor writing, std::function<void()> onSignal)
+    Pipe(base::Descriptor reading, base::Descriptor writing, std::function<void()> onSignal)
         : reading_(std::move(reading)),
           writing_(std::move(writing)),
           notifier_(reading_.Number(), QSocketNotifier::Read) {
@@ -57,15 +57,15 @@ class TerminationSignals::Pipe {
     }
 
   private:
-    Descriptor reading_;
-    Descriptor writing_;
+    base::Descriptor reading_;
+    base::Descriptor writing_;
     QSocketNotifier notifier_;
 };
 
 TerminationSignals::TerminationSignals(std::function<void()> onSignal) {
     int ends[2];
     if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) return;
-    pipe_ = std::make_unique<Pipe>(Descriptor(ends[0]), Descriptor(ends[1]), std::move(onSignal));
+    pipe_ = std::make_unique<Pipe>(base::Descriptor(ends[0]), base::Descriptor(ends[1]), std::move(onSignal));
 }
 
 TerminationSignals::~TerminationSignals() = default;

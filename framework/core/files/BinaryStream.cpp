@@ -20,14 +20,14 @@ namespace {
 /// In bytes. So much is written before the disk is told to begin with it, so that little is left for Sync to wait for.
 constexpr std::uint64_t kSentAhead = std::uint64_t{4} * 1024 * 1024;
 
-bool isOrdinary(const Descriptor& file) {
+bool isOrdinary(const base::Descriptor& file) {
     struct stat facts;
     return ::fstat(file.Number(), &facts) == 0 && S_ISREG(facts.st_mode);
 }
 
 }  // namespace
 
-BinaryStream::BinaryStream(Descriptor file) : file_(std::move(file)), ordinary_(isOrdinary(file_)) {}
+BinaryStream::BinaryStream(base::Descriptor file) : file_(std::move(file)), ordinary_(isOrdinary(file_)) {}
 
 String BinaryStream::Read(int count, TextEncoding encoding) {
     // The count comes from a caller who may ask for far more than there is.

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "framework/core/files/Descriptor.h"
+#include "base/Descriptor.h"
 #include "framework/core/files/Readable.h"
 #include "framework/core/files/Writeable.h"
 #include "framework/core/objects/Object.h"
@@ -15,7 +15,7 @@ namespace framework {
 /// or write that fails is remembered.
 class BinaryStream : public Object, public Readable, public Writeable {
   public:
-    explicit BinaryStream(Descriptor file);
+    explicit BinaryStream(base::Descriptor file);
 
     /// The next `count` bytes, fewer at the end.
     String Read(int count, TextEncoding encoding = Encodings::Undefined) override;
@@ -42,7 +42,7 @@ class BinaryStream : public Object, public Readable, public Writeable {
   private:
     void fail(int error);
 
-    Descriptor file_;
+    base::Descriptor file_;
     bool ordinary_;
     std::uint64_t position_ = 0;
     /// Bytes written since the disk was last told to begin.

@@ -16,8 +16,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/Descriptor.h"
 #include "framework/core/files/BinaryStream.h"
-#include "framework/core/files/Descriptor.h"
 #include "framework/core/files/FileType.h"
 #include "framework/core/files/Paths.h"
 #include "framework/core/files/TextInputStream.h"
@@ -47,7 +47,7 @@ void writeAttribute(const char* path, const char* name, const String& value) {
     }
 }
 
-bool copyContent(Descriptor& from, Descriptor& to) {
+bool copyContent(base::Descriptor& from, base::Descriptor& to) {
     std::vector<char> buffer(std::size_t{256} * 1024);
     while (true) {
         const ssize_t count = from.Read(buffer.data(), buffer.size());
@@ -239,10 +239,10 @@ bool FolderItem::Delete() const {
 
 bool FolderItem::CopyFileTo(const Ref<FolderItem>& destination) const {
     const Ref<FolderItem> target = destination->Directory() ? destination->TrueChild(Name()) : destination;
-    Descriptor from = Descriptor::OpenForReading(path());
+    base::Descriptor from = base::Descriptor::OpenForReading(path());
     struct stat facts;
     if (!target || !from.IsOpen() || ::fstat(from.Number(), &facts) != 0) return false;
-    Descriptor to = Descriptor::Open(target->path(), O_WRONLY | O_CREAT | O_EXCL, facts.st_mode & 0777U);
+    base::Descriptor to = base::Descriptor::Open(target->path(), O_WRONLY | O_CREAT | O_EXCL, facts.st_mode & 0777U);
     if (!to.IsOpen()) return false;
     if (!copyContent(from, to) || !to.Close()) {
         target->Delete();
@@ -258,17 +258,18 @@ bool FolderItem::MoveFileTo(const Ref<FolderItem>& destination) const {
 }
 
 Ref<TextInputStream> FolderItem::OpenAsTextFile() const {
-    Descriptor file = Descriptor::OpenForReading(path());
+    base::Descriptor file = base::Descriptor::OpenForReading(path());
     return file.IsOpen() ? New<TextInputStream>(std::move(file)) : Nil;
 }
 
 Ref<TextOutputStream> FolderItem::CreateTextFile(mode_t permissions) const {
-    Descriptor file = Descriptor::Open(path(), O_WRONLY | O_CREAT | O_TRUNC | O_NOCTTY | O_NONBLOCK, permissions);
+    base::Descriptor file =
+        base::Descriptor::Open(path(), O_WRONLY | O_CREAT | O_TRUNC | O_NOCTTY | O_NONBLOCK, permissions);
     return file.IsOpen() ? New<TextOutputStream>(std::move(file)) : Nil;
 }
 
 Ref<BinaryStream> FolderItem::OpenAsBinaryFile(bool write) const {
-    Descriptor file = write ? Descriptor::Open(path(), O_RDWR) : Descriptor::OpenForReading(path());
+    base::Descriptor file = write ? base::Descriptor::Open(path(), O_RDWR) : base::Descriptor::OpenForReading(path());
     return file.IsOpen() ? New<BinaryStream>(std::move(file)) : Nil;
 }
 

@@ -6,7 +6,7 @@
 
 namespace framework {
 
-TextInputStream::TextInputStream(Descriptor file) : file_(std::move(file)) {}
+TextInputStream::TextInputStream(base::Descriptor file) : file_(std::move(file)) {}
 
 TextInputStream::TextInputStream(const String& text) : buffer_(text.Bytes()), rest_(buffer_) {}
 

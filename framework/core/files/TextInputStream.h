@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "framework/core/files/Descriptor.h"
+#include "base/Descriptor.h"
 #include "framework/core/objects/Object.h"
 #include "framework/core/text/String.h"
 
@@ -14,7 +14,7 @@ namespace framework {
 /// A read that fails ends the text.
 class TextInputStream : public Object {
   public:
-    explicit TextInputStream(Descriptor file);
+    explicit TextInputStream(base::Descriptor file);
     /// Reads what a command printed, say, as if it were a file.
     explicit TextInputStream(const String& text);
 
@@ -33,7 +33,7 @@ class TextInputStream : public Object {
     bool fill();
     bool refill();
 
-    Descriptor file_;
+    base::Descriptor file_;
     std::string buffer_;
     /// The part of the buffer that is not yet read.
     std::string_view rest_;

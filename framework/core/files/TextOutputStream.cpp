@@ -10,7 +10,7 @@
 
 namespace framework {
 
-TextOutputStream::TextOutputStream(Descriptor file) : file_(std::move(file)) {}
+TextOutputStream::TextOutputStream(base::Descriptor file) : file_(std::move(file)) {}
 
 TextOutputStream::~TextOutputStream() {
     Close();

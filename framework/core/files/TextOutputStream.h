@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "framework/core/files/Descriptor.h"
+#include "base/Descriptor.h"
 #include "framework/core/files/Writeable.h"
 #include "framework/core/objects/Object.h"
 #include "framework/core/objects/Ref.h"
@@ -18,7 +18,7 @@ class FolderItem;
 /// once, at the end. Dropping the last reference closes the stream.
 class TextOutputStream : public Object, public Writeable {
   public:
-    explicit TextOutputStream(Descriptor file);
+    explicit TextOutputStream(base::Descriptor file);
     ~TextOutputStream() override;
 
     /// A stream on `file`, made or emptied; Nil, with errno telling why, when that fails.
@@ -42,7 +42,7 @@ class TextOutputStream : public Object, public Writeable {
     void flush();
     void note(bool worked);
 
-    Descriptor file_;
+    base::Descriptor file_;
     std::string buffer_;
     int errorNumber_ = 0;
 };

@@ -11,14 +11,14 @@
 #include <system_error>
 #include <thread>
 
-#include "framework/core/files/Descriptor.h"
+#include "base/Descriptor.h"
 
 namespace framework {
 
 /// Written by the looking thread up to the signal, read by the program behind it.
 struct HostLookup::Answer {
     std::vector<SocketAddress> addresses;
-    Descriptor signal{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)};
+    base::Descriptor signal{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)};
 
     void Find(const std::string& host, int port, int flags) {
         addrinfo hints{};

@@ -16,8 +16,8 @@
 #include <utility>
 #include <vector>
 
-#include "framework/core/files/Descriptor.h"
-#include "framework/core/network/ByteQueue.h"
+#include "base/ByteQueue.h"
+#include "base/Descriptor.h"
 #include "framework/core/network/HostLookup.h"
 #include "framework/core/objects/Ref.h"
 #include "framework/core/threads/Dispatch.h"
@@ -53,7 +53,7 @@ class TCPSocket::Connection {
     void Serve();
     void Write(const String& bytes);
     String Take(std::size_t count, TextEncoding encoding);
-    const ByteQueue& Incoming() const { return incoming_; }
+    const base::ByteQueue& Incoming() const { return incoming_; }
     void Purge();
 
   private:
@@ -79,10 +79,10 @@ class TCPSocket::Connection {
     int failure_ = NoError;
     std::optional<HostLookup> lookup_;
     std::vector<SocketAddress> addresses_;
-    Descriptor descriptor_;
+    base::Descriptor descriptor_;
     Clock::time_point attemptEnd_;
-    ByteQueue incoming_;
-    ByteQueue outgoing_;
+    base::ByteQueue incoming_;
+    base::ByteQueue outgoing_;
     QTimer timer_;
     std::unique_ptr<QSocketNotifier> reader_;
     std::unique_ptr<QSocketNotifier> writer_;
@@ -139,7 +139,8 @@ void TCPSocket::Connection::tryNextAddress() {
     while (!addresses_.empty()) {
         const SocketAddress address = addresses_.back();
         addresses_.pop_back();
-        descriptor_ = Descriptor(::socket(address.bytes.ss_family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+        descriptor_ =
+            base::Descriptor(::socket(address.bytes.ss_family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
         failure_ = descriptor_.IsOpen() ? ConnectFailed : SocketFailed;
         if (!descriptor_.IsOpen()) continue;
         const int result =

@@ -11,19 +11,19 @@
 #include <utility>
 #include <vector>
 
+#include "base/FaultSignals.h"
 #include "framework/core/process/CommandLine.h"
 #include "framework/core/threads/Scheduler.h"
 #include "framework/core/threads/Waiting.h"
-#include "tools/service/FaultSignals.h"
 
 namespace framework::internal {
 
-using marrowbeck::tools::Answer;
-using marrowbeck::tools::answerFrom;
-using marrowbeck::tools::Arguments;
-using marrowbeck::tools::FrameStream;
-using marrowbeck::tools::isFaultSignal;
-using marrowbeck::tools::requestFrame;
+using base::Answer;
+using base::answerFrom;
+using base::Arguments;
+using base::FrameStream;
+using base::isFaultSignal;
+using base::requestFrame;
 
 namespace {
 

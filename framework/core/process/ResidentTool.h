@@ -9,8 +9,8 @@
 #include <string>
 #include <unordered_map>
 
+#include "base/Frames.h"
 #include "framework/core/process/ChildProcess.h"
-#include "tools/service/Frames.h"
 
 namespace framework {
 
@@ -22,7 +22,7 @@ namespace internal {
 /// in between a question costs a message instead of a process. Several threads may ask at a time.
 class ResidentTool {
   public:
-    using Result = marrowbeck::tools::ToolResult;
+    using Result = base::ToolResult;
 
     /// How its process is started; nothing when it cannot be.
     using Start = std::function<std::optional<ChildProcess>()>;
@@ -61,12 +61,12 @@ class ResidentTool {
 
     Start start_;
     std::optional<ChildProcess> process_;
-    marrowbeck::tools::FrameStream answers_;
+    base::FrameStream answers_;
     std::string unsent_;
     /// Those on their way.
     std::map<std::uint32_t, Question*> pending_;
     std::unordered_map<std::string, std::unique_ptr<Question>> expected_;
-    marrowbeck::tools::FileLook look_;
+    base::FileLook look_;
     std::uint32_t lastId_ = 0;
     /// How often it has failed since it gave an answer.
     int deaths_ = 0;

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <utility>
 
-#include "framework/core/files/Descriptor.h"
+#include "base/Descriptor.h"
 #include "framework/core/files/FolderItem.h"
 #include "framework/ui/drawing/Graphics.h"
 #include "framework/ui/drawing/LayoutScale.h"
@@ -29,7 +29,7 @@ const char* formatOf(QFile& file) {
 
 /// The file's image, empty on failure. Opened by its bytes, since a name need not be valid text.
 QImage load(const std::string& path) {
-    const Descriptor descriptor = Descriptor::OpenForReading(path.c_str());
+    const base::Descriptor descriptor = base::Descriptor::OpenForReading(path.c_str());
     QFile file;
     if (!descriptor.IsOpen() || !file.open(descriptor.Number(), QIODevice::ReadOnly)) return {};
     const char* const format = formatOf(file);

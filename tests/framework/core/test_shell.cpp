@@ -13,7 +13,7 @@
 #include <iterator>
 #include <string>
 
-#include "framework/core/files/Descriptor.h"
+#include "base/Descriptor.h"
 #include "framework/core/process/CommandLine.h"
 #include "framework/core/process/Shell.h"
 #include "framework/core/threads/Thread.h"
@@ -90,7 +90,7 @@ TEST(Shell, AKillEndsTheCommandAndItsChildren) {
     constexpr int kGiveUp = 60'000;
     for (const auto& file : std::filesystem::directory_iterator(processes)) {
         // None at all where whoever adopted the process has reaped it already.
-        const Descriptor process(static_cast<int>(syscall(SYS_pidfd_open, std::stoi(file.path().filename()), 0)));
+        const base::Descriptor process(static_cast<int>(syscall(SYS_pidfd_open, std::stoi(file.path().filename()), 0)));
         pollfd death{process.Number(), POLLIN, 0};
         EXPECT_TRUE(process.Number() < 0 || poll(&death, 1, kGiveUp) == 1) << file.path();
     }

@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include "tools/service/FileIdentity.h"
-#include "tools/service/ToolResult.h"
+#include "base/FileIdentity.h"
+#include "base/ToolResult.h"
 
-namespace marrowbeck::tools {
+namespace base {
 
 // What a tool that stays open reads and writes. A frame is a length and that many bytes; numbers have 32 bits, the
 // most significant byte first. A request is an id and the words behind the tool's name, a NUL after each. An answer is
@@ -72,4 +72,4 @@ class FrameStream {
     bool broken_ = false;
 };
 
-}  // namespace marrowbeck::tools
+}  // namespace base

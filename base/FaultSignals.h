@@ -3,7 +3,7 @@
 
 #include <csignal>
 
-namespace marrowbeck::tools {
+namespace base {
 
 /// Whether a process that a signal has ended brought that about by itself, and would again. Any other signal comes from
 /// somebody else: a person, the end of a session, a system that is short of memory.
@@ -12,4 +12,4 @@ constexpr bool isFaultSignal(int signal) {
            signal == SIGTRAP || signal == SIGSYS;
 }
 
-}  // namespace marrowbeck::tools
+}  // namespace base

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "tools/service/Frames.h"
+#include "base/Frames.h"
 
 #include <utility>
 
-namespace marrowbeck::tools {
+namespace base {
 
 namespace {
 
@@ -107,4 +107,4 @@ std::optional<std::string_view> FrameStream::next() {
     return rest.substr(0, *length);
 }
 
-}  // namespace marrowbeck::tools
+}  // namespace base

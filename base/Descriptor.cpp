@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "framework/core/files/Descriptor.h"
+#include "base/Descriptor.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,7 +10,7 @@
 #include <iterator>
 #include <utility>
 
-namespace framework {
+namespace base {
 
 Descriptor::Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
 
@@ -70,4 +70,4 @@ bool Descriptor::Close() {
     return number < 0 || ::close(number) == 0 || errno == EINTR;
 }
 
-}  // namespace framework
+}  // namespace base

@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <string_view>
 
-namespace marrowbeck::tools {
+namespace base {
 
 /// Writes all of `bytes`, waiting where it must. False, with errno, when that fails.
 inline bool writeAll(int descriptor, std::string_view bytes) {
@@ -19,4 +19,4 @@ inline bool writeAll(int descriptor, std::string_view bytes) {
     return true;
 }
 
-}  // namespace marrowbeck::tools
+}  // namespace base

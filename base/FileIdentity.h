@@ -9,7 +9,7 @@
 #include <optional>
 #include <string>
 
-namespace marrowbeck::tools {
+namespace base {
 
 /// Which file, and in which state: two equal ones have the same content.
 struct FileIdentity {
@@ -62,4 +62,4 @@ class FileLook {
     std::chrono::steady_clock::time_point time_{};
 };
 
-}  // namespace marrowbeck::tools
+}  // namespace base

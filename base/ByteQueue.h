@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace framework {
+namespace base {
 
 /// Bytes that come in at one end and go out at the other, at a cost that does not depend on how many wait.
 class ByteQueue {
@@ -36,4 +36,4 @@ class ByteQueue {
     std::size_t taken_ = 0;
 };
 
-}  // namespace framework
+}  // namespace base

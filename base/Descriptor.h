@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace framework {
+namespace base {
 
 /// An open file of the operating system, closed when this goes. Calls that a signal interrupts are taken up again.
 class Descriptor {
@@ -39,4 +39,4 @@ class Descriptor {
     int number_ = -1;
 };
 
-}  // namespace framework
+}  // namespace base
