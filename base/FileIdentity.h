@@ -30,6 +30,11 @@ struct FileIdentity {
 
     bool operator==(const FileIdentity&) const = default;
 
+    /// The same file, in whatever state.
+    bool isSameFile(const FileIdentity& other) const {
+        return numbers[0] == other.numbers[0] && numbers[1] == other.numbers[1];
+    }
+
   private:
     template <class Number>
     static std::uint64_t number(Number value) {

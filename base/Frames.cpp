@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "base/Frames.h"
 
-#include <utility>
-
 namespace base {
 
 namespace {
@@ -25,6 +23,24 @@ std::optional<std::uint32_t> takeNumber(std::string_view& bytes) {
     return number;
 }
 
+void appendIdentity(std::string& bytes, const FileIdentity& file) {
+    for (const std::uint64_t number : file.numbers) {
+        bytes += numberBytes(static_cast<std::uint32_t>(number >> 32));
+        bytes += numberBytes(static_cast<std::uint32_t>(number));
+    }
+}
+
+std::optional<FileIdentity> takeIdentity(std::string_view& bytes) {
+    FileIdentity file;
+    for (std::uint64_t& number : file.numbers) {
+        const auto high = takeNumber(bytes);
+        const auto low = takeNumber(bytes);
+        if (!low) return std::nullopt;
+        number = std::uint64_t{*high} << 32 | *low;
+    }
+    return file;
+}
+
 std::string framed(std::string_view body) {
     std::string frame = numberBytes(static_cast<std::uint32_t>(body.size()));
     return frame.append(body);
@@ -43,10 +59,7 @@ std::string answerFrame(const Answer& answer) {
                        numberBytes(static_cast<std::uint32_t>(result.error.size()));
     body.append(result.output).append(result.error);
     if (answer.about) {
-        for (const std::uint64_t number : answer.about->file.numbers) {
-            body += numberBytes(static_cast<std::uint32_t>(number >> 32));
-            body += numberBytes(static_cast<std::uint32_t>(number));
-        }
+        appendIdentity(body, answer.about->file);
         body += answer.about->path;
     }
     return framed(body);
@@ -77,15 +90,9 @@ std::optional<Answer> answerFrom(std::string_view body) {
     answer.result.error = body.substr(*output, *error);
     body.remove_prefix(std::size_t{*output} + *error);
     if (body.empty()) return answer;
-    AboutFile about;
-    for (std::uint64_t& number : about.file.numbers) {
-        const auto high = takeNumber(body);
-        const auto low = takeNumber(body);
-        if (!low) return std::nullopt;
-        number = std::uint64_t{*high} << 32 | *low;
-    }
-    about.path = body;
-    answer.about = std::move(about);
+    const auto file = takeIdentity(body);
+    if (!file) return std::nullopt;
+    answer.about = AboutFile{*file, std::string(body)};
     return answer;
 }
 

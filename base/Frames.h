@@ -51,6 +51,10 @@ std::optional<Answer> answerFrom(std::string_view body);
 std::string numberBytes(std::uint32_t number);
 std::optional<std::uint32_t> takeNumber(std::string_view& bytes);
 
+/// The same for the identity of a file: seven numbers of 64 bits, the half with the higher bits first.
+void appendIdentity(std::string& bytes, const FileIdentity& file);
+std::optional<FileIdentity> takeIdentity(std::string_view& bytes);
+
 /// Cuts frames out of bytes as they come. The cost is linear in the bytes, however they are parted.
 class FrameStream {
   public:

@@ -164,7 +164,7 @@ TEST(Mdls, ValuesStandInNameOrderWithNulsBetween) {
 TEST(Mdls, AFileThatNoReaderSurvivesHasItsKindByName) {
     const Job job =
         std::get<Job>(Mdls().begin({"-name", "kMDItemKind", "-name", "kMDItemPixelWidth", "-raw", "a/b.png"}));
-    EXPECT_EQ(job.finish(std::nullopt).output, std::string("PNG image\0(null)", 16));
+    EXPECT_EQ(job.finish(std::nullopt, std::nullopt).output, std::string("PNG image\0(null)", 16));
 }
 
 TEST(Mdls, FilesThatMakeNoSenseHaveNoValuesAndAreNoFailure) {

@@ -12,6 +12,7 @@
 #include "tools/mdls/ImageAttributes.h"
 #include "tools/mime/MimeTypes.h"
 #include "tools/pictures/PictureLibrary.h"
+#include "tools/service/InputFile.h"
 
 namespace marrowbeck::tools {
 
@@ -120,16 +121,16 @@ std::variant<Job, ToolResult> Mdls::begin(const Arguments& arguments) const {
     Job job;
     job.path = wish->path;
     job.question = nameOf(wish->path);
-    job.finish = [wish = std::move(*wish), name = job.question](std::optional<std::string_view> answer) {
+    job.finish = [wish = std::move(*wish), name = job.question](std::optional<std::string_view> answer, const auto&) {
         const std::string kind = answer ? std::string() : kindByName(name);
         return ToolResult{outputOf(wish, answer.value_or(kind)), {}, exitSuccess};
     };
     return job;
 }
 
-std::optional<ToolResult> Mdls::unopened(const InputFile& file) const {
-    if (file.isForbidden()) return std::nullopt;
-    return ToolResult{{}, "mdls: " + file.path() + ": " + file.error() + "\n", exitFailure};
+std::optional<ToolResult> Mdls::unopened(const std::string& path, const FileNote& note) const {
+    if (note.isForbidden) return std::nullopt;
+    return ToolResult{{}, "mdls: " + path + ": " + note.error + "\n", exitFailure};
 }
 
 void Mdls::warmUp() const {

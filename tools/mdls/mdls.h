@@ -25,7 +25,7 @@ class Mdls final : public Tool {
     Limits limits() const override;
     bool keepsAnswers() const override { return true; }
     std::variant<Job, ToolResult> begin(const Arguments& arguments) const override;
-    std::optional<ToolResult> unopened(const InputFile& file) const override;
+    std::optional<ToolResult> unopened(const std::string& path, const FileNote& note) const override;
     void warmUp() const override;
     std::vector<std::string> dataFolders() const override;
     /// `question` is the file's name. The answer is each attribute's name and value, a NUL behind each.

@@ -30,6 +30,9 @@ class InputFile {
     /// What the system says of the open file.
     const struct stat& status() const { return status_; }
 
+    /// Returns once the first bytes, as many as nearly every picture tells of itself in, are in memory, read at one go.
+    void fetchHead() const;
+
     /// Up to `count` bytes from the beginning; fewer when the file is shorter or fails.
     std::string head(size_t count) const;
 

@@ -1,70 +1,76 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include <sys/types.h>
-
 #include <chrono>
+#include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "base/Frames.h"
-#include "tools/service/InputFile.h"
+#include "tools/service/Offspring.h"
 #include "tools/service/Tool.h"
 
 namespace marrowbeck::tools {
 
 /// The supervisor's end of one reader: a fork of this process, confined before it sees its first file, that answers
-/// one question after the other. It gets an open descriptor and a few words with each, and nothing else; what comes
-/// back is as little to be trusted as the file. Ended when this object goes, and by the system when the supervisor
-/// ends in whatever way.
+/// one question after the other. It gets open descriptors and a few words with each, from the process that opens files,
+/// and nothing else; what comes back is as little to be trusted as the files. Ended when this object goes, and by the
+/// system when the supervisor ends in whatever way.
 class Reader {
   public:
     using Clock = std::chrono::steady_clock;
 
     /// Null when there can be no further process. Not with other threads running.
     static std::unique_ptr<Reader> start(Tool& tool);
-    ~Reader();
-    Reader(const Reader&) = delete;
-    Reader& operator=(const Reader&) = delete;
 
-    /// Hands over a file, or only the words where `file` is null. False when the reader has died.
-    bool ask(const std::string& question, const InputFile* file);
+    /// Our end of its socket: it takes questions, and is readable when an answer, or part of it, has come, or when the
+    /// reader has died.
+    int descriptor() const { return process_.socket(); }
 
-    /// Since when it is as it is, busy or idle.
+    /// A question was handed to it, behind those that it has.
+    void handed(std::uint32_t id);
+    /// The questions that it has not answered, the one in hand first.
+    const std::deque<std::uint32_t>& questions() const { return questions_; }
+
+    /// Since when it has had the question in hand, or has been idle.
     Clock::time_point since() const { return since_; }
-    /// Readable when an answer, or part of it, has come, or when the reader has died.
-    int descriptor() const { return socket_; }
 
     enum class Outcome {
         unfinished,  ///< more is to come
-        answered,    ///< `answer()` is there; the reader waits for the next question
+        answered,    ///< `answer()` is there
+        unasked,     ///< an answer is there, but no question for it; to be taken in once more when one was handed to it
         died,        ///< or breaks its limits; to be thrown away
     };
-    /// Takes in what has come, without waiting.
+    /// Takes in the next answer, without waiting.
     Outcome receive();
-    /// The last answer: nothing where the file makes no sense. Valid until the next question.
+    /// The last answer, and to which question. Nothing where the file makes no sense. Valid until the next `receive`.
     std::optional<std::string_view> answer() const { return answer_; }
+    std::uint32_t answered() const { return answered_; }
 
-    /// Whether the question in hand has used up the time that its file gets.
-    bool isOverdue() const;
+    /// Whether the question in hand has used up the processor time that its file gets, or has waited longer than
+    /// `patience` for the disk, or for others.
+    bool isOverdue(Clock::duration patience) const;
+    /// Whether the disk holds it at the moment.
+    bool isHeldUp() const;
 
     /// Ends the process, and tells whether it had ended of itself by a fault that the file in hand brought about, and
     /// would bring about again.
     bool endAndBlame();
 
   private:
-    Reader(pid_t process, int socket, const Limits& limits);
+    Reader(Offspring process, const Limits& limits);
 
     std::chrono::nanoseconds processorTime() const;
 
-    pid_t process_;
-    int socket_;
+    Offspring process_;
     Limits limits_;
     base::FrameStream stream_;
+    std::optional<std::string_view> body_;
+    std::deque<std::uint32_t> questions_;
+    std::uint32_t answered_ = 0;
     std::optional<std::string_view> answer_;
-    bool busy_ = false;
     Clock::time_point since_ = Clock::now();
     std::chrono::nanoseconds usedBefore_{};
 };

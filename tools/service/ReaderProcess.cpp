@@ -2,21 +2,21 @@
 #include "tools/service/ReaderProcess.h"
 
 #include <sys/mman.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <array>
-#include <cerrno>
 #include <cstdint>
-#include <cstring>
+#include <deque>
 #include <exception>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "base/Frames.h"
 #include "base/WriteAll.h"
 #include "tools/service/Confinement.h"
+#include "tools/service/Descriptors.h"
 
 namespace marrowbeck::tools {
 
@@ -46,44 +46,46 @@ class MappedFile {
     std::size_t size_;
 };
 
-/// The descriptor that came with a message; -1 for none.
-int descriptorOf(msghdr& message) {
-    const cmsghdr* const header = CMSG_FIRSTHDR(&message);
-    if (header == nullptr || header->cmsg_type != SCM_RIGHTS) return -1;
-    int descriptor = -1;
-    std::memcpy(&descriptor, CMSG_DATA(header), sizeof descriptor);
-    return descriptor;
-}
+/// The questions as they come, each with the descriptor of its content.
+class Questions {
+  public:
+    explicit Questions(int socket) : socket_(socket), stream_(largestQuestion) {}
 
-/// Reads until a whole question is there. False at the end of the conversation.
-bool receive(int socket, base::FrameStream& stream, std::string& question, int& file) {
-    file = -1;
-    while (true) {
-        if (const auto body = stream.next()) {
-            question = *body;
-            return true;
+    /// The next question; nothing at the end of the conversation. Valid until the next call.
+    std::optional<std::string_view> next() {
+        while (true) {
+            if (const auto body = stream_.next()) return body;
+            std::array<char, largestQuestion> buffer;
+            const ssize_t count = stream_.isBroken() ? 0 : receiveWith(socket_, buffer, arrived_);
+            if (count <= 0) return std::nullopt;
+            for (base::Descriptor& file : arrived_) files_.push_back(std::move(file));
+            arrived_.clear();
+            stream_.append({buffer.data(), static_cast<std::size_t>(count)});
         }
-        std::array<char, largestQuestion> buffer;
-        iovec part{buffer.data(), buffer.size()};
-        alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(int))> control{};
-        msghdr message{};
-        message.msg_iov = &part;
-        message.msg_iovlen = 1;
-        message.msg_control = control.data();
-        message.msg_controllen = control.size();
-        const ssize_t count = recvmsg(socket, &message, 0);
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0 || stream.isBroken()) return false;
-        if (const int descriptor = descriptorOf(message); descriptor >= 0) file = descriptor;
-        stream.append({buffer.data(), static_cast<std::size_t>(count)});
     }
-}
 
-std::optional<std::string> answerTo(Tool& tool, std::string_view question, int file) {
+    /// The first file that no question had.
+    base::Descriptor takeFile() {
+        if (files_.empty()) return {};
+        base::Descriptor file = std::move(files_.front());
+        files_.pop_front();
+        return file;
+    }
+
+  private:
+    int socket_;
+    base::FrameStream stream_;
+    std::vector<base::Descriptor> arrived_;
+    std::deque<base::Descriptor> files_;
+};
+
+std::optional<std::string> answerTo(Tool& tool, std::string_view question, Questions& questions) {
+    const bool hasContent = base::takeNumber(question).value_or(0) != 0;
     const std::uint64_t high = base::takeNumber(question).value_or(0);
     const std::uint64_t size = high << 32 | base::takeNumber(question).value_or(0);
-    const MappedFile mapped(file, file < 0 ? 0 : size);
-    if (file >= 0) ::close(file);
+    base::Descriptor file = hasContent ? questions.takeFile() : base::Descriptor();
+    const MappedFile mapped(file.Number(), file.IsOpen() ? size : 0);
+    file.Close();
     try {
         return tool.read(std::string(question), mapped.content());
     } catch (const std::exception&) {  // above all: no more memory
@@ -95,11 +97,9 @@ std::optional<std::string> answerTo(Tool& tool, std::string_view question, int f
 
 void serveQuestions(Tool& tool, int socket) {
     if (!confine(tool.limits().memoryBytes, tool.dataFolders())) return;
-    base::FrameStream stream(largestQuestion);
-    std::string question;
-    int file = -1;
-    while (receive(socket, stream, question, file)) {
-        const std::optional<std::string> answer = answerTo(tool, question, file);
+    Questions questions(socket);
+    while (const auto question = questions.next()) {
+        const std::optional<std::string> answer = answerTo(tool, *question, questions);
         const std::string body = answer ? '\1' + *answer : std::string(1, '\0');
         if (!base::writeAll(socket, base::framed(body))) return;
     }

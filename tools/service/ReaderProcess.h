@@ -8,9 +8,9 @@ namespace marrowbeck::tools {
 /// The life of a reader, in its own process: confines itself, then answers the questions that come through `socket`
 /// until that is closed. Returns without a word when it cannot be confined.
 ///
-/// A question is a frame of the content's length in bytes (two numbers, the higher first; 0 for none) and the words;
-/// the descriptor comes with its first byte. An answer is a frame of one byte, 0 where the file makes no sense, and
-/// what `Tool::read` says.
+/// A question is a frame of a number, 1 where it is about a content, that content's length in bytes (two numbers, the
+/// higher first), and the words; the contents' descriptors come in the order of the questions, none later than its
+/// question. An answer is a frame of one byte, 0 where the file makes no sense, and what `Tool::read` says.
 void serveQuestions(Tool& tool, int socket);
 
 }  // namespace marrowbeck::tools

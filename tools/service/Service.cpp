@@ -2,7 +2,7 @@
 #include "tools/service/Service.h"
 
 #include <algorithm>
-#include <cerrno>
+#include <tuple>
 #include <utility>
 #include <variant>
 
@@ -18,6 +18,20 @@ constexpr std::chrono::milliseconds unusedTime = 60s;
 /// How often readers at work are looked at. Their limits are seconds.
 constexpr std::chrono::milliseconds lookPeriod = 500ms;
 
+/// A reader that keeps others waiting with one file is looked at so soon: whether the disk holds it; and loses them to
+/// other readers after so long in any case.
+constexpr std::chrono::milliseconds heldUpAfter = 5ms;
+constexpr std::chrono::milliseconds stuckAfter = 50ms;
+
+/// A file that is not open by then keeps its reader from no other.
+constexpr std::chrono::milliseconds slowAfter = 1s;
+
+/// Questions that a reader gets ahead. It takes less than a millisecond for one, as a rule.
+constexpr std::size_t mostLoad = 32;
+
+/// Readers that a disk may hold.
+constexpr std::size_t mostHeldUp = 256;
+
 int millisecondsUntil(Reader::Clock::time_point time) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(time - Reader::Clock::now());
     return static_cast<int>(std::max<std::int64_t>(left.count(), 0));
@@ -25,8 +39,8 @@ int millisecondsUntil(Reader::Clock::time_point time) {
 
 }  // namespace
 
-Service::Service(Tool& tool, std::size_t mostReaders, Reply reply)
-    : tool_(tool), mostReaders_(mostReaders), reply_(std::move(reply)) {}
+Service::Service(Tool& tool, std::size_t mostReaders, Reply reply, std::chrono::milliseconds patienceWithFile)
+    : tool_(tool), mostReaders_(mostReaders), reply_(std::move(reply)), patienceWithFile_(patienceWithFile) {}
 
 void Service::take(const base::Request& request) {
     if (request.arguments.empty()) {
@@ -39,161 +53,324 @@ void Service::take(const base::Request& request) {
     } else {
         reply_({request.id, std::get<ToolResult>(std::move(begun)), std::nullopt});
     }
-    dispatch();
 }
 
 void Service::ask(std::uint32_t id, Job job) {
-    if (tool_.keepsAnswers()) {
-        const auto* const kept = kept_.find(job.path, job.question);
-        if (kept != nullptr && look_.at(job.path) == kept->file) {
-            reply({id, std::move(job)}, kept->file, kept->answer);
-            return;
-        }
-        // Whoever asks one thing of a file likes to ask another directly after it.
-        if (!queue_.empty() && queue_.back().path == job.path && queue_.back().question == job.question) {
-            queue_.back().waiting.push_back({id, std::move(job)});
-            return;
-        }
-        for (Slot& slot : slots_) {
-            if (!slot.work || slot.work->path != job.path || slot.work->question != job.question) continue;
-            if (!slot.work->file || slot.work->file != look_.at(job.path)) continue;
-            slot.work->waiting.push_back({id, std::move(job)});
-            return;
-        }
+    const auto last = works_.find(lastWork_);
+    // Whoever asks one thing of a file likes to ask another directly after it. What was seen of it already may be old.
+    if (tool_.keepsAnswers() && last != works_.end() && last->second.stage != Work::Stage::handed &&
+        last->second.path == job.path && last->second.question == job.question) {
+        last->second.waiting.push_back({id, std::move(job)});
+        return;
     }
-    Work work{job.path, job.question, {}, {}, false};
+    Work work;
+    work.path = job.path;
+    work.question = job.question;
+    work.isKnown = tool_.keepsAnswers() && kept_.find(job.path, job.question) != nullptr;
     work.waiting.push_back({id, std::move(job)});
-    queue_.push_back(std::move(work));
+    works_.emplace(++lastWork_, std::move(work));
+    queue_.push_back(lastWork_);
 }
 
 void Service::cancel(std::uint32_t id) {
-    const auto forget = [id](Work& work) {
-        std::erase_if(work.waiting, [id](const Waiting& waiting) { return waiting.id == id; });
-        return work.waiting.empty();
-    };
-    std::erase_if(queue_, forget);
-    for (Slot& slot : slots_) {
-        if (slot.work && forget(*slot.work)) slot = {};
+    for (auto place = works_.begin(); place != works_.end();) {
+        const auto [number, work] = std::tie(place->first, place->second);
+        const std::size_t found =
+            std::erase_if(work.waiting, [id](const Waiting& waiting) { return waiting.id == id; });
+        if (found == 0 || !work.waiting.empty()) {
+            ++place;
+            continue;
+        }
+        const auto slot = slots_.find(work.reader);
+        const bool isInHand = slot != slots_.end() && !slot->second.reader->questions().empty() &&
+                              slot->second.reader->questions().front() == number;
+        const std::uint32_t reader = work.reader;
+        if (fetcher_ && work.stage == Work::Stage::opened) fetcher_->cancel(number);
+        unload(work);
+        place = works_.erase(place);
+        // Only its end gets a reader off what nobody waits for.
+        if (isInHand && slot->second.load == 0) removeSlot(reader);
     }
-    removeEmptySlots();
-    dispatch();
 }
 
 std::size_t Service::unanswered() const {
     std::size_t count = 0;
-    for (const Work& work : queue_) count += work.waiting.size();
-    for (const Slot& slot : slots_) count += slot.work ? slot.work->waiting.size() : 0;
+    for (const auto& [id, work] : works_) count += work.waiting.size();
     return count;
 }
 
 void Service::awaited(std::vector<pollfd>& descriptors) const {
-    for (const Slot& slot : slots_) descriptors.push_back({slot.reader->descriptor(), POLLIN, 0});
+    if (fetcher_) {
+        const auto events = static_cast<short>(fetcher_->isBehind() ? POLLIN | POLLOUT : POLLIN);
+        descriptors.push_back({fetcher_->descriptor(), events, 0});
+    }
+    for (const auto& [number, slot] : slots_) descriptors.push_back({slot.reader->descriptor(), POLLIN, 0});
 }
 
 int Service::patience() const {
-    int least = -1;
-    for (const Slot& slot : slots_) {
-        const int left =
-            slot.work ? static_cast<int>(lookPeriod.count()) : millisecondsUntil(slot.reader->since() + unusedTime);
-        least = least < 0 ? left : std::min(least, left);
+    int least = works_.empty() ? -1 : static_cast<int>(lookPeriod.count());
+    const auto atMost = [&least](int milliseconds) {
+        least = least < 0 ? milliseconds : std::min(least, milliseconds);
+    };
+    for (const auto& [number, slot] : slots_) {
+        if (slot.reader->questions().empty()) {
+            atMost(std::max(millisecondsUntil(slot.reader->since() + unusedTime), 1));
+        } else if (!slot.isStuck && slot.load > 1) {
+            const auto age = Clock::now() - slot.reader->since();
+            atMost(static_cast<int>((age < heldUpAfter ? heldUpAfter : stuckAfter / 2).count()));
+        }
     }
     return least;
 }
 
 void Service::work() {
-    for (Slot& slot : slots_) {
-        const Reader::Outcome outcome = slot.reader->receive();
-        const bool overdue = outcome == Reader::Outcome::unfinished && slot.reader->isOverdue();
-        if (outcome == Reader::Outcome::answered) {
-            Work done = *std::exchange(slot.work, std::nullopt);
-            finish(done, slot.reader->answer(), true);
-        } else if (outcome == Reader::Outcome::died || overdue) {
-            const bool guilty = slot.reader->endAndBlame() || overdue;
-            Slot dead = std::exchange(slot, {});
-            if (dead.work) bury(std::move(*dead.work), guilty);
-        } else if (!slot.work && Reader::Clock::now() - slot.reader->since() >= unusedTime) {
-            slot = {};
-        }
-    }
-    removeEmptySlots();
+    takeNotes();
+    std::vector<std::uint32_t> readers;
+    for (const auto& [number, slot] : slots_) readers.push_back(number);
+    for (const std::uint32_t number : readers) takeAnswers(number);
+    look();
     dispatch();
 }
 
-void Service::removeEmptySlots() {
-    std::erase_if(slots_, [](const Slot& slot) { return !slot.reader; });
+void Service::takeNotes() {
+    if (!fetcher_) return;
+    const std::optional<std::vector<FileNote>> notes = fetcher_->receive();
+    if (!notes) return loseFetcher();
+    for (const FileNote& note : *notes) takeNote(note);
 }
 
-/// The one that was used last, so that those that are not needed are seen to be so.
-Service::Slot* Service::freeSlot() {
-    Slot* free = nullptr;
-    for (Slot& slot : slots_) {
-        if (!slot.work && (free == nullptr || slot.reader->since() > free->reader->since())) free = &slot;
+void Service::takeNote(const FileNote& note) {
+    const auto slot = slots_.find(note.reader);
+    // Whether or not anybody still waits for it, the reader has it.
+    if (slot != slots_.end()) slot->second.reader->handed(note.id);
+    const auto place = works_.find(note.id);
+    if (place == works_.end()) return;
+    Work& work = place->second;
+    if (work.stage == Work::Stage::lookedAt) {
+        const KeptAnswers::Kept* const kept = kept_.find(work.path, work.question);
+        if (kept != nullptr && note.file == kept->file) {
+            work.file = note.file;
+            const std::optional<std::string> answer = kept->answer;
+            return finish(note.id, answer, false);
+        }
+        work.isKnown = false;
+        return again(note.id, work);
     }
-    if (free != nullptr || slots_.size() == mostReaders_) return free;
+    if (work.stage != Work::Stage::opened) return;
+    // Only the question is handed over for a file that was seen to be closed to us.
+    if (note.file) work.file = note.file;
+    if (slot != slots_.end()) {
+        if (std::exchange(work.isSlow, false)) ++slot->second.load;
+        work.stage = Work::Stage::handed;
+    } else if (note.error.empty()) {
+        again(note.id, work);  // its reader has died meanwhile
+    } else if (const std::optional<ToolResult> result = tool_.unopened(work.path, note)) {
+        for (const Waiting& waiting : work.waiting) reply_({waiting.id, *result, std::nullopt});
+        unload(work);
+        works_.erase(place);
+    } else if (fetcher_) {
+        fetcher_->open(note.id, work.reader, {}, work.question);
+    }
+}
+
+void Service::takeAnswers(std::uint32_t number) {
+    while (true) {
+        const auto place = slots_.find(number);
+        if (place == slots_.end()) return;
+        Slot& slot = place->second;
+        const Reader::Outcome outcome = slot.reader->receive();
+        if (outcome == Reader::Outcome::unfinished) return;
+        if (outcome == Reader::Outcome::died) return bury(number, false);
+        if (outcome == Reader::Outcome::unasked) {
+            // The question may have been handed to it an instant ago, which is told before it is done. One that speaks
+            // without having been asked is no longer ours.
+            takeNotes();
+            if (slot.reader->questions().empty()) return bury(number, false);
+            continue;
+        }
+        slot.isStuck = slot.isHeldUp = false;
+        finish(slot.reader->answered(), slot.reader->answer(), true);
+    }
+}
+
+/// What becomes of a reader and of what it had. An end that came from outside is not the fault of the file in hand,
+/// once.
+void Service::bury(std::uint32_t number, bool isOverdue) {
+    // What was told before its end holds.
+    takeNotes();
+    const std::unique_ptr<Reader> reader = std::move(slots_.at(number).reader);
+    removeSlot(number);
+    const bool isGuilty = isOverdue || reader->endAndBlame();
+    bool isInHand = true;
+    for (const std::uint32_t id : reader->questions()) {
+        const auto place = works_.find(id);
+        const bool isIts = place != works_.end() && place->second.reader == number;
+        if (isIts && isInHand && (isGuilty || std::exchange(place->second.retried, true))) {
+            finish(id, std::nullopt, isGuilty && !isOverdue);
+        } else if (isIts) {
+            again(id, place->second);
+        }
+        isInHand = false;
+    }
+}
+
+/// Looks after whoever takes long.
+void Service::look() {
+    const Clock::time_point now = Clock::now();
+    std::vector<std::uint32_t> ended;
+    for (auto& [number, slot] : slots_) {
+        const auto age = now - slot.reader->since();
+        const std::deque<std::uint32_t>& questions = slot.reader->questions();
+        if (questions.empty()) {
+            if (slot.load == 0 && age >= unusedTime) ended.push_back(number);
+            continue;
+        }
+        if (age >= lookPeriod && slot.reader->isOverdue(patienceWithFile_)) {
+            ended.push_back(number);
+            continue;
+        }
+        if (age < heldUpAfter) continue;
+        slot.isHeldUp = slot.reader->isHeldUp();
+        slot.isStuck = slot.isHeldUp || age >= stuckAfter;
+        // Those behind the question in hand go to others.
+        if (!slot.isStuck) continue;
+        for (auto id = questions.begin() + 1; id != questions.end(); ++id) {
+            const auto place = works_.find(*id);
+            if (place != works_.end() && place->second.reader == number) again(*id, place->second);
+        }
+    }
+    for (const std::uint32_t number : ended) bury(number, true);
+
+    std::vector<std::uint32_t> late;
+    for (auto& [id, work] : works_) {
+        if (work.stage != Work::Stage::lookedAt && work.stage != Work::Stage::opened) continue;
+        const auto age = now - work.begun;
+        if (age > patienceWithFile_) late.push_back(id);
+        if (age > slowAfter && !work.isSlow) {
+            unload(work);
+            work.isSlow = true;
+        }
+    }
+    for (const std::uint32_t id : late) giveUp(id);
+}
+
+void Service::removeSlot(std::uint32_t number) {
+    slots_.erase(number);
+    if (fetcher_) fetcher_->forget(number);
+}
+
+/// The reader that has least to do. More are started up to their number while those there are at work; those that the
+/// disk holds do not count. 0 for none.
+std::uint32_t Service::chosenReader() {
+    std::uint32_t least = 0;
+    std::size_t able = 0;
+    for (const auto& [number, slot] : slots_) {
+        if (!slot.isHeldUp) ++able;
+        if (!slot.isStuck && (least == 0 || slot.load < slots_.at(least).load)) least = number;
+    }
+    const bool mayGrow = able < mostReaders_ && slots_.size() < mostReaders_ + mostHeldUp;
+    if (least != 0 && (slots_.at(least).load == 0 || !mayGrow)) return least;
+    if (!mayGrow) return 0;
     std::unique_ptr<Reader> reader = Reader::start(tool_);
-    if (!reader) return nullptr;
-    slots_.push_back({std::move(reader), std::nullopt});
-    return &slots_.back();
+    if (!reader) return least;
+    slots_[++lastReader_].reader = std::move(reader);
+    fetcher_->introduce(lastReader_, slots_[lastReader_].reader->descriptor());
+    return lastReader_;
+}
+
+bool Service::hasFetcher() {
+    if (fetcher_) return true;
+    fetcher_ = Fetcher::start();
+    if (!fetcher_) return false;
+    for (const auto& [number, slot] : slots_) fetcher_->introduce(number, slot.reader->descriptor());
+    return true;
+}
+
+/// What was being opened is opened anew. That too is somebody else's doing, once.
+void Service::loseFetcher() {
+    fetcher_.reset();
+    std::vector<std::uint32_t> lost;
+    for (const auto& [id, work] : works_) {
+        if (work.stage == Work::Stage::lookedAt || work.stage == Work::Stage::opened) lost.push_back(id);
+    }
+    for (const std::uint32_t id : lost) {
+        Work& work = works_.at(id);
+        std::exchange(work.retried, true) ? giveUp(id) : again(id, work);
+    }
+}
+
+/// False when it has to wait.
+bool Service::send(std::uint32_t id, Work& work) {
+    if (work.isKnown) {
+        fetcher_->look(id, work.path);
+        work.stage = Work::Stage::lookedAt;
+    } else {
+        const std::uint32_t reader = chosenReader();
+        if (reader == 0 || slots_.at(reader).load >= mostLoad) return false;
+        fetcher_->open(id, reader, work.path, work.question);
+        work.stage = Work::Stage::opened;
+        work.reader = reader;
+        ++slots_.at(reader).load;
+    }
+    work.begun = Clock::now();
+    return true;
 }
 
 void Service::dispatch() {
-    const auto someoneWorks = [this] {
-        return std::any_of(slots_.begin(), slots_.end(), [](const Slot& slot) { return slot.work.has_value(); });
-    };
     while (!queue_.empty()) {
-        if (freeSlot() == nullptr) {
-            if (someoneWorks()) return;
-            // There is no process to be had, and none whose end to wait for.
-            for (Work& work : queue_) finish(work, std::nullopt, false);
-            queue_.clear();
-            return;
+        const auto place = works_.find(queue_.front());
+        if (place != works_.end() && place->second.stage == Work::Stage::queued) {
+            if (!hasFetcher() || (!send(place->first, place->second) && slots_.empty())) {
+                // There is no process to be had, and none whose end to wait for.
+                giveUp(place->first);
+            } else if (place->second.stage == Work::Stage::queued) {
+                break;
+            }
         }
-        Work work = std::move(queue_.front());
         queue_.pop_front();
-        hand(std::move(work));
     }
+    if (fetcher_ && !fetcher_->flush()) loseFetcher();
 }
 
-void Service::hand(Work work) {
-    look_.forget();
-    const InputFile file(work.path);
-    if (file.isOpen()) {
-        work.file = base::FileIdentity(file.status());
-    } else if (const std::optional<ToolResult> result = tool_.unopened(file)) {
-        for (const Waiting& waiting : work.waiting) reply_({waiting.id, *result, std::nullopt});
-        return;
-    }
-    Slot* const slot = freeSlot();
-    if (slot != nullptr && slot->reader->ask(work.question, file.isOpen() ? &file : nullptr)) {
-        slot->work = std::move(work);
-        return;
-    }
-    if (slot != nullptr) *slot = {};
-    removeEmptySlots();
-    bury(std::move(work), false);
+/// Has the work begun anew, before what was asked later.
+void Service::again(std::uint32_t id, Work& work) {
+    unload(work);
+    work.stage = Work::Stage::queued;
+    work.reader = 0;
+    work.isSlow = false;
+    queue_.push_front(id);
 }
 
-/// What becomes of work whose reader has died. An end that came from outside is not the file's fault, once.
-void Service::bury(Work work, bool guilty) {
-    if (guilty || std::exchange(work.retried, true)) {
-        finish(work, std::nullopt, guilty);
-    } else {
-        queue_.push_front(std::move(work));
+void Service::giveUp(std::uint32_t id) {
+    if (fetcher_) fetcher_->cancel(id);
+    finish(id, std::nullopt, false);
+}
+
+/// The reader may be chosen for another one in its place.
+void Service::unload(Work& work) {
+    const bool isLoaded = work.stage == Work::Stage::opened || work.stage == Work::Stage::handed;
+    const auto slot = slots_.find(work.reader);
+    if (isLoaded && !work.isSlow && slot != slots_.end()) --slot->second.load;
+}
+
+void Service::finish(std::uint32_t id, std::optional<std::string_view> answer, bool worthKeeping) {
+    const auto place = works_.find(id);
+    if (place == works_.end()) return;
+    Work& work = place->second;
+    reply(work, answer);
+    if (worthKeeping && work.file && tool_.keepsAnswers()) {
+        kept_.keep(work.path, work.question, {*work.file, answer ? std::optional<std::string>(*answer) : std::nullopt});
     }
+    unload(work);
+    works_.erase(place);
 }
 
-void Service::finish(Work& work, std::optional<std::string_view> answer, bool worthKeeping) {
-    for (const Waiting& waiting : work.waiting) reply(waiting, work.file, answer);
-    if (!worthKeeping || !work.file || !tool_.keepsAnswers()) return;
-    kept_.keep(work.path, work.question, {*work.file, answer ? std::optional<std::string>(*answer) : std::nullopt});
-}
-
-void Service::reply(const Waiting& waiting, const std::optional<base::FileIdentity>& file,
-                    std::optional<std::string_view> answer) {
-    base::Answer whole{waiting.id, waiting.job.finish(answer), std::nullopt};
-    // What was written somewhere else does not hold any longer than it stays there.
-    if (file && tool_.keepsAnswers()) whole.about = base::AboutFile{*file, waiting.job.path};
-    reply_(std::move(whole));
+void Service::reply(const Work& work, std::optional<std::string_view> answer) {
+    for (const Waiting& waiting : work.waiting) {
+        base::Answer whole{waiting.id, waiting.job.finish(answer, work.file), std::nullopt};
+        if (work.file) whole.about = base::AboutFile{*work.file, work.path};
+        reply_(std::move(whole));
+    }
 }
 
 }  // namespace marrowbeck::tools

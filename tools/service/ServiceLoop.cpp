@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/ByteQueue.h"
 #include "tools/service/Service.h"
 
 namespace marrowbeck::tools {
@@ -36,26 +37,23 @@ class Outlet {
         fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) | O_NONBLOCK);
     }
 
-    void append(std::string_view bytes) { bytes_.append(bytes); }
-    std::size_t size() const { return bytes_.size() - written_; }
+    void append(std::string_view bytes) { bytes_.Append(bytes); }
+    std::size_t size() const { return bytes_.Size(); }
 
     /// Writes what can be written without waiting. False when nobody reads any more.
     bool flush() {
         while (size() > 0) {
-            const ssize_t count = ::write(descriptor_, bytes_.data() + written_, size());
+            const ssize_t count = ::write(descriptor_, bytes_.Bytes().data(), size());
             if (count < 0 && errno == EINTR) continue;
             if (count < 0) return errno == EAGAIN;
-            written_ += static_cast<std::size_t>(count);
+            bytes_.Drop(static_cast<std::size_t>(count));
         }
-        bytes_.clear();
-        written_ = 0;
         return true;
     }
 
   private:
     int descriptor_;
-    std::string bytes_;
-    std::size_t written_ = 0;
+    base::ByteQueue bytes_;
 };
 
 /// What can be read now; nothing at the end.
@@ -118,11 +116,10 @@ ToolResult runOnce(Tool& tool, const Arguments& arguments) {
     } else {
         result = std::get<ToolResult>(tool.begin(arguments));  // nothing is never a file
     }
-    while (!result) {
+    for (service.work(); !result; service.work()) {
         std::vector<pollfd> descriptors;
         service.awaited(descriptors);
         wait(descriptors, service.patience());
-        service.work();
     }
     return std::move(*result);
 }

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "tools/pictures/PictureLibrary.h"
-#include "tools/service/InputFile.h"
+#include "tools/service/FileNote.h"
 #include "tools/service/ToolResult.h"
 
 namespace marrowbeck::tools {
@@ -18,8 +18,10 @@ struct Job {
     std::string path;
     /// What the reader is told beside the file's content. Never a path.
     std::string question;
-    /// Makes the tool's result of the reader's answer; of nothing when the file makes no sense.
-    std::function<ToolResult(std::optional<std::string_view> answer)> finish;
+    /// Makes the tool's result of the reader's answer; of nothing when the file makes no sense. `file` is what was seen
+    /// of the file, where it could be looked at.
+    std::function<ToolResult(std::optional<std::string_view> answer, const std::optional<base::FileIdentity>& file)>
+        finish;
 };
 
 /// What a process that reads foreign bytes may use.
@@ -47,7 +49,7 @@ class Tool {
 
     /// The result for a file that could not be opened; nothing when the reader is to be asked all the same, without
     /// a content.
-    virtual std::optional<ToolResult> unopened(const InputFile& file) const = 0;
+    virtual std::optional<ToolResult> unopened(const std::string& path, const FileNote& note) const = 0;
 
     /// Loads all that `read` may need, so that forks of this process need not. Starts no thread.
     virtual void warmUp() const = 0;

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "tools/sips/sips.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
@@ -72,12 +70,10 @@ ToolResult failure(const std::string& path, const std::string& reason) {
     return {{}, "sips: " + path + ": " + reason + "\n", exitFailure};
 }
 
-/// Whether two paths lead to one file, by whatever links.
-bool isSameFile(const std::string& one, const std::string& other) {
-    struct stat left {};
-    struct stat right {};
-    return ::stat(one.c_str(), &left) == 0 && ::stat(other.c_str(), &right) == 0 && left.st_dev == right.st_dev &&
-           left.st_ino == right.st_ino;
+/// Whether the path leads to that very file, by whatever links.
+bool leadsTo(const std::string& path, const std::optional<base::FileIdentity>& file) {
+    const std::optional<base::FileIdentity> found = base::FileIdentity::of(path);
+    return found && file && found->isSameFile(*file);
 }
 
 /// The pixels in a reader's answer; none unless the numbers are what was asked for and fit each other.
@@ -95,14 +91,15 @@ Pixels pixelsFrom(std::string_view answer, int side) {
     return {width, height, channels, std::string(answer)};
 }
 
-ToolResult finish(const Wish& wish, std::optional<std::string_view> answer) {
+ToolResult finish(const Wish& wish, std::optional<std::string_view> answer,
+                  const std::optional<base::FileIdentity>& source) {
     const Pixels pixels = pixelsFrom(answer.value_or(std::string_view()), wish.side);
     if (pixels.width == 0) return failure(wish.source, "Cannot be read as a picture");
     const std::string png = pngOf(pixels);
     if (png.empty()) return failure(wish.source, "Cannot be written as PNG");
     if (wish.target == outputName) return {png, {}, exitSuccess};
     // A small copy must not cost the picture that it is of.
-    if (isSameFile(wish.source, wish.target)) return failure(wish.target, "Is the picture itself");
+    if (leadsTo(wish.target, source)) return failure(wish.target, "Is the picture itself");
     ReplacementFile replacement(wish.target);
     // Should the machine stop now, the preview is made again.
     if (!replacement.replaceWith(png, ReplacementFile::Sync::no)) return failure(wish.target, replacement.error());
@@ -127,12 +124,14 @@ std::variant<Job, ToolResult> Sips::begin(const Arguments& arguments) const {
     Job job;
     job.path = wish->source;
     job.question = std::to_string(wish->side);
-    job.finish = [wish = std::move(*wish)](std::optional<std::string_view> answer) { return finish(wish, answer); };
+    job.finish = [wish = std::move(*wish)](std::optional<std::string_view> answer, const auto& file) {
+        return finish(wish, answer, file);
+    };
     return job;
 }
 
-std::optional<ToolResult> Sips::unopened(const InputFile& file) const {
-    return failure(file.path(), file.error());
+std::optional<ToolResult> Sips::unopened(const std::string& path, const FileNote& note) const {
+    return failure(path, note.error);
 }
 
 void Sips::warmUp() const {

@@ -22,7 +22,7 @@ class Sips final : public Tool {
     Limits limits() const override;
     bool keepsAnswers() const override { return false; }
     std::variant<Job, ToolResult> begin(const Arguments& arguments) const override;
-    std::optional<ToolResult> unopened(const InputFile& file) const override;
+    std::optional<ToolResult> unopened(const std::string& path, const FileNote& note) const override;
     void warmUp() const override;
     std::vector<std::string> dataFolders() const override;
     /// `question` is the most pixels on the longer side. The answer is width, height and channels as numbers
