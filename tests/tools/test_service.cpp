@@ -77,11 +77,12 @@ class ServiceTest : public testing::Test {
     void ask(std::uint32_t id, const std::string& path) { service.take({id, {path}}); }
 
     /// Works until the request is answered, and gives the output.
-    std::string answer(std::uint32_t id) {
-        for (service.work(); !replies.contains(id); service.work()) {
+    std::string answer(std::uint32_t id) { return answer(service, id); }
+    std::string answer(Service& asked, std::uint32_t id) {
+        for (asked.work(); !replies.contains(id); asked.work()) {
             std::vector<pollfd> descriptors;
-            service.awaited(descriptors);
-            poll(descriptors.data(), descriptors.size(), service.patience());
+            asked.awaited(descriptors);
+            poll(descriptors.data(), descriptors.size(), asked.patience());
         }
         return replies[id].output;
     }
@@ -101,7 +102,8 @@ class ServiceTest : public testing::Test {
     TemporaryFolder folder;
     Obedient tool;
     std::map<std::uint32_t, ToolResult> replies;
-    Service service{tool, 1, [this](base::Answer answer) { replies[answer.id] = std::move(answer.result); }};
+    Service::Reply keep = [this](base::Answer answer) { replies[answer.id] = std::move(answer.result); };
+    Service service{tool, 1, keep};
 };
 
 TEST_F(ServiceTest, AReaderMayReadItsFileAndNothingElse) {
@@ -161,6 +163,37 @@ TEST_F(ServiceTest, WhatWasReadIsKnownUntilTheFileChanges) {
     service.take({6, {}});
     EXPECT_EQ(answer(8), "read newest");
     EXPECT_TRUE(replies.contains(9));
+}
+
+TEST_F(ServiceTest, AFileThatHoldsItsReaderHoldsNoOther) {
+    Service two(tool, 2, keep);
+    for (std::uint32_t id = 1; id <= 20; ++id) {
+        const std::string name = std::to_string(id);
+        two.take({id, {folder.Put(name, id == 1 ? "wait" : name)}});
+    }
+    for (std::uint32_t id = 2; id <= 20; ++id) EXPECT_EQ(answer(two, id), "read " + std::to_string(id));
+    EXPECT_FALSE(replies.contains(1));
+}
+
+TEST_F(ServiceTest, WhoeverDoesNotOpenAFileIsReplacedAndTheFileInTheEndMakesNoSense) {
+    const std::string path = folder.Put("a", "a");
+    ask(1, path);
+    answer(1);
+    folder.Put("a", "other");
+    kill(children(false).front(), SIGSTOP);
+    ask(2, path);
+    service.work();
+    kill(children(false).front(), SIGKILL);
+    EXPECT_EQ(answer(2), "read other");
+
+    Service impatient(tool, 1, keep, std::chrono::milliseconds(0));
+    const pid_t first = children(false).front();
+    impatient.take({3, {path}});
+    impatient.work();
+    for (const pid_t child : children(false)) kill(child, child == first ? SIGCONT : SIGSTOP);
+    answer(impatient, 3);
+    impatient.take({4, {path}});
+    EXPECT_EQ(answer(impatient, 4), "no sense");
 }
 
 TEST_F(ServiceTest, WhatNobodyWantsAnyMoreStopsItsReader) {
