@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <map>
 #include <memory>
 #include <set>
 #include <string_view>
@@ -78,7 +77,9 @@ std::string kindByName(std::string_view name) {
 
 /// The output, of names and values as the reader gives them.
 std::string outputOf(const Wish& wish, std::string_view answer) {
-    std::map<std::string_view, std::string_view> values;
+    // Few enough that to look through them costs less than to sort them.
+    std::vector<std::pair<std::string_view, std::string_view>> values;
+    values.reserve(std::size(allNames));
     const auto take = [&answer] {
         const std::string_view word = answer.substr(0, answer.find('\0'));
         answer.remove_prefix(std::min(word.size() + 1, answer.size()));
@@ -86,11 +87,11 @@ std::string outputOf(const Wish& wish, std::string_view answer) {
     };
     while (!answer.empty()) {
         const std::string_view name = take();
-        values.emplace(name, take());
+        values.emplace_back(name, take());
     }
     std::string output;
     for (const std::string& name : wish.names) {
-        const auto found = values.find(name);
+        const auto found = std::ranges::find(values, name, &decltype(values)::value_type::first);
         const std::string_view value = found == values.end() ? "(null)" : found->second;
         if (!wish.raw) {
             output.append(name).append(" = ").append(value).append("\n");

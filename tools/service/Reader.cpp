@@ -25,10 +25,7 @@ Reader::Reader(Offspring process, const Limits& limits)
     : process_(std::move(process)), limits_(limits), stream_(limits.answerBytes) {}
 
 void Reader::handed(std::uint32_t id) {
-    if (questions_.empty()) {
-        since_ = Clock::now();
-        usedBefore_ = processorTime();
-    }
+    if (questions_.empty()) since_ = Clock::now();
     questions_.push_back(id);
 }
 
@@ -44,7 +41,7 @@ Reader::Outcome Reader::receive() {
             answered_ = questions_.front();
             questions_.pop_front();
             since_ = Clock::now();
-            if (!questions_.empty()) usedBefore_ = processorTime();
+            firstLook_.reset();
             return Outcome::answered;
         }
         if (stream_.isBroken()) return Outcome::died;
@@ -63,10 +60,12 @@ std::chrono::nanoseconds Reader::processorTime() const {
     return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
 }
 
-bool Reader::isOverdue(Clock::duration patience) const {
+bool Reader::isOverdue(Clock::duration patience) {
     if (questions_.empty()) return false;
-    const std::chrono::nanoseconds used = processorTime() - usedBefore_;
-    return used > std::chrono::seconds(limits_.seconds) || Clock::now() - since_ - used > patience;
+    const Look now{Clock::now(), processorTime()};
+    if (!firstLook_) firstLook_ = now;
+    const std::chrono::nanoseconds used = now.used - firstLook_->used;
+    return used > std::chrono::seconds(limits_.seconds) || now.time - firstLook_->time - used > patience;
 }
 
 bool Reader::isHeldUp() const {

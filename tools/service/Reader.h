@@ -49,9 +49,10 @@ class Reader {
     std::optional<std::string_view> answer() const { return answer_; }
     std::uint32_t answered() const { return answered_; }
 
-    /// Whether the question in hand has used up the processor time that its file gets, or has waited longer than
-    /// `patience` for the disk, or for others.
-    bool isOverdue(Clock::duration patience) const;
+    /// Whether the question in hand, since this was first asked of it, has used up the processor time that its file
+    /// gets, or has waited longer than `patience` for the disk, or for others. To be asked now and then while one takes
+    /// long.
+    bool isOverdue(Clock::duration patience);
     /// Whether the disk holds it at the moment.
     bool isHeldUp() const;
 
@@ -61,6 +62,11 @@ class Reader {
 
   private:
     Reader(Offspring process, const Limits& limits);
+
+    struct Look {
+        Clock::time_point time;
+        std::chrono::nanoseconds used;
+    };
 
     std::chrono::nanoseconds processorTime() const;
 
@@ -72,7 +78,7 @@ class Reader {
     std::uint32_t answered_ = 0;
     std::optional<std::string_view> answer_;
     Clock::time_point since_ = Clock::now();
-    std::chrono::nanoseconds usedBefore_{};
+    std::optional<Look> firstLook_;
 };
 
 }  // namespace marrowbeck::tools
