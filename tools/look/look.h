@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include "tools/disk/DiskPool.h"
+#include "tools/look/SideBySide.h"
+#include "tools/service/ToolResult.h"
+
+namespace marrowbeck::tools {
+
+/// What the disk tells of files and folders, for who must not wait for it. Each answer is ended by a NUL:
+///
+/// - `list FOLDER`: the system's number for why the folder could not be read whole, 0 where it could; then, for each
+///   direct child, hidden ones too, sorted by the bytes of the names, a letter and the name. The letters are those of
+///   base::PathKind. A child of which the disk does not tell in time what it is goes for a file.
+/// - `at PATH...`: base::textOf the facts of each.
+/// - `access RIGHTS PATH...`: the system's number for why each may not be used so, 0 where it may. RIGHTS is some of
+/// the
+///   letters r, w and x, or f where to be there is enough.
+/// - `codes FOLDER NAME...`: for each child the codes of type and creator, each ended by a NUL.
+/// - `clean PATH`, `follow PATH`: base::cleanPath of it, and base::followedLink of that.
+/// - `folders PATH...`: each with the link at its end followed, empty where that leads to no folder.
+///
+/// Asks by `pool` whatever can be asked side by side; the caller's thread waits. Arguments that make no sense are
+/// refused. Paths are absolute.
+ToolResult look(const Arguments& arguments, DiskPool& pool, const Dropped& dropped);
+
+/// The same for who asks once.
+ToolResult look(const Arguments& arguments);
+
+/// Serves requests in frames (see base/Frames.h) from `input`, many at a time, each answered on `output` once the disk
+/// has answered it. Never returns: at the end of the input the process is over, whatever is still asked.
+[[noreturn]] void serveLooks(int input, int output);
+
+}  // namespace marrowbeck::tools
