@@ -145,7 +145,7 @@ void Preferences::CreateFolder(const Ref<FolderItem>& folder) {
 void Preferences::deleteFilesFromFolder(const Ref<FolderItem>& folder) {
     CheckStack();
     // A person moved it elsewhere, and keeps other files there perhaps.
-    if (!folder->Directory()) return deleteOwnFilesFrom(GetFolderItem(folder->AbsolutePath()));
+    if (!folder->Directory()) return deleteOwnFilesFrom(FolderItem::Own(folder->AbsolutePath()));
     // From the end, since deleting shifts what follows.
     for (int i = folder->Count(); i >= 1; --i) {
         if (const Ref<FolderItem> item = folder->TrueItem(i)) {

@@ -36,7 +36,7 @@ int _Startup() {
 void _InitTools() {
     ApplicationPaths::SetName("marrowbeck");
     if (const Ref<FolderItem> tools = ApplicationToolsFolder()) {
-        Shell::SetToolsFolder(tools->AbsolutePath(), {"mdls", "sips"});
+        Shell::SetToolsFolder(tools->AbsolutePath(), {"mdls", "sips", "look"});
     }
 }
 

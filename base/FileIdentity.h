@@ -28,6 +28,9 @@ struct FileIdentity {
         return ::stat(path.c_str(), &status) == 0 ? std::optional(FileIdentity(status)) : std::nullopt;
     }
 
+    /// The size in bytes.
+    std::uint64_t Length() const { return numbers[2]; }
+
     bool operator==(const FileIdentity&) const = default;
 
     /// The same file, in whatever state.

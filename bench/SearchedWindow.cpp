@@ -26,7 +26,7 @@ SearchedWindow::SearchedWindow(char** argv) : home_(makeHome()) {
     setenv("XDG_DATA_HOME", home_.c_str(), 1);
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
     if (framework::RunFrameworkInitialization(1, argv, {"Marrowbeck", "bench"}, _Startup) != 0) std::abort();
-    Shell::SetToolsFolder(MARROWBECK_TOOLS, {"mdls", "sips"});
+    Shell::SetToolsFolder(MARROWBECK_TOOLS, {"mdls", "sips", "look"});
     test::SwitchUpdateCheckOff();
     App::Current()->Event_Open();
     window_ = Global<Window1>();

@@ -14,7 +14,7 @@
 #include "catalogue/MetadataQueries.h"
 #include "catalogue/ReadAhead.h"
 #include "catalogue/RecordText.h"
-#include "fileutil/GetFolderItemModule.h"
+#include "fileutil/PathItems.h"
 #include "framework/core/files/Paths.h"
 
 namespace marrowbeck {
@@ -68,7 +68,8 @@ void tell(const String& path, const String& reason) {
 
 /// Why what is at the path may not be used so; empty when it may.
 String refusalOf(const Ref<FolderItem>& item, int rights) {
-    return access(item->AbsolutePath().CString(), rights) == 0 ? "" : std::strerror(errno);
+    const int failure = item->AccessError(rights);
+    return failure == 0 ? "" : std::strerror(failure);
 }
 
 class Listing {
@@ -98,7 +99,9 @@ class Listing {
             // There was no answer. The row stands as far as it got, as in the window.
         }
         const Array<String>& values = row.Values();
-        if (const String refusal = refusalOf(item, R_OK); !refusal.IsEmpty()) {
+        const bool isRead = !values(kPixels).IsEmpty() && values(kPixels) != kNoSize;
+        // Whatever was read could be.
+        if (const String refusal = isRead ? String() : refusalOf(item, R_OK); !refusal.IsEmpty()) {
             Complain(item, refusal);
         } else if (values(kPixels).IsEmpty()) {
             Complain(item, "Nothing could be learned of it");
@@ -162,10 +165,10 @@ void listSubfolders(const Ref<FolderItem>& folder, Listing& listing) {
     const int last = paths.Ubound() - 1;
     ReadAhead ahead([&paths](int i) { return String(Paths::EscapeForShell(paths(i).Bytes())); }, last,
                     {MetadataQueries::kAll});
+    PathItems items(paths);
     for (int i = 0; i <= last && listing.IsTaken(); ++i) {
         ahead.Reached(i);
-        const Ref<FolderItem> item = GetFolderItemModule::GetFolderItemFromShellPath(paths(i));
-        if (item) listing.Add(item);
+        if (const Ref<FolderItem> item = items.At(i)) listing.Add(item);
     }
 }
 

@@ -37,10 +37,11 @@ void ImageRow::Fill(const Ref<FolderItem>& item) {
     };
 
     Tell(kFilename, item->Name());
-    const double compressedSize = static_cast<double>(item->Length()) / 1024.0 / 1024.0;
     const String checkMark = Encodings::UTF8.Chr(10003);
 
     const Array<String> fields = Split(Ask(item->ShellPath()), Chr(0));
+    // The tool that just answered has told the length, too.
+    const double compressedSize = static_cast<double>(item->Length()) / 1024.0 / 1024.0;
     const String depth = ImageFacts::DepthLabel(fields(kBitsPerSampleField));
     Keep(kColorSpaceTag, ImageFacts::WithoutNull(fields(kColorSpaceField)));
     Keep(kFileReferenceTag, item->GetSaveInfo(Nil, 0));

@@ -3,7 +3,7 @@
 #include "app/Window1.h"
 #include "catalogue/MetadataQueries.h"
 #include "catalogue/ReadAhead.h"
-#include "fileutil/GetFolderItemModule.h"
+#include "fileutil/PathItems.h"
 #include "framework/core/files/Paths.h"
 
 namespace marrowbeck {
@@ -38,9 +38,10 @@ void Window1::SearchIndex() {
     ShowSearchState("No Image Files");
     ReadAhead ahead([&paths](int i) { return String(Paths::EscapeForShell(paths(i).Bytes())); }, last,
                     {MetadataQueries::kAll, MetadataQueries::kCamera});
+    PathItems items(paths);
     for (int i = 0; i <= last; ++i) {
         ahead.Reached(i);
-        checksize(GetFolderItemModule::GetFolderItemFromShellPath(paths(i)));
+        checksize(items.At(i));
         LoopYield();
     }
 }

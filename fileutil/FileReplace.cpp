@@ -83,7 +83,7 @@ void FileReplace::Replace(const Ref<FolderItem>& source, const Ref<FolderItem>& 
     if (!source->Exists()) throw FileReplaceException(0, "Source does not exist.");
     if (source->Directory()) throw FileReplaceException(0, "Source is a directory.");
     // What a person put elsewhere and linked to stays there.
-    const Ref<FolderItem> place = GetFolderItem(target->AbsolutePath());
+    const Ref<FolderItem> place = FolderItem::Own(target->AbsolutePath());
     if (place->Directory()) throw FileReplaceException(0, "Target is a directory.");
     // A link may lead to another volume, where the source can only arrive as a copy.
     if (!place->AbsolutePath().SameBytes(target->AbsolutePath()) && !isOnVolumeOf(source, place->Parent())) {
@@ -100,7 +100,7 @@ void FileReplace::Replace(const Ref<FolderItem>& source, const Ref<FolderItem>& 
 }
 
 void FileReplace::ReplaceByCopy(const Ref<FolderItem>& source, const Ref<FolderItem>& target) {
-    const Ref<FolderItem> place = GetFolderItem(target->AbsolutePath());
+    const Ref<FolderItem> place = FolderItem::Own(target->AbsolutePath());
     const ScratchFile scratch(place->Parent());
     if (!scratch.Made()) raiseError(errno);
     // Made anew under that name, with the source's rights.

@@ -151,7 +151,8 @@ void HTTPSocket::_ProcessPage() {
 void HTTPSocket::loseDownload() {
     lossReason_ = _downloadStream->FailureReason();
     // The place may be a link to the file, or a device, which is not ours to remove.
-    const Ref<FolderItem> file = _downloadStream->IsOrdinaryFile() ? GetFolderItem(_downloadFile->AbsolutePath()) : Nil;
+    const Ref<FolderItem> file =
+        _downloadStream->IsOrdinaryFile() ? FolderItem::Own(_downloadFile->AbsolutePath()) : Nil;
     _KillDownloadStream();
     if (file) file->Delete();
     breakOff(DownloadLost);

@@ -77,7 +77,7 @@ void CatalogueTest::replaceTool(const std::string& name, const std::string& scri
 }
 
 void CatalogueTest::useRealTools() {
-    Shell::SetToolsFolder(MARROWBECK_TOOLS, {"mdls", "sips"});
+    Shell::SetToolsFolder(MARROWBECK_TOOLS, {"mdls", "sips", "look"});
 }
 
 void CatalogueTest::search() {

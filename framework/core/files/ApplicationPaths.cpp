@@ -11,7 +11,7 @@ String& nameInPaths() {
 }
 
 Ref<FolderItem> executable() {
-    return GetFolderItem("/proc/self/exe");
+    return FolderItem::Own("/proc/self/exe");
 }
 
 Ref<FolderItem> prefix() {

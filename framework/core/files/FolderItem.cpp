@@ -1,42 +1,33 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "framework/core/files/FolderItem.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "base/Descriptor.h"
+#include "base/DiskFacts.h"
 #include "framework/core/files/BinaryStream.h"
+#include "framework/core/files/ChildList.h"
 #include "framework/core/files/FileType.h"
 #include "framework/core/files/Paths.h"
 #include "framework/core/files/TextInputStream.h"
 #include "framework/core/files/TextOutputStream.h"
+#include "framework/core/process/AnsweredFile.h"
 #include "framework/core/process/ShowURL.h"
-#include "framework/core/threads/Waiting.h"
 
 namespace framework {
 
+using base::PathKind;
+using internal::Disk;
+
 namespace {
-
-constexpr const char* kTypeAttribute = "user.mac.type";
-constexpr const char* kCreatorAttribute = "user.mac.creator";
-
-String readAttribute(const char* path, const char* name) {
-    std::array<char, 64> value;
-    const ssize_t size = ::lgetxattr(path, name, value.data(), value.size());
-    return size <= 0 ? String() : String(std::string_view(value.data(), static_cast<std::size_t>(size)));
-}
 
 void writeAttribute(const char* path, const char* name, const String& value) {
     // A file system without attributes, or a file of somebody else, simply goes without.
@@ -58,67 +49,24 @@ bool copyContent(base::Descriptor& from, base::Descriptor& to) {
 
 }  // namespace
 
-struct FolderItem::Entry {
-    std::string name;
-    Kind kind;
-};
-
-/// The children of a folder as they were at one moment.
-class FolderItem::Listing {
-  public:
-    explicit Listing(const char* path) {
-        errno = 0;
-        const std::unique_ptr<DIR, Close> folder(::opendir(path));
-        while (const dirent* found = folder ? ::readdir(folder.get()) : nullptr) {
-            const std::string_view name = found->d_name;
-            if (name != "." && name != "..") entries_.push_back({std::string(name), kindOf(found->d_type)});
-            LoopYield();
-            errno = 0;
-        }
-        error_ = errno;
-        constexpr std::size_t kBetweenYields = 1024;
-        std::size_t comparisons = 0;
-        std::sort(entries_.begin(), entries_.end(), [&comparisons](const Entry& a, const Entry& b) {
-            if (++comparisons % kBetweenYields == 0) LoopYield();
-            return a.name < b.name;
-        });
-    }
-
-    const std::vector<Entry>& Entries() const { return entries_; }
-    /// Why there may be more of them; 0 where these are all.
-    int Error() const { return error_; }
-
-  private:
-    struct Close {
-        void operator()(DIR* folder) const { ::closedir(folder); }
-    };
-
-    static Kind kindOf(unsigned char type) {
-        switch (type) {
-            case DT_UNKNOWN:
-                return Kind::Unknown;
-            case DT_REG:
-                return Kind::File;
-            case DT_DIR:
-                return Kind::Folder;
-            case DT_LNK:
-                return Kind::Link;
-            default:
-                return Kind::Other;
-        }
-    }
-
-    std::vector<Entry> entries_;
-    int error_ = 0;
-};
-
-FolderItem::FolderItem(const String& pathOrSaveInfo, int /*mode*/) {
+FolderItem::FolderItem(const String& pathOrSaveInfo, int /*mode*/) : disk_(Disk::Users()) {
     const std::string_view text = pathOrSaveInfo.Bytes();
-    path_ = String(Paths::IsUrl(text) ? Paths::Normalise(Paths::FromUrl(text).value_or(""))
-                                      : Paths::FollowLink(Paths::Normalise(text)));
+    path_ = String(Paths::IsUrl(text) ? disk_.Clean(Paths::FromUrl(text).value_or("")) : disk_.Follow(text));
 }
 
-FolderItem::FolderItem(Exact, String path, Kind kind) : path_(std::move(path)), listedKind_(kind) {}
+FolderItem::FolderItem(Exact, const Disk& disk, String path) : path_(std::move(path)), disk_(disk) {}
+
+std::vector<Ref<FolderItem>> FoldersOf(const std::vector<std::string>& paths) {
+    std::vector<Ref<FolderItem>> folders;
+    for (const std::string& path : Disk::Users().FoldersOf(paths)) {
+        folders.push_back(path.empty() ? Nil : New<FolderItem>(FolderItem::Exact{}, Disk::Users(), String(path)));
+    }
+    return folders;
+}
+
+Ref<FolderItem> FolderItem::Own(const String& path) {
+    return New<FolderItem>(Exact{}, Disk::Own(), String(Disk::Own().Follow(path.Bytes())));
+}
 
 FolderItem::~FolderItem() = default;
 
@@ -133,61 +81,70 @@ Ref<FolderItem> FolderItem::TrueChild(const String& name) const {
     if (path_.IsEmpty() || bytes.find_first_of(kImpossible) != std::string_view::npos) return Nil;
     const std::string path = Paths::Join(path_.Bytes(), bytes);
     const bool relative = bytes.empty() || bytes == "." || bytes == "..";
-    return New<FolderItem>(Exact{}, String(relative ? Paths::Normalise(path) : path));
+    return at(relative ? disk_.Clean(path) : path);
 }
 
 Ref<FolderItem> FolderItem::Child(const String& name) const {
     const Ref<FolderItem> child = TrueChild(name);
-    return child ? New<FolderItem>(Exact{}, String(Paths::FollowLink(child->path_.ToStd()))) : Nil;
+    return child ? at(disk_.Follow(child->path_.Bytes())) : Nil;
 }
 
-const FolderItem::Listing& FolderItem::list() const {
-    listing_ = std::make_unique<const Listing>(path());
-    return *listing_;
+Ref<FolderItem> FolderItem::at(std::string_view path) const {
+    return New<FolderItem>(Exact{}, disk_, String(path));
+}
+
+const Ref<internal::ChildList>& FolderItem::list() const {
+    return children_ = New<internal::ChildList>(disk_, path_.ToStd());
 }
 
 int FolderItem::Count() const {
-    return static_cast<int>(list().Entries().size());
+    return static_cast<int>(list()->Count());
 }
 
 int FolderItem::CountError() const {
-    return listing_ ? listing_->Error() : 0;
+    return children_ ? children_->Failure() : 0;
 }
 
 Ref<FolderItem> FolderItem::TrueItem(int index) const {
-    const std::vector<Entry>& entries = (listing_ ? *listing_ : list()).Entries();
-    if (index < 1 || static_cast<std::size_t>(index) > entries.size()) return Nil;
-    const Entry& entry = entries[static_cast<std::size_t>(index - 1)];
-    return New<FolderItem>(Exact{}, String(Paths::Join(path_.Bytes(), entry.name)), entry.kind);
+    const Ref<internal::ChildList> children = children_ ? children_ : list();
+    if (index < 1 || static_cast<std::size_t>(index) > children->Count()) return Nil;
+    const auto place = static_cast<std::size_t>(index - 1);
+    const Ref<FolderItem> child = at(Paths::Join(path_.Bytes(), children->NameAt(place)));
+    child->siblings_ = children;
+    child->place_ = place;
+    return child;
 }
 
-FolderItem::Kind FolderItem::kind() const {
-    struct stat facts;
-    if (::lstat(path(), &facts) != 0) return Kind::Missing;
-    if (S_ISREG(facts.st_mode)) return Kind::File;
-    if (S_ISDIR(facts.st_mode)) return Kind::Folder;
-    return S_ISLNK(facts.st_mode) ? Kind::Link : Kind::Other;
+base::PathFacts FolderItem::facts() const {
+    return disk_.FactsAt(path_.ToStd());
 }
 
 bool FolderItem::Exists() const {
-    return kind() != Kind::Missing;
+    return facts().kind != PathKind::missing;
 }
 
 bool FolderItem::Directory() const {
-    return kind() == Kind::Folder;
+    return facts().kind == PathKind::folder;
+}
+
+bool FolderItem::DirectoryWithin(int milliseconds) const {
+    return disk_.FactsAt(path_.ToStd(), milliseconds).kind == PathKind::folder;
+}
+
+int FolderItem::AccessError(int rights) const {
+    return disk_.AccessFailure(path_.ToStd(), rights);
 }
 
 bool FolderItem::IsSame(const Ref<FolderItem>& other) const {
-    struct stat mine;
-    struct stat its;
-    return ::lstat(path(), &mine) == 0 && ::lstat(other->path(), &its) == 0 && mine.st_dev == its.st_dev &&
-           mine.st_ino == its.st_ino;
+    const base::PathFacts mine = facts();
+    const base::PathFacts its = other->facts();
+    return mine.kind != PathKind::missing && its.kind != PathKind::missing && mine.device == its.device &&
+           mine.inode == its.inode;
 }
 
 std::uint64_t FolderItem::Length() const {
-    struct stat facts;
-    const bool there = ::stat(path(), &facts) == 0 || ::lstat(path(), &facts) == 0;
-    return there ? static_cast<std::uint64_t>(facts.st_size) : 0;
+    const auto told = internal::AnsweredFile::LengthOf(path_.Bytes());
+    return told ? *told : facts().length;
 }
 
 String FolderItem::Name() const {
@@ -212,21 +169,18 @@ String FolderItem::GetSaveInfo(const Ref<FolderItem>& /*relativeTo*/, int /*mode
 
 Ref<FolderItem> FolderItem::Parent() const {
     const std::string_view folder = Paths::EnclosingFolder(path_.Bytes());
-    return folder.empty() ? Nil : New<FolderItem>(Exact{}, String(folder));
+    return folder.empty() ? Nil : at(folder);
 }
 
 String FolderItem::Type() const {
-    const Kind listed = listedKind_ == Kind::Unknown ? kind() : listedKind_;
-    if (listed == Kind::Folder) return FileType::NameForFolder();
-    if (listed == Kind::Other) return {};
-    if (listed == Kind::Link) {
-        struct stat facts;
-        if (::stat(path(), &facts) != 0 || !S_ISREG(facts.st_mode)) return {};
-    }
+    PathKind kind = siblings_ ? siblings_->KindAt(place_) : PathKind::unknown;
+    if (kind == PathKind::unknown) kind = facts().kind;
+    if (kind == PathKind::folder) return FileType::NameForFolder();
+    if (kind == PathKind::other || kind == PathKind::link) return {};
     String byName = FileType::NameForFile(Paths::LastPart(path_.Bytes()));
     if (!byName.IsEmpty()) return byName;
-    const String code = MacType();
-    return code.IsEmpty() ? String() : FileType::NameForCodes(code, MacCreator());
+    const internal::FileCodes codes = siblings_ ? siblings_->CodesAt(place_) : this->codes();
+    return codes.type.empty() ? String() : FileType::NameForCodes(String(codes.type), String(codes.creator));
 }
 
 bool FolderItem::CreateAsFolder() const {
@@ -277,20 +231,25 @@ bool FolderItem::Launch(bool /*activate*/) const {
     return Exists() && ShowURL(URLPath());
 }
 
+internal::FileCodes FolderItem::codes() const {
+    const std::string folder(Paths::EnclosingFolder(path_.Bytes()));
+    return disk_.CodesOf(folder, {std::string(Paths::LastPart(path_.Bytes()))}).front();
+}
+
 String FolderItem::MacType() const {
-    return readAttribute(path(), kTypeAttribute);
+    return String(codes().type);
 }
 
 void FolderItem::MacType(const String& code) const {
-    writeAttribute(path(), kTypeAttribute, code);
+    writeAttribute(path(), base::typeAttribute, code);
 }
 
 String FolderItem::MacCreator() const {
-    return readAttribute(path(), kCreatorAttribute);
+    return String(codes().creator);
 }
 
 void FolderItem::MacCreator(const String& code) const {
-    writeAttribute(path(), kCreatorAttribute, code);
+    writeAttribute(path(), base::creatorAttribute, code);
 }
 
 bool FolderItem::Visible() const {
@@ -300,9 +259,8 @@ bool FolderItem::Visible() const {
 void FolderItem::Visible(bool /*visible*/) const {}
 
 int FolderItem::MacVRefNum() const {
-    struct stat facts;
-    if (::lstat(path(), &facts) != 0) return 0;
-    return static_cast<int>(static_cast<std::uint32_t>(facts.st_dev ^ (facts.st_dev >> 32U)));
+    const std::uint64_t device = facts().device;
+    return static_cast<int>(static_cast<std::uint32_t>(device ^ (device >> 32U)));
 }
 
 }  // namespace framework

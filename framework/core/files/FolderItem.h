@@ -3,10 +3,13 @@
 
 #include <sys/types.h>
 
+#include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
+#include <string_view>
+#include <vector>
 
+#include "framework/core/files/Disk.h"
 #include "framework/core/objects/Object.h"
 #include "framework/core/objects/Ref.h"
 #include "framework/core/text/String.h"
@@ -17,10 +20,19 @@ class BinaryStream;
 class TextInputStream;
 class TextOutputStream;
 
+namespace internal {
+class ChildList;
+}
+
 /// A handle on an absolute path, whether something is there or not. Paths are bytes: names that are no UTF-8, or that
 /// hold line ends, work like any other. An item stands for exactly what its path names, so that one made for a link is
 /// the link; which of the makers below follow a link is said with each. Questions are answered from the disk each time,
-/// but for the list of children. Nothing here raises; failures are False, Nil, 0 or an empty text.
+/// but for the list of children and what it tells of their types, and for the length of the file that a tool has just
+/// told of. Nothing here raises; failures are False, Nil, 0 or an empty text.
+///
+/// The disk may take its time. An item that is made from a text, or reached from such a one, is asked about aside: the
+/// thread that asks parks, and what is not answered in half a minute is not there. Files of the program's own, to which
+/// Own and SpecialFolder lead, are asked about directly. So is whatever opens, writes, moves or deletes.
 class FolderItem : public Object {
   public:
     /// From a path, relative ones starting at the current folder, with a link at its end followed; or from a text that
@@ -28,6 +40,9 @@ class FolderItem : public Object {
     /// item that does not exist and that nothing can be done with. The mode is 0.
     explicit FolderItem(const String& pathOrSaveInfo, int mode = 0);
     ~FolderItem() override;
+
+    /// From a path likewise, for the program's own files.
+    static Ref<FolderItem> Own(const String& path);
 
     /// The item called `name` in this folder, existing or not, with a link followed. An empty name gives this folder
     /// itself; a name that no file can have gives Nil.
@@ -47,6 +62,11 @@ class FolderItem : public Object {
     bool Exists() const;
     /// Whether it is a folder. A link to one is none.
     bool Directory() const;
+    /// The same, and False where the disk has not told by then.
+    bool DirectoryWithin(int milliseconds) const;
+    /// Why it, or what it leads to as a link, may not be used as `rights` of access(2) say, by the system's number; 0
+    /// where it may.
+    int AccessError(int rights) const;
     /// Whether both exist and are one and the same, by whatever paths.
     bool IsSame(const Ref<FolderItem>& other) const;
     /// Size in bytes, 0 when there is nothing. Of a link, that of what it leads to, as its content is that one's.
@@ -107,25 +127,32 @@ class FolderItem : public Object {
     int MacVRefNum() const;
 
   private:
+    friend std::vector<Ref<FolderItem>> FoldersOf(const std::vector<std::string>& paths);
+
     /// Tag: the path is used as it stands.
     struct Exact {};
-    enum class Kind : std::uint8_t { Unknown, Missing, File, Folder, Link, Other };
-    struct Entry;
-    class Listing;
 
   public:
-    FolderItem(Exact, String path, Kind kind = Kind::Unknown);
+    FolderItem(Exact, const internal::Disk& disk, String path);
 
   private:
     const char* path() const { return path_.CString(); }
-    Kind kind() const;
-    const Listing& list() const;
+    Ref<FolderItem> at(std::string_view path) const;
+    base::PathFacts facts() const;
+    internal::FileCodes codes() const;
+    const Ref<internal::ChildList>& list() const;
 
     String path_;
-    /// What the listing of the enclosing folder said, so that typing its children costs no look at the disk.
-    Kind listedKind_ = Kind::Unknown;
-    mutable std::unique_ptr<const Listing> listing_;
+    internal::Disk disk_;
+    mutable Ref<internal::ChildList> children_;
+    /// The list that this comes from, and its place there, so that the types of children cost no question each.
+    Ref<internal::ChildList> siblings_;
+    std::size_t place_ = 0;
 };
+
+/// The folders of several absolute paths, each with a link at its end followed; Nil where that leads to no folder. All
+/// are asked about at once.
+std::vector<Ref<FolderItem>> FoldersOf(const std::vector<std::string>& paths);
 
 /// The item of a path or of a text that GetSaveInfo gave, as FolderItem's constructor makes it; Nil for a text that can
 /// be no path, the empty one above all.

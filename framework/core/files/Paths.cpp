@@ -7,9 +7,9 @@
 #include <array>
 #include <climits>
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
 
+#include "base/Paths.h"
+#include "framework/core/files/Disk.h"
 #include "framework/core/text/Characters.h"
 
 namespace framework::Paths {
@@ -18,34 +18,9 @@ namespace {
 
 constexpr std::string_view kScheme = "file:";
 
-struct Free {
-    void operator()(char* block) const { std::free(block); }
-};
-using CText = std::unique_ptr<char, Free>;
-
-std::string currentFolder() {
-    const CText folder(::getcwd(nullptr, 0));
-    return folder ? folder.get() : "/";
-}
-
-/// The path with all links on its way resolved; the path as it is when nothing is there.
-std::string real(const std::string& path) {
-    const CText resolved(::realpath(path.c_str(), nullptr));
-    return resolved ? resolved.get() : path;
-}
-
 bool isLetterOrDigit(char byte) {
     const char lower = FoldAscii(byte);
     return (lower >= 'a' && lower <= 'z') || (byte >= '0' && byte <= '9');
-}
-
-/// Where the link at `path` leads, empty when there is no link.
-std::string linkTarget(const std::string& path) {
-    char target[PATH_MAX];
-    const ssize_t size = ::readlink(path.c_str(), target, sizeof target);
-    if (size <= 0) return {};
-    const std::string_view text(target, static_cast<std::size_t>(size));
-    return text.front() == '/' ? std::string(text) : Join(EnclosingFolder(path), text);
 }
 
 bool sameFolded(std::string_view one, std::string_view other) {
@@ -68,52 +43,24 @@ int hexDigit(char byte) {
 
 }  // namespace
 
-std::string Normalise(std::string_view path) {
-    if (path.empty() || path.find('\0') != std::string_view::npos) return {};
-    std::string clean = path.front() == '/' ? "/" : currentFolder();
-    while (!path.empty()) {
-        const std::size_t end = std::min(path.find('/'), path.size());
-        const std::string_view part = path.substr(0, end);
-        path.remove_prefix(std::min(end + 1, path.size()));
-        if (part.empty() || part == ".") continue;
-        if (part == "..") {
-            const std::string here = real(clean);
-            const std::string_view above = EnclosingFolder(here);
-            clean = above.empty() ? "/" : std::string(above);
-        } else {
-            clean = Join(clean, part);
-        }
-    }
-    return clean;
+std::string Absolute(std::string_view path) {
+    return base::absolutePath(path);
 }
 
-std::string FollowLink(std::string path) {
-    constexpr int kMostLinks = 40;  // as many as the kernel follows
-    std::string first = path;
-    for (int links = 0; links <= kMostLinks; ++links) {
-        const std::string target = linkTarget(path);
-        if (target.empty()) return path;
-        path = Normalise(target);
-    }
-    return first;
+std::string Normalise(std::string_view path) {
+    return internal::Disk::Users().Clean(path);
 }
 
 std::string_view LastPart(std::string_view path) {
-    return path == "/" ? path : path.substr(path.rfind('/') + 1);
+    return base::lastPart(path);
 }
 
 std::string_view EnclosingFolder(std::string_view path) {
-    const std::size_t slash = path.rfind('/');
-    if (path.size() <= 1 || slash == std::string_view::npos) return {};
-    return path.substr(0, slash == 0 ? 1 : slash);
+    return base::enclosingFolder(path);
 }
 
 std::string Join(std::string_view folder, std::string_view name) {
-    std::string joined;
-    joined.reserve(folder.size() + 1 + name.size());
-    joined = folder;
-    if (!folder.ends_with('/')) joined += '/';
-    return joined += name;
+    return base::joined(folder, name);
 }
 
 std::string EscapeForShell(std::string_view path) {

@@ -10,14 +10,13 @@
 /// What can be said of a path from its bytes. None of these raises.
 namespace framework::Paths {
 
-/// The path made absolute by the current folder, without ".", ".." and needless slashes. What stands before a ".." is
-/// looked up on the disk, so that the way up from a linked folder is the real one. Empty when no file can have the
-/// path.
-std::string Normalise(std::string_view path);
+/// The path made absolute by the current folder, and no more: no disk is asked. Empty when no file can have the path.
+std::string Absolute(std::string_view path);
 
-/// Follows the link that an absolute path may name, and further links, to the end. The path of what is there, or would
-/// be there when the last link leads nowhere; links that lead in a circle stay as they are.
-std::string FollowLink(std::string path);
+/// The path made absolute by the current folder, without ".", ".." and needless slashes. What stands before a ".." is
+/// looked up on the disk, aside, so that the way up from a linked folder is the real one. Empty when no file can have
+/// the path.
+std::string Normalise(std::string_view path);
 
 /// The part of an absolute path behind its last slash; "/" for the root.
 std::string_view LastPart(std::string_view path);

@@ -46,11 +46,11 @@ std::string unquote(std::string_view text) {
 }
 
 /// The setting `key` of the desktop's user folders. Its value is absolute or starts with "$HOME/".
-Ref<FolderItem> userFolder(std::string_view key, std::string_view standard) {
+String userFolder(std::string_view key, std::string_view standard) {
     constexpr std::string_view kHome = "$HOME";
     std::string path = Paths::Join(home(), standard);
     const std::string settings = inHome("XDG_CONFIG_HOME", ".config") + "/user-dirs.dirs";
-    const Ref<TextInputStream> stream = New<FolderItem>(String(settings))->OpenAsTextFile();
+    const Ref<TextInputStream> stream = FolderItem::Own(String(settings))->OpenAsTextFile();
     while (stream && !stream->EndOfFile()) {
         const String line = stream->ReadLine();
         std::string_view text = line.Bytes();
@@ -60,34 +60,34 @@ Ref<FolderItem> userFolder(std::string_view key, std::string_view standard) {
         if (value == kHome || value.starts_with("$HOME/")) path = home() + value.substr(kHome.size());
         if (value.starts_with('/')) path = value;
     }
-    return New<FolderItem>(String(path));
+    return String(path);
 }
 
 }  // namespace
 
 Ref<FolderItem> ApplicationData() {
-    return New<FolderItem>(String(inHome("XDG_DATA_HOME", ".local/share")));
+    return FolderItem::Own(String(inHome("XDG_DATA_HOME", ".local/share")));
 }
 
 Ref<FolderItem> Home() {
-    return New<FolderItem>(String(home()));
+    return FolderItem::Own(String(home()));
 }
 
 Ref<FolderItem> Desktop() {
-    return userFolder("XDG_DESKTOP_DIR", "Desktop");
+    return FolderItem::Own(userFolder("XDG_DESKTOP_DIR", "Desktop"));
 }
 
 Ref<FolderItem> Downloads() {
-    return userFolder("XDG_DOWNLOAD_DIR", "Downloads");
+    return FolderItem::Own(userFolder("XDG_DOWNLOAD_DIR", "Downloads"));
 }
 
 Ref<FolderItem> Pictures() {
-    return userFolder("XDG_PICTURES_DIR", "Pictures");
+    return GetFolderItem(userFolder("XDG_PICTURES_DIR", "Pictures"));
 }
 
 Ref<FolderItem> Temporary() {
     const std::string path = fromEnvironment("TMPDIR");
-    return New<FolderItem>(String(path.empty() ? "/tmp" : path));
+    return FolderItem::Own(String(path.empty() ? "/tmp" : path));
 }
 
 }  // namespace framework::SpecialFolder

@@ -30,7 +30,7 @@ std::string unescape(std::string_view text) {
 
 std::vector<std::string> mountPoints() {
     std::vector<std::string> points = {"/"};
-    const Ref<TextInputStream> mounts = New<FolderItem>("/proc/self/mounts")->OpenAsTextFile();
+    const Ref<TextInputStream> mounts = FolderItem::Own("/proc/self/mounts")->OpenAsTextFile();
     while (mounts && !mounts->EndOfFile()) {
         const String line = mounts->ReadLine();
         std::string_view rest = line.Bytes();

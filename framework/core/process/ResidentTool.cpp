@@ -5,13 +5,16 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <cstdint>
 #include <utility>
 #include <vector>
 
 #include "base/FaultSignals.h"
+#include "framework/core/process/AnsweredFile.h"
 #include "framework/core/process/CommandLine.h"
 #include "framework/core/threads/Scheduler.h"
 #include "framework/core/threads/Waiting.h"
@@ -50,6 +53,13 @@ constexpr std::chrono::seconds kPatience{30};
 /// What a shell adds to the number of a signal.
 constexpr int kSignalStatus = 128;
 
+/// The time up to `end`, below 0 for ever.
+int millisecondsUntil(ResidentTool::Clock::time_point end) {
+    if (end == ResidentTool::Clock::time_point::max()) return -1;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - ResidentTool::Clock::now()).count();
+    return static_cast<int>(std::max<std::int64_t>(left, 0));
+}
+
 /// The words behind the tool's name. A bare name asks for no more than to be told how to ask, and is no request.
 std::optional<Arguments> argumentsOf(const std::string& line) {
     std::optional<std::vector<std::string>> words = PlainWords(line);
@@ -73,12 +83,15 @@ class ResidentTool::Question {
     std::uint32_t Id() const { return id_; }
     bool IsSettled() const { return settled_; }
     std::optional<Answer>& GetAnswer() { return answer_; }
+    /// Whether the answer still tells how its file is.
+    bool Holds() const { return Clock::now() - settledAt_ < std::chrono::milliseconds(kAnswerHoldsMilliseconds); }
 
     /// Who waits is woken, whether the answer has come or never will.
     void Settle(std::optional<Answer> answer) {
         tool_.pending_.erase(id_);
         answer_ = std::move(answer);
         settled_ = true;
+        settledAt_ = Clock::now();
         if (waiting_) Scheduler::Instance().Wake(*waiting_);
     }
 
@@ -90,6 +103,7 @@ class ResidentTool::Question {
     std::uint32_t id_;
     Thread* waiting_ = nullptr;
     bool settled_ = false;
+    Clock::time_point settledAt_{};
     std::optional<Answer> answer_;
 };
 
@@ -102,24 +116,26 @@ ResidentTool::~ResidentTool() {
 std::optional<ResidentTool::Result> ResidentTool::Ask(const std::string& line) {
     if (const std::unique_ptr<Question> early = takeExpected(line)) {
         std::optional<Result> result = await(*early);
-        const auto& about = early->GetAnswer() ? early->GetAnswer()->about : std::nullopt;
-        if (result && about && look_.at(about->path) == about->file) return result;
+        if (result && early->Holds()) return result;
     }
-    look_.forget();
     const std::optional<Arguments> arguments = argumentsOf(line);
-    const auto giveUp = std::chrono::steady_clock::now() + kPatience;
-    for (bool again = false; arguments && isRunning(); again = true) {
-        if (again && std::chrono::steady_clock::now() > giveUp) break;
+    return arguments ? Ask(*arguments, Clock::time_point::max()) : std::nullopt;
+}
+
+std::optional<ResidentTool::Result> ResidentTool::Ask(const Arguments& words, Clock::time_point end) {
+    const auto giveUp = Clock::now() + kPatience;
+    for (bool again = false; isRunning(); again = true) {
+        if (again && Clock::now() > giveUp) break;
         Question question(*this);
-        send(requestFrame(question.Id(), *arguments));
-        if (auto result = await(question)) return result;
+        send(requestFrame(question.Id(), words));
+        if (auto result = await(question, end)) return result;
         if (again) Pause(kRestMilliseconds);
     }
     return std::nullopt;
 }
 
-/// Returns when the question is settled.
-std::optional<ResidentTool::Result> ResidentTool::await(Question& question) {
+/// Returns when the question is settled or it is `end`.
+std::optional<ResidentTool::Result> ResidentTool::await(Question& question, Clock::time_point end) {
     question.WaitedFor();
     if (!question.IsSettled()) receive();
     bool prompt = true;
@@ -129,11 +145,16 @@ std::optional<ResidentTool::Result> ResidentTool::await(Question& question) {
             pollfd awaited{output, POLLIN, 0};
             poll(&awaited, 1, kPromptMilliseconds);
         } else {
-            WaitReadable(output, unsent_.empty() ? -1 : kOfferMilliseconds);
+            const int left = millisecondsUntil(end);
+            if (left == 0) return Result{{}, {}, kUnanswered};
+            WaitReadable(output, unsent_.empty() ? left
+                                 : left < 0      ? kOfferMilliseconds
+                                                 : std::min(left, kOfferMilliseconds));
         }
         if (!question.IsSettled()) receive();
     }
     if (!question.GetAnswer()) return std::nullopt;
+    if (const auto& about = question.GetAnswer()->about) AnsweredFile::Note(*about);
     return std::move(question.GetAnswer()->result);
 }
 

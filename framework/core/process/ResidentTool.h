@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -23,6 +24,7 @@ namespace internal {
 class ResidentTool {
   public:
     using Result = base::ToolResult;
+    using Clock = std::chrono::steady_clock;
 
     /// How its process is started; nothing when it cannot be.
     using Start = std::function<std::optional<ChildProcess>()>;
@@ -38,8 +40,13 @@ class ResidentTool {
     /// One that somebody else ends is started anew, for half a minute a question.
     std::optional<Result> Ask(const std::string& line);
 
-    /// Asks ahead what will be asked soon, by the very same line. The answer is taken only if the file that it is about
-    /// is then still what it was.
+    /// The same by the words behind the tool's name. What is not answered by `end` is dropped, and its status is
+    /// `kUnanswered`.
+    std::optional<Result> Ask(const base::Arguments& words, Clock::time_point end);
+    static constexpr int kUnanswered = -1;
+
+    /// Asks ahead what will be asked soon, by the very same line. The answer is taken only if it is then no older than
+    /// kAnswerHoldsMilliseconds.
     void Expect(const std::string& line);
     /// What is expected will not be asked.
     void ExpectNothing();
@@ -51,7 +58,7 @@ class ResidentTool {
     class Question;
 
     bool isRunning();
-    std::optional<Result> await(Question& question);
+    std::optional<Result> await(Question& question, Clock::time_point end = Clock::time_point::max());
     std::unique_ptr<Question> takeExpected(const std::string& line);
     void send(const std::string& frame);
     void flush();
@@ -66,7 +73,6 @@ class ResidentTool {
     /// Those on their way.
     std::map<std::uint32_t, Question*> pending_;
     std::unordered_map<std::string, std::unique_ptr<Question>> expected_;
-    base::FileLook look_;
     std::uint32_t lastId_ = 0;
     /// How often it has failed since it gave an answer.
     int deaths_ = 0;

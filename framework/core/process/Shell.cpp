@@ -83,8 +83,7 @@ std::map<std::string, ResidentTool, std::less<>>& residentTools() {
 
 /// The tool whose name a line begins with; null for any other line.
 ResidentTool* residentTool(std::string_view line) {
-    const auto found = residentTools().find(line.substr(0, line.find(' ')));
-    return found == residentTools().end() ? nullptr : &found->second;
+    return internal::ResidentToolCalled(line.substr(0, line.find(' ')));
 }
 
 /// Starts the command of `line`: by itself when the line is nothing but words, which saves a process, and through the
@@ -110,6 +109,11 @@ ChildProcess start(const std::string& line) {
 }
 
 }  // namespace
+
+ResidentTool* internal::ResidentToolCalled(std::string_view name) {
+    const auto found = residentTools().find(name);
+    return found == residentTools().end() ? nullptr : &found->second;
+}
 
 void Shell::SetToolsFolder(const String& folder, const std::vector<std::string>& resident) {
     toolsFolder() = folder.ToStd();

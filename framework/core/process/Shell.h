@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "framework/core/objects/Object.h"
@@ -34,9 +35,8 @@ class Shell : public Object {
     /// Starts the resident tools, so that the first command finds them ready.
     static void Prepare();
 
-    /// A hint that `command` will be executed soon, for a resident tool to answer ahead; the answer counts only while
-    /// the file that it is about stays as it is. Without effect for any other line. To be given for a few dozen at a
-    /// time.
+    /// A hint that `command` will be executed soon, for a resident tool to answer ahead; the answer counts for two
+    /// seconds. Without effect for any other line. To be given for a few dozen at a time.
     static void Expect(const String& command);
     /// What was expected will not come.
     static void ExpectNothing();
@@ -45,5 +45,14 @@ class Shell : public Object {
     int errorCode_ = 0;
     String result_;
 };
+
+namespace internal {
+
+class ResidentTool;
+
+/// The tool of this name, if it is one of those that stay open, else null.
+ResidentTool* ResidentToolCalled(std::string_view name);
+
+}  // namespace internal
 
 }  // namespace framework

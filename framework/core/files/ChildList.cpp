@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "framework/core/files/ChildList.h"
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+#include "framework/core/files/FileType.h"
+#include "framework/core/threads/Waiting.h"
+
+namespace framework::internal {
+
+using base::PathKind;
+
+namespace {
+
+/// As many files as are asked about their codes at once: their names fit into a question.
+constexpr std::size_t kCodesAtOnce = 1024;
+
+}  // namespace
+
+ChildList::ChildList(const Disk& disk, std::string folder) : disk_(disk), folder_(std::move(folder)) {
+    Disk::Children children = disk_.ChildrenOf(folder_);
+    text_ = std::move(children.text);
+    areKindsFinal_ = children.areKindsFinal;
+    const std::size_t end = std::min(text_.find('\0'), text_.size());
+    std::from_chars(text_.data(), text_.data() + end, failure_);
+    for (std::size_t start = end + 1; start < text_.size();) {
+        starts_.push_back(static_cast<std::uint32_t>(start));
+        start = std::min(text_.find('\0', start), text_.size()) + 1;
+        LoopYield();
+    }
+    starts_.shrink_to_fit();
+}
+
+std::string_view ChildList::NameAt(std::size_t index) const {
+    return text_.c_str() + starts_[index] + 1;
+}
+
+PathKind ChildList::KindAt(std::size_t index) const {
+    const auto kind = static_cast<PathKind>(text_[starts_[index]]);
+    return kind == PathKind::link && !areKindsFinal_ ? PathKind::unknown : kind;
+}
+
+FileCodes ChildList::CodesAt(std::size_t index) const {
+    if (asked_.empty()) asked_.resize(Count());
+    if (!asked_[index]) askCodesFrom(index);
+    const auto found = codes_.find(index);
+    return found == codes_.end() ? FileCodes() : found->second;
+}
+
+bool ChildList::wantsCodes(std::size_t index) const {
+    const PathKind kind = KindAt(index);
+    return (kind == PathKind::file || kind == PathKind::linkToFile) && FileType::NameForFile(NameAt(index)).IsEmpty();
+}
+
+void ChildList::askCodesFrom(std::size_t index) const {
+    std::vector<std::size_t> indexes{index};
+    std::vector<std::string> names{std::string(NameAt(index))};
+    for (std::size_t next = index + 1; next < Count() && names.size() < kCodesAtOnce; ++next) {
+        LoopYield();
+        if (asked_[next] || !wantsCodes(next)) continue;
+        indexes.push_back(next);
+        names.emplace_back(NameAt(next));
+    }
+    std::vector<FileCodes> codes = disk_.CodesOf(folder_, names);
+    for (std::size_t i = 0; i < indexes.size(); ++i) {
+        asked_[indexes[i]] = true;
+        if (!codes[i].type.empty()) codes_.insert_or_assign(indexes[i], std::move(codes[i]));
+    }
+}
+
+}  // namespace framework::internal

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/Frames.h"
+
+namespace framework::internal {
+
+/// How long what a tool tells of a file goes for how the file is.
+inline constexpr int kAnswerHoldsMilliseconds = 2000;
+
+/// The file that the last answer of a resident tool was about: the tool has looked at it, so that nobody else needs to.
+namespace AnsweredFile {
+
+void Note(const base::AboutFile& about);
+
+/// Its length in bytes, if it is the file at `path` and the answer still holds.
+std::optional<std::uint64_t> LengthOf(std::string_view path);
+
+}  // namespace AnsweredFile
+}  // namespace framework::internal
