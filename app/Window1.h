@@ -127,6 +127,9 @@ class Window1 : public Window {
 
     /// Whether the columns have shared their room by the rows of this search; its end does it once more.
     bool columnsShared = false;
+    /// A search is about to start, and a folder is being chosen.
+    bool isStarting = false;
+    bool isChoosing = false;
 
     void ShowColumns();
     void RestoreState();
@@ -134,7 +137,10 @@ class Window1 : public Window {
     void SearchIndex();
     void ShowFilterState(bool filtered);
     void ShowSearchState(const String& text);
-    void ChooseFolder(const Ref<FolderItem>& fallback);
+    /// Where the dialog opens when no folder was ever searched.
+    enum class Fallback { Pictures, Desktops };
+    void ChooseFolder(Fallback fallback);
+    void choose(Fallback fallback);
     void ShowSelectedRow();
     Ref<FolderItem> SelectedFile() const;
 };

@@ -42,8 +42,15 @@ SearchedWindow::~SearchedWindow() {
 
 Duration SearchedWindow::Search(const std::string& folder, bool subfolders) {
     window_->Subfoldercheckbox->Value(subfolders);
-    return Measure([&folder] { App::Current()->Event_OpenDocument(New<FolderItem>(String(folder))); },
-                   [this] { return window_->SizeThread1->State() != Thread::NotRunning; });
+    bool opened = false;
+    return Measure(
+        [&] {
+            OnOwnThread([&] {
+                App::Current()->Event_OpenDocument(New<FolderItem>(String(folder)));
+                opened = true;
+            });
+        },
+        [&] { return !opened || window_->SizeThread1->State() != Thread::NotRunning; });
 }
 
 Duration SearchedWindow::ClickHeading(int column) {

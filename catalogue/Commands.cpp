@@ -4,10 +4,27 @@
 #include "app/Window1.h"
 
 namespace marrowbeck {
+namespace {
+
+/// True as long as this lives.
+class Raised {
+  public:
+    explicit Raised(bool& flag) : flag_(flag) { flag_ = true; }
+    ~Raised() { flag_ = false; }
+    Raised(const Raised&) = delete;
+    Raised& operator=(const Raised&) = delete;
+
+  private:
+    bool& flag_;
+};
+
+}  // namespace
 
 // A search starts only while none runs; a request in between starts nothing and is not kept.
 void Window1::StartSearch() {
-    if (SizeThread1->State() != Thread::NotRunning) return;
+    // While one handler empties the thumbnails, which takes its time, another may come.
+    if (SizeThread1->State() != Thread::NotRunning || isStarting) return;
+    const Raised starting(isStarting);
     totalnumber->Text("");
     // The thumbnails of the list that is about to go.
     const Ref<FolderItem> thumbnails = Preferences::ThumbnailsFolder();
@@ -15,9 +32,13 @@ void Window1::StartSearch() {
     SizeThread1->Run();
 }
 
-// A folder that waits to be searched goes before a choice. `fallback` is where the dialog opens when no folder was ever
-// searched; with Nil the desktop decides.
-void Window1::ChooseFolder(const Ref<FolderItem>& fallback) {
+void Window1::ChooseFolder(Fallback fallback) {
+    if (!isChoosing) OnOwnThread([this, fallback] { choose(fallback); });
+}
+
+// A folder that waits to be searched goes before a choice.
+void Window1::choose(Fallback fallback) {
+    const Raised choosing(isChoosing);
     Ref<FolderItem> previous;
     if (!gDropFolderpath) {
         if (gD) previous = gD;
@@ -26,7 +47,11 @@ void Window1::ChooseFolder(const Ref<FolderItem>& fallback) {
         dialog->Title("Marrowbeck");
         dialog->PromptText("Choose a Folder of Images");
         const String lastFolder = App::Current()->gFolder;
-        dialog->InitialDirectory(lastFolder.IsEmpty() ? fallback : GetFolderItem(lastFolder, 0));
+        if (!lastFolder.IsEmpty()) {
+            dialog->InitialDirectory(GetFolderItem(lastFolder, 0));
+        } else if (fallback == Fallback::Pictures) {
+            dialog->InitialDirectory(SpecialFolder::Pictures());
+        }
         gD = dialog->ShowModalWithin(Global<Window1>());
     }
     if (gD) {
@@ -37,13 +62,13 @@ void Window1::ChooseFolder(const Ref<FolderItem>& fallback) {
 }
 
 void Window1::ChooseBtn_Action(PushButton&) {
-    ChooseFolder(SpecialFolder::Pictures());
+    ChooseFolder(Fallback::Pictures);
 }
 
 void Window1::MyToolbar_Action(Toolbar& sender, const Ref<ToolItem>& item) {
     const String name = item->Name();
     if (name == "ChooseFolderTB") {
-        ChooseFolder(Nil);
+        ChooseFolder(Fallback::Desktops);
     } else if (name == "RefreshTB") {
         StartSearch();
     } else if (name == "ShowImageTB") {

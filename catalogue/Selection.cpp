@@ -49,16 +49,20 @@ Ref<FolderItem> Window1::SelectedFile() const {
 }
 
 void Window1::ShowFile(const String&) {
-    if (const Ref<FolderItem> file = SelectedFile()) RevealInFileManager(file);
+    OnOwnThread([this] {
+        if (const Ref<FolderItem> file = SelectedFile()) RevealInFileManager(file);
+    });
 }
 
 // Only what has a preview is opened.
 void Window1::OpenPhoto(const String&) {
-    const Ref<FolderItem> file = SelectedFile();
-    if (!file || !pic) return;
-    // The first colon is the scheme's; those of the path would be misread by some viewers.
-    const String escaped = ReplaceAll(file->URLPath(), ":", "%3A");
-    ShowURL(Replace(escaped, "%3A", ":"));
+    OnOwnThread([this] {
+        const Ref<FolderItem> file = SelectedFile();
+        if (!file || !pic) return;
+        // The first colon is the scheme's; those of the path would be misread by some viewers.
+        const String escaped = ReplaceAll(file->URLPath(), ":", "%3A");
+        ShowURL(Replace(escaped, "%3A", ":"));
+    });
 }
 
 }  // namespace marrowbeck

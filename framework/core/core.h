@@ -35,6 +35,7 @@
 #include "framework/core/text/Text.h"
 #include "framework/core/text/TextEncoding.h"
 #include "framework/core/threads/Event.h"
+#include "framework/core/threads/OwnThread.h"
 #include "framework/core/threads/StackCheck.h"
 #include "framework/core/threads/Thread.h"
 #include "framework/core/threads/Waiting.h"

@@ -63,7 +63,7 @@ TEST_F(Start, NoConnectionIsMadeWhenTheCheckIsOff) {
 TEST_F(Start, AFolderThatIsMissingIsToldByName) {
     theSite = {};
     framework::internal::RaiseOpen();
-    framework::internal::RaiseOpenDocument(New<FolderItem>(String(folder + "/missing")));
+    framework::internal::RaiseOpenDocuments({folder + "/missing"});
     EXPECT_THAT(messages, ElementsAre(StartsWith(folder + "/missing does not exist.")));
     EXPECT_EQ(App::Current()->gFolder, String());
 }

@@ -9,9 +9,8 @@
 int main(int argc, char** argv) {
     using framework::DocumentService;
     const QCoreApplication application(argc, argv);
-    std::vector<framework::Ref<framework::FolderItem>> items;
-    for (int i = 2; i < argc; ++i) items.push_back(framework::New<framework::FolderItem>(framework::String(argv[i])));
-    const DocumentService service(argv[1], items, {});
+    const std::vector<std::string> paths(argv + 2, argv + argc);
+    const DocumentService service(argv[1], paths, {});
     switch (service.GetRole()) {
         case DocumentService::Role::Alone:
             return std::fputs("alone", stdout) < 0;

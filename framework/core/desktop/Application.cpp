@@ -9,6 +9,7 @@
 #include "framework/core/desktop/Alert.h"
 #include "framework/core/files/FolderItem.h"
 #include "framework/core/threads/Dispatch.h"
+#include "framework/core/threads/OwnThread.h"
 #include "framework/core/threads/Scheduler.h"
 
 namespace framework {
@@ -92,21 +93,30 @@ bool Application::RunMenuHandler(const String& name) {
 void Application::open() {
     Dispatch([this] { Event_Open(); });
     opened_ = true;
-    for (auto items = std::exchange(waitingDocuments_, {}); const Ref<FolderItem>& item : items) openDocument(item);
+    for (auto openings = std::exchange(waitingDocuments_, {}); auto& paths : openings) openDocuments(std::move(paths));
 }
 
-void Application::openDocument(const Ref<FolderItem>& item) {
+void Application::openDocuments(std::vector<std::string> paths) {
     if (quitting_) return;
-    if (opened_ && !item->Exists()) {
-        const String text = item->AbsolutePath() + " does not exist. It may have been moved, renamed or deleted.";
-        // Who typed the name looks there.
-        std::fprintf(stderr, "%s\n", text.CString());
-        MsgBox(text);
-    } else if (opened_) {
-        Dispatch([&] { Event_OpenDocument(item); });
-    } else {
-        waitingDocuments_.push_back(item);
+    if (!opened_) {
+        waitingDocuments_.push_back(std::move(paths));
+        return;
     }
+    OnOwnThread([self = Ref<Application>(this), paths = std::move(paths)] {
+        for (const std::string& path : paths) self->openDocument(path);
+    });
+}
+
+void Application::openDocument(const std::string& path) {
+    const Ref<FolderItem> item = New<FolderItem>(String(path));
+    if (item->Exists()) {
+        Dispatch([&] { Event_OpenDocument(item); });
+        return;
+    }
+    const String text = item->AbsolutePath() + " does not exist. It may have been moved, renamed or deleted.";
+    // Who typed the name looks there.
+    std::fprintf(stderr, "%s\n", text.CString());
+    MsgBox(text);
 }
 
 /// The close events, once; False when they were given before.
@@ -123,6 +133,7 @@ bool Application::close() {
 }
 
 void Application::quit(int code) {
+    if (!quitting_) Scheduler::Instance().KillHandlers();
     if (!close()) return;
     Scheduler::Instance().KillAll();
     QCoreApplication::exit(code != 0 ? code : status_);
@@ -159,8 +170,8 @@ void CloseForGood() {
     if (const Ref<Application> application = Application::Current()) application->close();
 }
 
-void RaiseOpenDocument(const Ref<FolderItem>& item) {
-    Application::Current()->openDocument(item);
+void RaiseOpenDocuments(std::vector<std::string> paths) {
+    Application::Current()->openDocuments(std::move(paths));
 }
 
 }  // namespace internal

@@ -27,8 +27,9 @@ bool IsQuitting();
 /// Gives the windows and the application their close events as Quit does, for a process that is about to be ended from
 /// elsewhere. Serves no events and lets no thread go on.
 void CloseForGood();
-/// Hands an item to the application's OpenDocument event; until RaiseOpen is over the item waits.
-void RaiseOpenDocument(const Ref<FolderItem>& item);
+/// Hands the files and folders at these paths to the application's OpenDocument event, one after the other, on a thread
+/// of their own, since their disk may take its time. Until RaiseOpen is over they wait.
+void RaiseOpenDocuments(std::vector<std::string> paths);
 
 }  // namespace internal
 
@@ -79,17 +80,18 @@ class Application : public Object {
     friend void internal::RaiseOpen();
     friend bool internal::IsQuitting();
     friend void internal::CloseForGood();
-    friend void internal::RaiseOpenDocument(const Ref<FolderItem>& item);
+    friend void internal::RaiseOpenDocuments(std::vector<std::string> paths);
 
     void open();
-    void openDocument(const Ref<FolderItem>& item);
+    void openDocuments(std::vector<std::string> paths);
+    void openDocument(const std::string& path);
     bool close();
     void quit(int code);
 
     bool opened_ = false;
     bool quitting_ = false;
     int status_ = 0;
-    std::vector<Ref<FolderItem>> waitingDocuments_;
+    std::vector<std::vector<std::string>> waitingDocuments_;
     int major_ = 0;
     int minor_ = 0;
     int bug_ = 0;

@@ -51,24 +51,30 @@ class DocumentService::Endpoint : public QDBusVirtualObject {
         // Answered before it is carried out: opening may show a message, and the caller is not to wait for a person.
         connection.send(message.createReply());
         if (activate_) activate_();
-        if (member == "Open" && !message.arguments().isEmpty()) {
-            for (const QString& url : message.arguments().first().toStringList()) {
-                const std::string text = url.toStdString();
-                if (const auto path = Paths::FromUrl(text)) {
-                    internal::RaiseOpenDocument(GetFolderItem(String(*path)));
-                } else {
-                    MsgBox(String(text + " is no folder of this computer."));
-                }
-            }
-        }
+        if (member == "Open" && !message.arguments().isEmpty()) open(message.arguments().first().toStringList());
         return true;
     }
 
   private:
+    static void open(const QStringList& urls) {
+        std::vector<std::string> paths;
+        std::vector<std::string> foreign;
+        for (const QString& url : urls) {
+            const std::string text = url.toStdString();
+            if (auto path = Paths::FromUrl(text)) {
+                paths.push_back(*std::move(path));
+            } else {
+                foreign.push_back(text);
+            }
+        }
+        if (!paths.empty()) internal::RaiseOpenDocuments(std::move(paths));
+        for (const std::string& url : foreign) MsgBox(String(url + " is no folder of this computer."));
+    }
+
     std::function<void()> activate_;
 };
 
-DocumentService::DocumentService(const String& name, const std::vector<Ref<FolderItem>>& items,
+DocumentService::DocumentService(const String& name, const std::vector<std::string>& paths,
                                  std::function<void()> activate) {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) return;
@@ -87,7 +93,7 @@ DocumentService::DocumentService(const String& name, const std::vector<Ref<Folde
     endpoint_.reset();
 
     QStringList urls;
-    for (const Ref<FolderItem>& item : items) urls.append(QString::fromUtf8(item->URLPath().CString()));
+    for (const std::string& path : paths) urls.append(QString::fromStdString(Paths::ToUrl(Paths::Absolute(path))));
     auto call =
         QDBusMessage::createMethodCall(busName, pathOf(busName), kInterface, urls.isEmpty() ? "Activate" : "Open");
     if (!urls.isEmpty()) call << urls;

@@ -3,10 +3,9 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
-#include "framework/core/files/FolderItem.h"
-#include "framework/core/objects/Ref.h"
 #include "framework/core/text/String.h"
 
 namespace framework {
@@ -25,9 +24,10 @@ class DocumentService {
         HandedOver
     };
 
-    /// Takes part under `name`, such as "com.example.program". `items` are what this process was asked to open; they
-    /// are only sent away here, never opened. `activate` brings the program's windows to the front.
-    DocumentService(const String& name, const std::vector<Ref<FolderItem>>& items, std::function<void()> activate);
+    /// Takes part under `name`, such as "com.example.program". `paths` are of what this process was asked to open; they
+    /// are only sent away here, never opened, and no disk is asked about them. `activate` brings the program's windows
+    /// to the front.
+    DocumentService(const String& name, const std::vector<std::string>& paths, std::function<void()> activate);
     ~DocumentService();
 
     Role GetRole() const { return role_; }

@@ -45,10 +45,10 @@ std::string lettersOf(int rights) {
 
 }  // namespace
 
-base::PathFacts Disk::FactsAt(const std::string& path, int milliseconds) const {
+base::PathFacts Disk::FactsAt(const std::string& path) const {
     if (path.empty()) return {};
     if (aside_) {
-        if (const auto answer = Aside::Ask({"at", path}, milliseconds)) {
+        if (const auto answer = Aside::Ask({"at", path})) {
             std::string_view text = answer->text;
             return base::factsFrom(takeField(text));
         }
@@ -82,13 +82,13 @@ std::string Disk::Follow(std::string_view path) const {
     return base::followedLink(base::cleanPath(whole));
 }
 
-std::vector<std::string> Disk::FoldersOf(const std::vector<std::string>& paths) const {
+std::vector<std::string> Disk::FoldersOf(const std::vector<std::string>& paths, int milliseconds) const {
     std::vector<std::string> folders;
     folders.reserve(paths.size());
     if (aside_) {
         base::Arguments words{"folders"};
         words.insert(words.end(), paths.begin(), paths.end());
-        if (const auto answer = Aside::Ask(words)) {
+        if (const auto answer = Aside::Ask(words, milliseconds)) {
             std::string_view text = answer->text;
             while (folders.size() < paths.size()) folders.emplace_back(takeField(text));
             return folders;

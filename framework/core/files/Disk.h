@@ -24,7 +24,7 @@ class Disk {
     static constexpr Disk Own() { return Disk(false); }
     static constexpr Disk Users() { return Disk(true); }
 
-    base::PathFacts FactsAt(const std::string& path, int milliseconds = Aside::kPatience) const;
+    base::PathFacts FactsAt(const std::string& path) const;
     base::PathKind KindAt(const std::string& path) const { return FactsAt(path).kind; }
     /// Why the path may not be used as `rights` of access(2) say, by the system's number; 0 where it may.
     int AccessFailure(const std::string& path, int rights) const;
@@ -35,7 +35,8 @@ class Disk {
     std::string Follow(std::string_view path) const;
 
     /// Each path likewise followed, empty where that leads to no folder. All are asked at once.
-    std::vector<std::string> FoldersOf(const std::vector<std::string>& paths) const;
+    std::vector<std::string> FoldersOf(const std::vector<std::string>& paths,
+                                       int milliseconds = Aside::kPatience) const;
 
     /// The children of a folder: the number of the failure, then a letter and a name for each, with a NUL behind each.
     /// `areKindsFinal` tells whether `link` is the kind of a link that leads to no file, or that of any.

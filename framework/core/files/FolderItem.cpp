@@ -127,8 +127,8 @@ bool FolderItem::Directory() const {
     return facts().kind == PathKind::folder;
 }
 
-bool FolderItem::DirectoryWithin(int milliseconds) const {
-    return disk_.FactsAt(path_.ToStd(), milliseconds).kind == PathKind::folder;
+String FolderItem::FolderWithin(int milliseconds) const {
+    return String(disk_.FoldersOf({path_.ToStd()}, milliseconds).front());
 }
 
 int FolderItem::AccessError(int rights) const {

@@ -62,8 +62,9 @@ class FolderItem : public Object {
     bool Exists() const;
     /// Whether it is a folder. A link to one is none.
     bool Directory() const;
-    /// The same, and False where the disk has not told by then.
-    bool DirectoryWithin(int milliseconds) const;
+    /// The path of the folder that it is or, as a link, leads to; empty where it is none, and where the disk has not
+    /// told by then.
+    String FolderWithin(int milliseconds) const;
     /// Why it, or what it leads to as a link, may not be used as `rights` of access(2) say, by the system's number; 0
     /// where it may.
     int AccessError(int rights) const;

@@ -82,7 +82,7 @@ Ref<FolderItem> Downloads() {
 }
 
 Ref<FolderItem> Pictures() {
-    return GetFolderItem(userFolder("XDG_PICTURES_DIR", "Pictures"));
+    return GetFolderItem(String(Paths::ToUrl(userFolder("XDG_PICTURES_DIR", "Pictures").Bytes())));
 }
 
 Ref<FolderItem> Temporary() {

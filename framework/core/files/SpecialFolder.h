@@ -4,7 +4,8 @@
 #include "framework/core/files/FolderItem.h"
 
 /// The folders of the person who runs the program. Each is looked up anew with every call, whether it exists or not.
-/// The disk is asked about them directly, but for the pictures.
+/// The disk is asked about them directly; about the pictures, which lie far away perhaps, not even whether they are a
+/// link.
 namespace framework::SpecialFolder {
 
 /// Where programs keep their data: `XDG_DATA_HOME` by the XDG Base Directory Specification, else `~/.local/share`.

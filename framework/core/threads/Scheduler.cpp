@@ -79,6 +79,13 @@ void Scheduler::Start(Thread& thread) {
     schedule();
 }
 
+void Scheduler::RunHandler(Thread& thread) {
+    thread.isHandler_ = true;
+    Start(thread);
+    ready_.pop_back();
+    runSlice(thread);
+}
+
 Thread* Scheduler::Parkable() const {
     return std::uncaught_exceptions() == 0 ? current_ : nullptr;
 }
@@ -249,6 +256,14 @@ void Scheduler::Kill(Thread& thread) {
     while (thread.state_ != Thread::NotRunning) {
         takeOut();
         enter(thread);
+    }
+}
+
+void Scheduler::KillHandlers() {
+    std::deque<Ref<Thread>> threads = ready_;
+    threads.insert(threads.end(), parked_.begin(), parked_.end());
+    for (const Ref<Thread>& thread : threads) {
+        if (thread->isHandler_) Kill(*thread);
     }
 }
 

@@ -35,7 +35,11 @@ class Scheduler {
     StackBounds CurrentBounds() const;
 
     void Start(Thread& thread);
+    /// The same for a thread that carries on a handler of the main stack: its first slice is now.
+    void RunHandler(Thread& thread);
     void Kill(Thread& thread);
+    /// Ends those that carry on handlers.
+    void KillHandlers();
     /// Ends all threads, at the end of the program.
     void KillAll();
 

@@ -70,6 +70,7 @@ class Thread : public Object {
     int finishFirst_ = 0;
     int noYield_ = 0;
     bool killed_ = false;
+    bool isHandler_ = false;
     /// What a parked thread waits for, besides being woken; -1 for none.
     int awaitedDescriptor_ = -1;
     std::chrono::steady_clock::time_point awaitedTime_ = std::chrono::steady_clock::time_point::max();

@@ -38,22 +38,26 @@ class Chooser : public QFileDialog {
     }
 };
 
+/// How long the dialog waits for the folder in which it is to open, in milliseconds. It asks the disk from the window's
+/// own stack, so that one which takes longer is nothing for it.
+constexpr int kPatience = 1000;
+
 QString startOf(const Ref<FolderItem>& folder) {
-    if (!folder || !folder->Directory()) return QDir::homePath();
-    const std::string path = folder->AbsolutePath().ToStd();
-    return QFile::decodeName(QByteArray::fromStdString(path));
+    const std::string path = folder ? folder->FolderWithin(kPatience).ToStd() : std::string();
+    return path.empty() ? QDir::homePath() : QFile::decodeName(QByteArray::fromStdString(path));
 }
 
 }  // namespace
 
 Ref<FolderItem> SelectFolderDialog::ShowModalWithin(const Ref<Window>& window) {
     Ref<FolderItem> chosen;
+    const QString start = startOf(initialDirectory_);
     native::RunDialog(
         [&] {
             QWidget* const parent = window ? window->Native() : native::DialogParent();
             auto* const dialog = new Chooser(parent, native::ToQt(title_), native::ToQt(promptText_));
             dialog->setWindowModality(window ? Qt::WindowModal : Qt::ApplicationModal);
-            dialog->setDirectory(startOf(initialDirectory_));
+            dialog->setDirectory(start);
             if (!actionButtonCaption_.IsEmpty()) {
                 dialog->setLabelText(QFileDialog::Accept, native::ToQtLiteral(actionButtonCaption_));
             }

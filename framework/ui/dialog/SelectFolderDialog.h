@@ -21,7 +21,8 @@ class SelectFolderDialog : public Object {
     /// Said above the folders.
     String PromptText() const { return promptText_; }
     void PromptText(const String& text) { promptText_ = text; }
-    /// Where the dialog opens; the user's home without one, or when it is no folder.
+    /// Where the dialog opens; the user's home without one, when it is no folder, and when its disk does not tell that
+    /// within a second.
     Ref<FolderItem> InitialDirectory() const { return initialDirectory_; }
     void InitialDirectory(const Ref<FolderItem>& folder) { initialDirectory_ = folder; }
 

@@ -151,17 +151,16 @@ int RunFrameworkInitialization(int argc, char** argv, const ProgramIdentity& ide
 }
 
 int RuntimeRun() {
-    std::vector<Ref<FolderItem>> items;
-    for (const std::string& path : process()->documents) items.push_back(New<FolderItem>(String(path)));
+    const std::vector<std::string>& documents = process()->documents;
     int code = 0;
     {
         const String busName = native::FromQt(QApplication::desktopFileName());
-        const DocumentService service(busName, items, internal::BringWindowsToFront);
+        const DocumentService service(busName, documents, internal::BringWindowsToFront);
         if (service.GetRole() != DocumentService::Role::HandedOver) {
             // Inside the loop, so that a quit in the middle of the Open event ends it.
-            QTimer::singleShot(0, &process()->toolkit, [&items] {
+            QTimer::singleShot(0, &process()->toolkit, [&documents] {
                 internal::RaiseOpen();
-                for (const Ref<FolderItem>& item : items) internal::RaiseOpenDocument(item);
+                if (!documents.empty()) internal::RaiseOpenDocuments(documents);
             });
             const TerminationSignals endOfSession([] { Dispatch(endWithSession); });
             internal::OnDisplayLoss([] {

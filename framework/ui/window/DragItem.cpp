@@ -22,8 +22,8 @@ std::string_view firstUri(std::string_view list) {
 DragItem::DragItem(std::string_view uriList) : path_(Paths::FromUrl(firstUri(uriList))) {}
 
 Ref<framework::FolderItem> DragItem::FolderItem() const {
-    if (!path_) return Nil;
-    return New<framework::FolderItem>(String(*path_));
+    if (path_ && !item_) item_ = New<framework::FolderItem>(String(*path_));
+    return item_;
 }
 
 }  // namespace framework

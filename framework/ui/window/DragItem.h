@@ -20,11 +20,12 @@ class DragItem : public Object {
 
     /// Whether the item is a file or folder of this machine.
     bool FolderItemAvailable() const { return path_.has_value(); }
-    /// The file or folder, Nil when there is none.
+    /// The file or folder, Nil when there is none. It is made at the first call, with a link followed.
     Ref<framework::FolderItem> FolderItem() const;
 
   private:
     std::optional<std::string> path_;
+    mutable Ref<framework::FolderItem> item_;
 };
 
 }  // namespace framework

@@ -16,6 +16,7 @@
 
 #include "framework/core/desktop/Application.h"
 #include "framework/core/threads/Dispatch.h"
+#include "framework/core/threads/OwnThread.h"
 #include "framework/ui/control/PushButton.h"
 #include "framework/ui/drawing/LayoutScale.h"
 #include "framework/ui/drawing/Native.h"
@@ -310,9 +311,9 @@ void WindowFrame::dropEvent(QDropEvent* event) {
     const Ref<DragItem> item = itemOf(*event->mimeData());
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    // The program from which the item comes waits for the end of the drop, and the handler may open an alert.
+    // The program from which the item comes waits for the end of the drop; the handler may wait for the item's disk.
     QTimer::singleShot(0, this, [window, item] {
-        if (window) Dispatch([&] { window->Event_DropObject(item, 0); });
+        if (window) OnOwnThread([window, item] { window->Event_DropObject(item, 0); });
     });
 }
 
