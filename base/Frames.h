@@ -29,6 +29,7 @@ inline constexpr std::size_t largestRequest = 1U << 20;
 
 /// The file that an answer is about, and how it was found.
 struct AboutFile {
+    /// All 0 where it did not let itself be looked at.
     FileIdentity file;
     std::string path;
 };

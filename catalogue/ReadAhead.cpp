@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "catalogue/ReadAhead.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace marrowbeck {
@@ -19,11 +20,17 @@ ReadAhead::~ReadAhead() {
 }
 
 void ReadAhead::Reached(int index) {
-    if (next_ <= index) next_ = index + 1;
-    for (; next_ <= Min(index + kFilesAhead, last_); ++next_) {
+    // Not every file is asked everything.
+    for (; !asked_.empty() && asked_.front().first < index; asked_.pop_front()) {
+        Shell::ExpectNothing(asked_.front().second);
+    }
+    for (next_ = std::max(next_, index); next_ <= Min(index + kFilesAhead, last_); ++next_) {
         const String path = pathAt_(next_);
         if (path.IsEmpty()) continue;
-        for (const char* question : questions_) Shell::Expect(question + path);
+        for (const char* question : questions_) {
+            asked_.emplace_back(next_, question + path);
+            Shell::Expect(asked_.back().second);
+        }
     }
 }
 

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include <deque>
 #include <functional>
+#include <utility>
 #include <vector>
 
 #include "framework/framework.h"
@@ -19,7 +21,7 @@ class ReadAhead {
     ReadAhead(const ReadAhead&) = delete;
     ReadAhead& operator=(const ReadAhead&) = delete;
 
-    /// The file at `index` comes now; the first call names the first file.
+    /// The file at `index` comes now, and those before it are done; the first call names the first file.
     void Reached(int index);
 
   private:
@@ -27,6 +29,8 @@ class ReadAhead {
     int last_;
     std::vector<const char*> questions_;
     int next_ = -1;
+    /// What was asked of the files from the last one reached on.
+    std::deque<std::pair<int, String>> asked_;
 };
 
 }  // namespace marrowbeck

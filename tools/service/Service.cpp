@@ -368,7 +368,8 @@ void Service::finish(std::uint32_t id, std::optional<std::string_view> answer, b
 void Service::reply(const Work& work, std::optional<std::string_view> answer) {
     for (const Waiting& waiting : work.waiting) {
         base::Answer whole{waiting.id, waiting.job.finish(answer, work.file), std::nullopt};
-        if (work.file) whole.about = base::AboutFile{*work.file, work.path};
+        // Of a file that did not let itself be looked at there is nothing to know for who asks next, either.
+        whole.about = base::AboutFile{work.file.value_or(base::FileIdentity()), work.path};
         reply_(std::move(whole));
     }
 }

@@ -8,6 +8,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+/// How long what a tool has told goes for how the file is.
+constexpr std::chrono::seconds kHolds{2};
+
 struct Noted {
     std::string path;
     std::uint64_t length = 0;
@@ -27,7 +30,7 @@ void AnsweredFile::Note(const base::AboutFile& about) {
 
 std::optional<std::uint64_t> AnsweredFile::LengthOf(std::string_view path) {
     const Noted& last = noted();
-    const bool holds = Clock::now() - last.time < std::chrono::milliseconds(kAnswerHoldsMilliseconds);
+    const bool holds = Clock::now() - last.time < kHolds;
     return last.path == path && !last.path.empty() && holds ? std::optional(last.length) : std::nullopt;
 }
 

@@ -10,9 +10,6 @@
 
 namespace framework::internal {
 
-/// How long what a tool tells of a file goes for how the file is.
-inline constexpr int kAnswerHoldsMilliseconds = 2000;
-
 /// The file that the last answer of a resident tool was about: the tool has looked at it, so that nobody else needs to.
 namespace AnsweredFile {
 

@@ -50,6 +50,10 @@ constexpr int kMostDeaths = 2;
 constexpr int kRestMilliseconds = 20;
 constexpr std::chrono::seconds kPatience{30};
 
+/// An answer that was asked ahead counts for so long: the wait for a file whose disk does not answer may lie between,
+/// but not a message that nobody reads.
+constexpr std::chrono::seconds kEarlyAnswerHolds{60};
+
 /// What a shell adds to the number of a signal.
 constexpr int kSignalStatus = 128;
 
@@ -84,7 +88,7 @@ class ResidentTool::Question {
     bool IsSettled() const { return settled_; }
     std::optional<Answer>& GetAnswer() { return answer_; }
     /// Whether the answer still tells how its file is.
-    bool Holds() const { return Clock::now() - settledAt_ < std::chrono::milliseconds(kAnswerHoldsMilliseconds); }
+    bool Holds() const { return Clock::now() - settledAt_ < kEarlyAnswerHolds; }
 
     /// Who waits is woken, whether the answer has come or never will.
     void Settle(std::optional<Answer> answer) {
@@ -177,6 +181,10 @@ std::unique_ptr<ResidentTool::Question> ResidentTool::takeExpected(const std::st
 
 void ResidentTool::ExpectNothing() {
     expected_.clear();
+}
+
+void ResidentTool::ExpectNothing(const std::string& line) {
+    expected_.erase(line);
 }
 
 bool ResidentTool::isRunning() {

@@ -45,11 +45,12 @@ class ResidentTool {
     std::optional<Result> Ask(const base::Arguments& words, Clock::time_point end);
     static constexpr int kUnanswered = -1;
 
-    /// Asks ahead what will be asked soon, by the very same line. The answer is taken only if it is then no older than
-    /// kAnswerHoldsMilliseconds.
+    /// Asks ahead what will be asked soon, by the very same line. The answer is taken only if it is then no more
+    /// than a minute old.
     void Expect(const std::string& line);
-    /// What is expected will not be asked.
+    /// What is expected, all or by that line, will not be asked.
     void ExpectNothing();
+    void ExpectNothing(const std::string& line);
 
     /// Starts the process, so that the first question finds it ready.
     void Prepare() { isRunning(); }

@@ -144,6 +144,11 @@ void Shell::ExpectNothing() {
     for (auto& [name, tool] : residentTools()) tool.ExpectNothing();
 }
 
+void Shell::ExpectNothing(const String& command) {
+    const std::string line = command.ToStd();
+    if (ResidentTool* const tool = residentTool(line)) tool->ExpectNothing(line);
+}
+
 void Shell::Execute(const String& command) {
     errorCode_ = 0;
     result_ = String();

@@ -38,8 +38,9 @@ class Shell : public Object {
     /// A hint that `command` will be executed soon, for a resident tool to answer ahead; the answer counts for two
     /// seconds. Without effect for any other line. To be given for a few dozen at a time.
     static void Expect(const String& command);
-    /// What was expected will not come.
+    /// What was expected, all or that command, will not come.
     static void ExpectNothing();
+    static void ExpectNothing(const String& command);
 
   private:
     int errorCode_ = 0;
