@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "tools/disk/DiskPool.h"
 
+#include <sys/resource.h>
+
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
@@ -27,20 +29,28 @@ constexpr Clock::duration laterLook = 10ms;
 /// What has not come back by then may never.
 constexpr Clock::duration leftBehindAfter = 1s;
 
+/// How often this thread has waited for something. One that only had to leave a processor to others has not.
+long waits() {
+    rusage usage{};
+    getrusage(RUSAGE_THREAD, &usage);
+    return usage.ru_nvcsw;
+}
+
 }  // namespace
 
 /// What the threads share; it lives as long as the last of them.
 class DiskPool::Crew : public std::enable_shared_from_this<Crew> {
   public:
-    Crew(std::size_t sideBySide, std::size_t most) : sideBySide_(sideBySide), most_(most) {}
+    Crew(std::size_t sideBySide, std::size_t most, std::size_t whilePrompt)
+        : sideBySide_(sideBySide), most_(most), whilePrompt_(whilePrompt) {}
 
     void add(std::vector<Task> tasks) {
         const std::lock_guard lock(mutex_);
         std::move(tasks.begin(), tasks.end(), std::back_inserter(tasks_));
-        summon(isSlow_ ? tasks_.size() : 1);
+        summon();
         if (!isWatched_) {
             isWatched_ = start([this] { watch(); });
-        } else {
+        } else if (isWatcherIdle_) {
             watcher_.notify_one();
         }
     }
@@ -74,12 +84,11 @@ class DiskPool::Crew : public std::enable_shared_from_this<Crew> {
             std::count_if(inHand_.begin(), inHand_.end(), [&](Clock::time_point since) { return since > limit; }));
     }
 
-    /// Sees to it that so many more tasks are begun, if that many may be.
-    void summon(std::size_t wanted) {
+    /// Sees to it that as many tasks are begun as there may be at a time.
+    void summon() {
         const std::size_t now = engaged() + called_;
-        wanted = std::min({wanted, tasks_.size(), sideBySide_ - std::min(now, sideBySide_)});
-        if (!isSlow_ && now > 0) return;
-        for (; wanted > 0; --wanted) {
+        const std::size_t limit = isSlow_ ? sideBySide_ : whilePrompt_;
+        for (std::size_t wanted = std::min(tasks_.size(), limit - std::min(now, limit)); wanted > 0; --wanted) {
             if (idle_ > called_) {
                 ++called_;
                 workers_.notify_one();
@@ -99,10 +108,8 @@ class DiskPool::Crew : public std::enable_shared_from_this<Crew> {
             workers_.wait(lock, [this] { return isEnding_ || (called_ > 0 && !tasks_.empty()); });
             --idle_;
             if (called_ > 0) --called_;
-            while (!tasks_.empty()) {
-                doOne(lock);
-                if (isSlow_) summon(tasks_.size());
-            }
+            long waited = waits();
+            while (!tasks_.empty()) doOne(lock, waited);
             // Whoever is still on the way comes too late.
             called_ = 0;
             ++idle_;
@@ -110,15 +117,23 @@ class DiskPool::Crew : public std::enable_shared_from_this<Crew> {
         }
     }
 
-    void doOne(std::unique_lock<std::mutex>& lock) {
+    /// `waited` is how often the thread had waited before.
+    void doOne(std::unique_lock<std::mutex>& lock, long& waited) {
         Task task = std::move(tasks_.front());
         tasks_.pop_front();
         const auto place = inHand_.insert(inHand_.end(), Clock::now());
+        if (isSlow_) summon();
         lock.unlock();
         task();
         task = nullptr;
+        bool isSlow = Clock::now() - *place > promptTime;
+        // What takes long because there is much of it gains nothing from more threads.
+        if (isSlow) {
+            const long before = std::exchange(waited, waits());
+            isSlow = waited > before;
+        }
         lock.lock();
-        isSlow_ = Clock::now() - *place > promptTime;
+        isSlow_ = isSlow;
         inHand_.erase(place);
     }
 
@@ -127,7 +142,9 @@ class DiskPool::Crew : public std::enable_shared_from_this<Crew> {
         std::unique_lock lock(mutex_);
         while (!isEnding_) {
             if (tasks_.empty()) {
+                isWatcherIdle_ = true;
                 watcher_.wait(lock);
+                isWatcherIdle_ = false;
                 continue;
             }
             watcher_.wait_for(lock, isSlow_ ? laterLook : firstLook);
@@ -136,12 +153,13 @@ class DiskPool::Crew : public std::enable_shared_from_this<Crew> {
                 return since < now - firstLook && since > now - leftBehindAfter;
             };
             isSlow_ = isSlow_ || std::any_of(inHand_.begin(), inHand_.end(), isWaiting);
-            if (!tasks_.empty()) summon(tasks_.size());
+            summon();
         }
     }
 
     const std::size_t sideBySide_;
     const std::size_t most_;
+    const std::size_t whilePrompt_;
     std::mutex mutex_;
     std::condition_variable workers_;
     std::condition_variable watcher_;
@@ -152,10 +170,12 @@ class DiskPool::Crew : public std::enable_shared_from_this<Crew> {
     std::size_t called_ = 0;  ///< those of them that are on their way to one
     bool isSlow_ = false;
     bool isWatched_ = false;
+    bool isWatcherIdle_ = false;
     bool isEnding_ = false;
 };
 
-DiskPool::DiskPool(std::size_t sideBySide, std::size_t most) : crew_(std::make_shared<Crew>(sideBySide, most)) {}
+DiskPool::DiskPool(std::size_t sideBySide, std::size_t most, std::size_t whilePrompt)
+    : crew_(std::make_shared<Crew>(sideBySide, most, whilePrompt)) {}
 
 DiskPool::~DiskPool() {
     crew_->end();

@@ -9,10 +9,10 @@
 namespace marrowbeck::tools {
 
 /// Carries out tasks that ask the disk, in the order in which they were given but side by side where that helps. While
-/// the disk answers at once, one thread does them all, since to wake another costs more than such an answer. Once a
-/// task is seen to wait, others are begun beside it, `sideBySide` at a time, however many processors there are. What
-/// waits for more than a second is left behind: it counts no longer, so that those after it come along, until `most`
-/// threads are held up.
+/// the disk answers at once, `whilePrompt` threads do them all: one, unless a task is worth a processor, since to wake
+/// another costs more than such an answer. Once a task is seen to wait, others are begun beside it, `sideBySide` at a
+/// time, however many processors there are. What waits for more than a second is left behind: it counts no longer, so
+/// that those after it come along, until `most` threads are held up.
 ///
 /// A process in which a task may be left behind is not over until the disk answers, whoever ends it: nobody may wait
 /// for its end, and what it holds open for others it has to close itself.
@@ -23,7 +23,7 @@ class DiskPool {
   public:
     using Task = std::function<void()>;
 
-    explicit DiskPool(std::size_t sideBySide = 32, std::size_t most = 256);
+    explicit DiskPool(std::size_t sideBySide = 32, std::size_t most = 256, std::size_t whilePrompt = 1);
     ~DiskPool();
     DiskPool(const DiskPool&) = delete;
     DiskPool& operator=(const DiskPool&) = delete;

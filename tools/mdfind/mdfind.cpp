@@ -1,25 +1,23 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "tools/mdfind/mdfind.h"
 
-#include <fcntl.h>
+#include <poll.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
-#include <algorithm>
+#include <cerrno>
 #include <cstdlib>
-#include <deque>
-#include <future>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
-#include <thread>
-#include <utility>
-#include <vector>
 
-#include "tools/mdfind/FolderWalk.h"
+#include "base/Frames.h"
+#include "base/WriteAll.h"
+#include "tools/mdfind/FolderSearch.h"
 #include "tools/mime/MimeTypes.h"
-#include "tools/service/InputFile.h"
+#include "tools/service/Offspring.h"
 
 namespace marrowbeck::tools {
 
@@ -81,87 +79,76 @@ std::string absolutePath(const std::string& path) {
     return path == "." ? std::string(current.get()) : std::string(current.get()) + "/" + path;
 }
 
-/// Those of the paths, a NUL behind each, that are wanted, each with the request's ending: all in a strict search, else
-/// those whose files the user may read.
-std::string wantedOf(const std::string& paths, const Request& request) {
-    std::string output;
-    output.reserve(paths.size());
-    for (std::size_t start = 0; start < paths.size();) {
-        const std::size_t end = paths.find('\0', start);
-        if (request.isStrict || ::faccessat(AT_FDCWD, &paths[start], R_OK, AT_EACCESS) == 0)
-            output.append(paths, start, end - start).push_back(request.ending);
-        start = end + 1;
+/// What the process that searches says, in frames with a letter in front. The status comes last.
+enum Word : char { foundWord = 'F', toldWord = 'T', statusWord = 'S' };
+
+/// Bytes of the longest frame.
+constexpr std::size_t largestFrame = std::size_t{64} * 1024;
+
+void say(int socket, Word word, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const std::string_view part = bytes.substr(0, largestFrame - 1);
+        base::writeAll(socket, base::framed(std::string(1, word).append(part)));
+        bytes.remove_prefix(part.size());
     }
-    return output;
 }
 
-/// Takes found paths and gives those that are wanted back in their order. To ask the system whether the user may read a
-/// file is most of what a search costs; other processors do it while the search goes on.
-class Findings {
-  public:
-    explicit Findings(const Request& request) : request_(request) {}
-
-    void add(const std::string& path) {
-        batch_.append(path).push_back('\0');
-        if (batch_.size() < batchSize) return;
-        if (asking_.size() >= 2 * std::size_t{std::max(std::thread::hardware_concurrency(), 1U)}) takeOldest();
-        asking_.push_back(std::async(std::launch::async, wantedOf, std::exchange(batch_, {}), request_));
+/// The life of the process that searches.
+void search(const Request& request, int socket) {
+    const auto end = [socket](int status) { say(socket, statusWord, std::string(1, static_cast<char>(status))); };
+    if (!MimeTypes::areInstalled()) {
+        say(socket, toldWord, "mdfind: the shared MIME database is not installed\n");
+        return end(exitFailure);
     }
-
-    std::string take() {
-        while (!asking_.empty()) takeOldest();
-        return std::move(output_.append(wantedOf(batch_, request_)));
+    // It never goes: threads that the disk holds may still use it when all has been said.
+    auto* const found = new FolderSearch(request.type, request.isStrict, request.ending);
+    bool isRefused = false;
+    const int failure = found->run(absolutePath(request.folder), [&](std::string_view paths, std::string_view lines) {
+        isRefused = isRefused || (request.isStrict && !lines.empty());
+        say(socket, foundWord, paths);
+        say(socket, toldWord, lines);
+    });
+    if (failure != 0) {
+        say(socket, toldWord, "mdfind: " + request.folder + ": " + std::generic_category().message(failure) + "\n");
+        isRefused = true;
     }
+    end(isRefused ? exitFailure : exitSuccess);
+}
 
-  private:
-    /// Bytes of paths that are worth a thread.
-    static constexpr std::size_t batchSize = std::size_t{128} * 1024;
-
-    void takeOldest() {
-        output_ += asking_.front().get();
-        asking_.pop_front();
+/// What the process that searches says, when it has said all. Nobody waits for its end: that comes when the disk has
+/// answered all its threads.
+ToolResult resultOf(int socket) {
+    ToolResult result;
+    base::FrameStream frames(largestFrame);
+    std::string buffer(largestFrame, '\0');
+    while (true) {
+        pollfd readable{socket, POLLIN, 0};
+        ::poll(&readable, 1, -1);
+        const ssize_t count = ::recv(socket, buffer.data(), buffer.size(), 0);
+        if (count < 0 && (errno == EINTR || errno == EAGAIN)) continue;
+        // Half an answer is none.
+        if (count <= 0) return {{}, "mdfind: the search was ended before it was done\n", exitFailure};
+        frames.append({buffer.data(), static_cast<std::size_t>(count)});
+        while (const auto body = frames.next()) {
+            const std::string_view bytes = body->substr(1);
+            if (body->front() == foundWord) result.output += bytes;
+            if (body->front() == toldWord) result.error += bytes;
+            if (body->front() == statusWord) {
+                result.status = bytes.front();
+                return result;
+            }
+        }
     }
-
-    const Request& request_;
-    std::string batch_;
-    std::deque<std::future<std::string>> asking_;
-    std::string output_;
-};
+}
 
 }  // namespace
 
 ToolResult mdfind(const Arguments& arguments) {
     const std::optional<Request> request = parse(arguments);
     if (!request) return {{}, usage, exitUsage};
-    if (!MimeTypes::areInstalled()) return {{}, "mdfind: the shared MIME database is not installed\n", exitFailure};
-
-    MimeTypes types;
-    Findings found(*request);
-    std::string errors;
-    const auto tell = [&errors](const std::string& path, const std::string& reason) {
-        errors += "mdfind: " + path + ": " + reason + "\n";
-    };
-    const auto skip = [&tell](const std::string& path, int failure) {
-        tell(path, std::generic_category().message(failure));
-    };
-    const auto visit = [&](const std::string& path, std::string_view name) {
-        std::string refusal;
-        const std::string& type = types.typeByName(name, [&path, &refusal] {
-            const InputFile file(path);
-            refusal = file.error();
-            return file.isOpen() ? file.head(MimeTypes::contentBytes) : std::string();
-        });
-        const bool wanted = request->type.empty() ? types.isImage(type) : type == request->type;
-        if (wanted) {
-            found.add(path);
-        } else if (request->isStrict && !refusal.empty()) {
-            tell(path, refusal);
-        }
-    };
-    const int failure = walkFolder(absolutePath(request->folder), visit, skip);
-    if (failure != 0) skip(request->folder, failure);
-    const bool isRefused = failure != 0 || (request->isStrict && !errors.empty());
-    return {found.take(), errors, isRefused ? exitFailure : exitSuccess};
+    const std::optional<Offspring> searcher = Offspring::start([&request](int socket) { search(*request, socket); });
+    if (!searcher) return {{}, "mdfind: " + std::generic_category().message(errno) + "\n", exitFailure};
+    return resultOf(searcher->socket());
 }
 
 }  // namespace marrowbeck::tools

@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "tools/mdfind/FolderSearch.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+namespace marrowbeck::tools {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::size_t sideBySide = 32;
+constexpr std::size_t mostHeld = 256;
+
+/// What has given no answer for so long gives none.
+constexpr auto patience = 30s;
+/// What is held for so long takes no other's place.
+constexpr auto held = 1s;
+constexpr auto betweenSweeps = 500ms;
+/// Who comes so late was stopped meanwhile, as by a key, and has not waited for any answer.
+constexpr auto stopped = 5s;
+
+/// Bytes that are worth passing on.
+constexpr std::size_t parcel = std::size_t{256} * 1024;
+
+}  // namespace
+
+FolderSearch::FolderSearch(std::string_view type, bool isStrict, char ending)
+    : terms_{.types = WantedTypes(type),
+             .isStrict = isStrict,
+             .ending = ending,
+             .user = geteuid(),
+             .pool = DiskPool(sideBySide, mostHeld, std::max(std::thread::hardware_concurrency(), 1U))} {}
+
+int FolderSearch::run(const std::string& folder, const Take& take) {
+    Node top;
+    top.path = folder;
+    while (top.path.ends_with('/')) top.path.pop_back();
+    top.path += '/';
+    awakeSince_ = lastSweep_ = Clock::now();
+    way_.push_back(&top);
+    begin(top, true);
+    while (true) {
+        terms_.pool.add(std::exchange(tasks_, {}));
+        if (looks_.empty()) break;
+        wait();
+        if (top.findings.failure != 0) return top.findings.failure;
+        beginSome();
+        passOn(take);
+    }
+    take(found_, told_);
+    return 0;
+}
+
+void FolderSearch::begin(Node& node, bool mayBeLink) {
+    auto look = std::make_shared<FolderLook>(terms_, node.path, [this, &node](FolderLook&) {
+        const std::lock_guard lock(mutex_);
+        over_.push_back(&node);
+        isOver_.notify_one();
+    });
+    looks_[&node] = look;
+    if (isGone_) return look->giveUp(Clock::now(), true);
+    tasks_.emplace_back([look, mayBeLink] { look->read(mayBeLink); });
+}
+
+/// Begins folders in about the order in which they are passed on, so that little has to wait for its turn.
+void FolderSearch::beginSome() {
+    while (!waiting_.empty() && looks_.size() < sideBySide + held_) {
+        Node& node = *waiting_.back();
+        const std::size_t index = node.begun++;
+        if (node.begun == node.below.size()) waiting_.pop_back();
+        node.below[index] = std::make_unique<Node>();
+        node.below[index]->path = node.path + std::exchange(node.findings.below[index].name, {});
+        begin(*node.below[index], false);
+    }
+}
+
+/// Until some folder is over.
+void FolderSearch::wait() {
+    std::vector<Node*> over;
+    while (over.empty()) {
+        std::unique_lock lock(mutex_);
+        isOver_.wait_for(lock, betweenSweeps, [this] { return !over_.empty(); });
+        over = std::exchange(over_, {});
+        lock.unlock();
+        if (Clock::now() - lastSweep_ >= betweenSweeps) sweep();
+        // Others may have a turn now.
+        if (over.empty() && held_ > 0 && !waiting_.empty()) return;
+    }
+    for (Node* const node : over) settle(*node);
+}
+
+void FolderSearch::settle(Node& node) {
+    node.findings = looks_.extract(&node).mapped()->takeFindings();
+    node.isOver = true;
+    FolderFindings& findings = node.findings;
+    if (findings.failure != 0) {
+        const std::string line = "mdfind: " + node.path.substr(0, node.path.size() - 1) + ": " +
+                                 std::generic_category().message(findings.failure) + "\n";
+        findings.told.insert(0, line);
+        for (FolderFindings::Below& below : findings.below) below.told += line.size();
+    }
+    node.below.resize(findings.below.size());
+    if (!node.below.empty()) waiting_.push_back(&node);
+}
+
+/// Sees who waits for long.
+void FolderSearch::sweep() {
+    const auto now = Clock::now();
+    if (now - std::exchange(lastSweep_, now) > stopped) awakeSince_ = now;
+    held_ = static_cast<std::size_t>(std::count_if(
+        looks_.begin(), looks_.end(), [now](const auto& look) { return look.second->isHeld(now - held); }));
+    held_ = std::min(held_, mostHeld);
+    if (now - awakeSince_ < patience) return;
+    isGone_ = isGone_ || terms_.lastBegin < (now - patience).time_since_epoch().count();
+    for (const auto& [node, look] : looks_) look->giveUp(now - patience, isGone_);
+}
+
+/// Passes on what is known up to the first folder that is not over.
+void FolderSearch::passOn(const Take& take) {
+    while (!way_.empty() && way_.back()->isOver) {
+        Node& node = *way_.back();
+        const FolderFindings& findings = node.findings;
+        const bool isLast = node.passed == node.below.size();
+        const std::size_t found = isLast ? findings.found.size() : findings.below[node.passed].found;
+        const std::size_t told = isLast ? findings.told.size() : findings.below[node.passed].told;
+        found_.append(findings.found, node.found, found - node.found);
+        told_.append(findings.told, node.told, told - node.told);
+        node.found = found;
+        node.told = told;
+        if (found_.size() >= parcel) {
+            take(found_, told_);
+            found_.clear();
+            told_.clear();
+        }
+        if (isLast) {
+            way_.pop_back();
+            if (!way_.empty()) way_.back()->below[way_.back()->passed - 1].reset();
+            continue;
+        }
+        Node* const next = node.below[node.passed].get();
+        if (next == nullptr) return;
+        ++node.passed;
+        way_.push_back(next);
+    }
+}
+
+}  // namespace marrowbeck::tools
