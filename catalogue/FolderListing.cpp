@@ -177,6 +177,7 @@ void listSubfolders(const Ref<FolderItem>& folder, Listing& listing) {
 int FolderListing::Print() const {
     // What is left to be tidied up is, when nobody reads on.
     std::signal(SIGPIPE, SIG_IGN);
+    Shell::TidyUpAtSignals();
     Listing listing(Shape);
     const Ref<FolderItem> folder = GetFolderItem(Folder);
     String refusal = folder ? refusalOf(folder, F_OK) : std::strerror(ENOENT);

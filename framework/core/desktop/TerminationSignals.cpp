@@ -10,11 +10,10 @@
 #include <utility>
 
 #include "base/Descriptor.h"
+#include "framework/core/process/EndSignals.h"
 
 namespace framework {
 namespace {
-
-constexpr int kSignals[] = {SIGTERM, SIGINT, SIGHUP};
 
 /// What a signal handler may touch. A byte in the pipe says that a signal came: little else is allowed in a handler.
 std::atomic<int> pipeEnd = -1;
@@ -22,18 +21,6 @@ std::atomic<int> pipeEnd = -1;
 void tell(int) {
     const char byte = 0;
     [[maybe_unused]] const ssize_t written = write(pipeEnd, &byte, 1);
-}
-
-void handle(void (*handler)(int)) {
-    struct sigaction action {};
-    action.sa_handler = handler;
-    action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
-    for (const int signal : kSignals) {
-        struct sigaction old {};
-        sigaction(signal, &action, &old);
-        // Who started the program said that it shall outlive this.
-        if (old.sa_handler == SIG_IGN) sigaction(signal, &old, nullptr);
-    }
 }
 
 }  // namespace
@@ -49,10 +36,10 @@ class TerminationSignals::Pipe {
             char byte = 0;
             if (read(reading_.Number(), &byte, 1) == 1) act();
         });
-        handle(tell);
+        internal::HandleEndSignals(tell);
     }
     ~Pipe() {
-        handle(SIG_DFL);
+        internal::HandleEndSignals(SIG_DFL);
         pipeEnd = -1;
     }
 

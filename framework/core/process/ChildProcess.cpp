@@ -2,6 +2,7 @@
 #include "framework/core/process/ChildProcess.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
@@ -19,9 +20,20 @@
 namespace framework::internal {
 namespace {
 
-void closeDescriptor(int& descriptor) noexcept {
-    if (descriptor >= 0) close(descriptor);
-    descriptor = -1;
+using base::Descriptor;
+
+/// So often, in milliseconds, is looked whether a process is over where nothing else tells.
+constexpr int kLook = 10;
+constexpr int kLookWhileSilent = 200;
+
+/// Processes that were killed and were not over at once.
+std::vector<pid_t>& leftBehind() {
+    static auto& processes = *new std::vector<pid_t>;
+    return processes;
+}
+
+void reapLeftBehind() noexcept {
+    std::erase_if(leftBehind(), [](pid_t process) { return waitpid(process, nullptr, WNOHANG) != 0; });
 }
 
 std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
@@ -96,49 +108,47 @@ std::optional<ChildProcess> ChildProcess::Start(const std::string& path, const s
                                                 const std::vector<std::string>& environment,
                                                 const std::string& workingFolder, InputKind inputKind,
                                                 NewFiles newFiles) {
-    // The child's end of the second is its first; a socket, since a pipe whose reader has died would end us.
-    std::array<int, 2> output{-1, -1};
-    std::array<int, 2> input{-1, -1};
-    if (pipe2(output.data(), O_CLOEXEC) != 0) return std::nullopt;
-    int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
+    reapLeftBehind();
+    std::array<int, 2> ends{-1, -1};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) return std::nullopt;
+    Descriptor output(ends[0]);
+    const Descriptor childOutput(ends[1]);
+    const Descriptor nothing = Descriptor::Open("/dev/null", O_RDWR);
+    // A socket, since a pipe whose reader has died would end us.
     const bool talks = inputKind == InputKind::open &&
-                       socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, input.data()) == 0;
-    if (talks) fcntl(input[0], F_SETFL, 0);
+                       socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends.data()) == 0;
+    Descriptor input(talks ? ends[0] : -1);
+    const Descriptor childInput(talks ? ends[1] : -1);
+    if (talks) fcntl(childInput.Number(), F_SETFL, 0);
     const std::vector<char*> argumentPointers = pointersTo(arguments);
     const std::vector<char*> environmentPointers = pointersTo(environment);
     const ChildPlan plan{path.c_str(),
                          argumentPointers.data(),
                          environmentPointers.data(),
                          workingFolder.c_str(),
-                         talks ? input[0] : nothing,
-                         output[1],
-                         passesErrorsOn() || isatty(STDERR_FILENO) == 1 ? -1 : nothing,
+                         talks ? childInput.Number() : nothing.Number(),
+                         childOutput.Number(),
+                         passesErrorsOn() || isatty(STDERR_FILENO) == 1 ? -1 : nothing.Number(),
                          newFiles == NewFiles::ownersOnly,
                          getpid()};
     const pid_t process = startChild(plan);
-    const int error = errno;
-    closeDescriptor(nothing);
-    closeDescriptor(output[1]);
-    closeDescriptor(input[0]);
-    if (process < 0) {
-        closeDescriptor(output[0]);
-        closeDescriptor(input[1]);
-        errno = error;
-        return std::nullopt;
-    }
-    fcntl(output[0], F_SETFL, O_NONBLOCK);
-    // The C library of Debian 12 declares no pidfd_open that C++ can link.
-    return ChildProcess(process, static_cast<int>(syscall(SYS_pidfd_open, process, 0)), input[1], output[0]);
+    if (process < 0) return std::nullopt;
+    fcntl(output.Number(), F_SETFL, O_NONBLOCK);
+    return ChildProcess(process, std::move(input), std::move(output));
 }
 
-ChildProcess::ChildProcess(pid_t process, int descriptor, int input, int output)
-    : process_(process), descriptor_(descriptor), input_(input), output_(output) {}
+// The C library of Debian 12 declares no pidfd_open that C++ can link.
+ChildProcess::ChildProcess(pid_t process, Descriptor input, Descriptor output)
+    : process_(process),
+      end_(static_cast<int>(syscall(SYS_pidfd_open, process, 0))),
+      input_(std::move(input)),
+      output_(std::move(output)) {}
 
 ChildProcess::ChildProcess(ChildProcess&& other) noexcept
     : process_(std::exchange(other.process_, -1)),
-      descriptor_(std::exchange(other.descriptor_, -1)),
-      input_(std::exchange(other.input_, -1)),
-      output_(std::exchange(other.output_, -1)) {}
+      end_(std::move(other.end_)),
+      input_(std::move(other.input_)),
+      output_(std::move(other.output_)) {}
 
 ChildProcess::~ChildProcess() {
     End();
@@ -147,42 +157,66 @@ ChildProcess::~ChildProcess() {
 std::string ChildProcess::ReadOutput() {
     std::string output;
     std::array<char, 65536> buffer;
+    bool killed = false;
     while (true) {
-        const ssize_t count = read(output_, buffer.data(), buffer.size());
+        const ssize_t count = output_.Read(buffer.data(), buffer.size());
         if (count > 0) {
             output.append(buffer.data(), static_cast<std::size_t>(count));
-        } else if (count == 0 || (errno != EAGAIN && errno != EINTR)) {
+        } else if (count == 0 || errno != EAGAIN || killed) {
             return output;
-        } else {
-            WaitReadable(output_);
+        } else if (!WaitReadable(output_.Number(), kLookWhileSilent)) {
+            // Children of one that was killed may keep its output open for as long as the disk holds them.
+            killed = isKilled();
         }
     }
 }
 
-int ChildProcess::Wait() {
-    if (descriptor_ >= 0) {
-        while (!WaitReadable(descriptor_)) continue;
-    }
+/// Whether a signal has ended the process.
+bool ChildProcess::isKilled() const {
+    siginfo_t end{};
+    return waitid(P_PID, static_cast<id_t>(process_), &end, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+           (end.si_code == CLD_KILLED || end.si_code == CLD_DUMPED);
+}
+
+/// The status of a process that is over, which is then known no more; nothing while it is not.
+std::optional<int> ChildProcess::takeStatus() noexcept {
     int status = 0;
-    while (waitpid(process_, &status, 0) < 0 && errno == EINTR) continue;
+    if (waitpid(process_, &status, WNOHANG) == 0) return std::nullopt;
     process_ = -1;
-    End();
     return shellStatus(status);
 }
 
-int ChildProcess::End() noexcept {
-    int status = 0;
-    if (process_ > 0) {
-        // Without a group of its own there is only the process, and it is waited for. One that has ended already keeps
-        // the status with which it did.
-        if (kill(-process_, SIGKILL) != 0) kill(process_, SIGKILL);
-        while (waitpid(process_, &status, 0) < 0 && errno == EINTR) continue;
-        process_ = -1;
+int ChildProcess::Wait() {
+    while (true) {
+        if (const std::optional<int> status = takeStatus()) {
+            End();
+            return *status;
+        }
+        if (end_.IsOpen()) {
+            WaitReadable(end_.Number());
+        } else {
+            Pause(kLook);
+        }
     }
-    closeDescriptor(input_);
-    closeDescriptor(output_);
-    closeDescriptor(descriptor_);
-    return shellStatus(status);
+}
+
+std::optional<int> ChildProcess::End(int patience) noexcept {
+    std::optional<int> status;
+    if (process_ > 0) {
+        // Without a group of its own there is only the process. One that has ended already keeps the status with which
+        // it did.
+        if (kill(-process_, SIGKILL) != 0) kill(process_, SIGKILL);
+        for (status = takeStatus(); !status && patience > 0; status = takeStatus(), patience -= kLook) {
+            pollfd over{end_.Number(), POLLIN, 0};
+            poll(&over, 1, kLook);
+        }
+        if (!status) leftBehind().push_back(std::exchange(process_, -1));
+    }
+    input_.Close();
+    output_.Close();
+    end_.Close();
+    reapLeftBehind();
+    return status;
 }
 
 }  // namespace framework::internal

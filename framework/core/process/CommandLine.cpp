@@ -35,12 +35,16 @@ bool isBlank(char character) {
 std::optional<std::vector<std::string>> PlainWords(std::string_view line) {
     std::vector<std::string> words;
     bool inWord = false;
+    bool isPattern = false;
     for (std::size_t i = 0; i < line.size(); ++i) {
         if (isBlank(line[i])) {
             inWord = false;
             continue;
         }
-        if (!inWord) words.emplace_back();
+        if (!inWord) {
+            words.emplace_back();
+            isPattern = false;
+        }
         inWord = true;
         if (line[i] == '\\') {
             if (i + 1 == line.size() || line[i + 1] == '\n') return std::nullopt;
@@ -54,9 +58,13 @@ std::optional<std::vector<std::string>> PlainWords(std::string_view line) {
             // An assignment stands before the command's name only.
             if (line[i] == '=' && words.size() == 1) return std::nullopt;
             words.back().push_back(line[i]);
+        } else if (line[i] == '*' && words.size() > 1) {
+            isPattern = true;
+            words.back().push_back(line[i]);
         } else {
             return std::nullopt;
         }
+        if (isPattern && words.back().find('/') != std::string::npos) return std::nullopt;
     }
     if (words.empty() || std::find(kShellWords.begin(), kShellWords.end(), words.front()) != kShellWords.end()) {
         return std::nullopt;

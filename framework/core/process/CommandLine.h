@@ -8,8 +8,9 @@
 
 namespace framework::internal {
 
-/// The words of a command line that a shell would do nothing with but split it: plain and backslash-escaped characters
-/// and single quotes. Nothing for a line that needs a shell, because of an operator, an expansion, an assignment, or a
+/// The words of a command line that a shell would do nothing with but split it, in a folder that is empty: plain and
+/// backslash-escaped characters, single quotes, and patterns with * for names in that folder, which match none and stay
+/// as they are. Nothing for a line that needs a shell, because of an operator, an expansion, an assignment, or a
 /// first word that a shell takes for its own command. The same reading as POSIX, Shell Command Language, 2.2 and 2.3.
 std::optional<std::vector<std::string>> PlainWords(std::string_view line);
 

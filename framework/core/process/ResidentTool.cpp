@@ -54,6 +54,9 @@ constexpr std::chrono::seconds kPatience{30};
 /// but not a message that nobody reads.
 constexpr std::chrono::seconds kEarlyAnswerHolds{60};
 
+/// How long a tool that has closed its output may take to be over.
+constexpr int kEndMilliseconds = 200;
+
 /// What a shell adds to the number of a signal.
 constexpr int kSignalStatus = 128;
 
@@ -230,8 +233,9 @@ void ResidentTool::receive() {
         }
         if (static_cast<std::size_t>(count) < buffer.size()) return;
     }
-    const int status = process_->End();
-    if (status < kSignalStatus || isFaultSignal(status - kSignalStatus)) ++deaths_;
+    // One that others end may be held by the disk, and then has no status yet.
+    const std::optional<int> status = process_->End(kEndMilliseconds);
+    if (status && (*status < kSignalStatus || isFaultSignal(*status - kSignalStatus))) ++deaths_;
     die();
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "framework/core/process/Shell.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -17,46 +16,19 @@
 #include "framework/core/process/ChildProcess.h"
 #include "framework/core/process/CommandLine.h"
 #include "framework/core/process/ResidentTool.h"
+#include "framework/core/process/WorkingFolder.h"
 
 namespace framework {
 
 using internal::ChildProcess;
 using internal::ResidentTool;
+using internal::WorkingFolder;
 
 namespace {
 
 std::string& toolsFolder() {
     static std::string folder;
     return folder;
-}
-
-/// An empty folder that lives as long as the process.
-class WorkingFolder {
-  public:
-    WorkingFolder() : path_(parent() + "/shell.XXXXXX") {
-        if (!mkdtemp(path_.data())) path_ = "/";
-    }
-    ~WorkingFolder() { rmdir(path_.c_str()); }
-    WorkingFolder(const WorkingFolder&) = delete;
-    WorkingFolder& operator=(const WorkingFolder&) = delete;
-
-    const std::string& Path() const { return path_; }
-
-  private:
-    static std::string parent() {
-        for (const char* name : {"XDG_RUNTIME_DIR", "TMPDIR"}) {
-            const char* folder = std::getenv(name);
-            if (folder && access(folder, W_OK) == 0) return folder;
-        }
-        return "/tmp";
-    }
-
-    std::string path_;
-};
-
-const std::string& workingFolder() {
-    static const WorkingFolder folder;
-    return folder.Path();
 }
 
 std::string searchPath() {
@@ -96,13 +68,13 @@ ChildProcess start(const std::string& line) {
         if (!program.empty()) {
             const bool isOurs = !toolsFolder().empty() && program.starts_with(toolsFolder() + "/");
             const auto files = isOurs ? ChildProcess::NewFiles::ownersOnly : ChildProcess::NewFiles::usual;
-            if (auto child = ChildProcess::Start(program, *words, environment, workingFolder(),
+            if (auto child = ChildProcess::Start(program, *words, environment, WorkingFolder(),
                                                  ChildProcess::InputKind::empty, files)) {
                 return std::move(*child);
             }
         }
     }
-    if (auto child = ChildProcess::Start("/bin/sh", {"sh", "-c", line}, environment, workingFolder())) {
+    if (auto child = ChildProcess::Start("/bin/sh", {"sh", "-c", line}, environment, WorkingFolder())) {
         return std::move(*child);
     }
     throw ShellNotAvailableException("No process could be started for a command.", errno);
@@ -121,7 +93,7 @@ void Shell::SetToolsFolder(const String& folder, const std::vector<std::string>&
     for (const std::string& name : resident) {
         residentTools().try_emplace(name, [name] {
             return ChildProcess::Start(toolsFolder() + "/" + name, {name, "-stay_open"}, environmentWith(searchPath()),
-                                       workingFolder(), ChildProcess::InputKind::open,
+                                       WorkingFolder(), ChildProcess::InputKind::open,
                                        ChildProcess::NewFiles::ownersOnly);
         });
     }
@@ -129,6 +101,10 @@ void Shell::SetToolsFolder(const String& folder, const std::vector<std::string>&
 
 void Shell::PassErrorsOn() {
     ChildProcess::PassErrorsOn();
+}
+
+void Shell::TidyUpAtSignals() {
+    internal::RemoveWorkingFolderAtSignals();
 }
 
 void Shell::Prepare() {

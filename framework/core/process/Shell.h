@@ -32,6 +32,9 @@ class Shell : public Object {
     static void SetToolsFolder(const String& folder, const std::vector<std::string>& resident = {});
     /// What commands print on standard error goes to ours from now on, also where that is no terminal.
     static void PassErrorsOn();
+    /// For a program without an event loop: SIGTERM, SIGINT and SIGHUP end it at once, as ever, but leave none of the
+    /// files behind that commands need.
+    static void TidyUpAtSignals();
     /// Starts the resident tools, so that the first command finds them ready.
     static void Prepare();
 

@@ -226,6 +226,10 @@ void Scheduler::Wake(Thread& thread) {
 }
 
 void Scheduler::Kill(Thread& thread) {
+    kill(thread, Clock::now() + kFinishGrace);
+}
+
+void Scheduler::kill(Thread& thread, Clock::time_point graceEnd) {
     if (thread.state_ == Thread::NotRunning) return;
     thread.killed_ = true;
     if (&thread == current_) {
@@ -240,7 +244,6 @@ void Scheduler::Kill(Thread& thread) {
     };
 
     // Let work that must not be left half done come to its end, as long as it only waits for a command.
-    const auto graceEnd = Clock::now() + kFinishGrace;
     while (thread.state_ != Thread::NotRunning && thread.finishFirst_ > 0 && Clock::now() < graceEnd) {
         if (thread.state_ == Thread::Waiting) {
             if (thread.awaitedDescriptor_ < 0) break;
@@ -268,8 +271,9 @@ void Scheduler::KillHandlers() {
 }
 
 void Scheduler::KillAll() {
-    while (!ready_.empty()) Kill(*ready_.front());
-    while (!parked_.empty()) Kill(*parked_.front());
+    const auto graceEnd = Clock::now() + kFinishGrace;
+    while (!ready_.empty()) kill(*ready_.front(), graceEnd);
+    while (!parked_.empty()) kill(*parked_.front(), graceEnd);
     posted_.clear();
 }
 

@@ -40,7 +40,8 @@ class Scheduler {
     void Kill(Thread& thread);
     /// Ends those that carry on handlers.
     void KillHandlers();
-    /// Ends all threads, at the end of the program.
+    /// Ends all threads, at the end of the program; what must come to its end first has no more time for all of them
+    /// than for one.
     void KillAll();
 
     /// Lets others run if the running thread's slice is spent.
@@ -69,6 +70,7 @@ class Scheduler {
     Scheduler();
     ~Scheduler();
 
+    void kill(Thread& thread, Clock::time_point graceEnd);
     bool mayLeave() const;
     void runTurn();
     void runPosted();

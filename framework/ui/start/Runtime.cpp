@@ -19,6 +19,7 @@
 #include "framework/core/desktop/Alert.h"
 #include "framework/core/desktop/Application.h"
 #include "framework/core/desktop/DocumentService.h"
+#include "framework/core/desktop/SessionBus.h"
 #include "framework/core/desktop/TerminationSignals.h"
 #include "framework/core/files/ApplicationPaths.h"
 #include "framework/core/files/FolderItem.h"
@@ -130,6 +131,7 @@ QIcon programIcon(const QString& name) {
 
 int RunFrameworkInitialization(int argc, char** argv, const ProgramIdentity& identity,
                                const std::function<int()>& startup) {
+    internal::DoWithoutSilentSessionBus();
     QApplication::setStyle(new native::WindowStyle);  // the toolkit takes it over
     {
         const internal::ToolkitStart start;

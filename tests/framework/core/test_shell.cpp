@@ -4,6 +4,7 @@
 #include <signal.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <QFileSystemWatcher>
@@ -57,8 +58,10 @@ TEST(Shell, StartsPlainLinesDirectlyWithTheSameResultAsThroughTheShell) {
               (Words{"mdls", "-name", "A", "-raw", "/a b/c$(d)"}));
     EXPECT_EQ(internal::PlainWords("cat /a'\n'b"), (Words{"cat", "/a\nb"}));
     EXPECT_EQ(internal::PlainWords("cat ''"), (Words{"cat", ""}));
-    for (const char* line : {"", "a | b", "a; b", "a $b", "a `b`", "a > b", "*image", "a *b", "~/a", "A=1 b", "cd /",
-                             "a \"b\"", "a 'b", "a\\", "a & ", "a # b", "a\nb", "if x"}) {
+    EXPECT_EQ(internal::PlainWords("find /a\\*b == *image"), (Words{"find", "/a*b", "==", "*image"}));
+    for (const char* line :
+         {"",    "a | b", "a; b", "a $b",    "a `b`", "a > b", "*image", "a /*b", "a *'/'b", "a *\\/b", "a ?b",
+          "~/a", "A=1 b", "cd /", "a \"b\"", "a 'b",  "a\\",   "a & ",   "a # b", "a\nb",    "if x"}) {
         EXPECT_FALSE(internal::PlainWords(line)) << line;
     }
     const std::string awkward = "/bin/printf %s\\\\n \\ \\*\\?\\[\\]\\~\\#\\=\\'\\\"\\\\ a=b \xC3\xA9\xFF";
@@ -94,6 +97,24 @@ TEST(Shell, AKillEndsTheCommandAndItsChildren) {
         pollfd death{process.Number(), POLLIN, 0};
         EXPECT_TRUE(process.Number() < 0 || poll(&death, 1, kGiveUp) == 1) << file.path();
     }
+    // What was killed is not waited for, but does not stay on the system's list either.
+    const auto hasNoChildren = [] {
+        siginfo_t child;
+        statusOf("true");
+        return waitid(P_ALL, 0, &child, WEXITED | WNOHANG | WNOWAIT) != 0;
+    };
+    EXPECT_TRUE(RunUntil(hasNoChildren));
+}
+
+TEST(Shell, ACommandThatIsKilledIsOverThoughAChildOfItStillHasItsOutput) {
+    const std::string note = std::string(std::getenv("HOME")) + "/child";
+    Shell shell;
+    shell.Execute(String("mkfifo " + note + "; setsid sh -c 'echo $$ > " + note + "; exec sleep 1000' & cat " + note +
+                         "; kill -KILL $$"));
+    EXPECT_EQ(shell.ErrorCode(), 128 + SIGKILL);
+    const int child = std::atoi(shell.Result().CString());
+    ASSERT_GT(child, 0);
+    EXPECT_EQ(kill(child, SIGKILL), 0);
 }
 
 }  // namespace
