@@ -1,18 +1,25 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "tools/disk/DiskPool.h"
 
-#include <sys/resource.h>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <iterator>
 #include <list>
 #include <mutex>
+#include <string>
+#include <string_view>
 #include <system_error>
 #include <thread>
 #include <utility>
+
+#include "base/Descriptor.h"
+#include "tools/disk/WaitMeter.h"
 
 namespace marrowbeck::tools {
 
@@ -29,11 +36,21 @@ constexpr Clock::duration laterLook = 10ms;
 /// What has not come back by then may never.
 constexpr Clock::duration leftBehindAfter = 1s;
 
-/// How often this thread has waited for something. One that only had to leave a processor to others has not.
-long waits() {
-    rusage usage{};
-    getrusage(RUSAGE_THREAD, &usage);
-    return usage.ru_nvcsw;
+/// A task in hand.
+struct Hand {
+    pid_t thread = 0;
+    Clock::time_point since;
+};
+
+/// Whether the thread waits for something, and not just for a processor. True where the system does not tell.
+bool isWaiting(pid_t thread) {
+    const std::string path = "/proc/self/task/" + std::to_string(thread) + "/stat";
+    auto file = base::Descriptor::Open(path.c_str(), O_RDONLY);
+    std::array<char, 64> line{};
+    // Behind the name, which is at most 15 bytes in brackets and may hold brackets.
+    const std::string_view text(line.data(),
+                                static_cast<std::size_t>(std::max<ssize_t>(0, file.Read(line.data(), line.size()))));
+    return !text.substr(std::min(text.size(), text.rfind(')') + 1)).starts_with(" R");
 }
 
 }  // namespace
@@ -45,14 +62,14 @@ class DiskPool::Crew : public std::enable_shared_from_this<Crew> {
         : sideBySide_(sideBySide), most_(most), whilePrompt_(whilePrompt) {}
 
     void add(std::vector<Task> tasks) {
-        const std::lock_guard lock(mutex_);
+        std::unique_lock lock(mutex_);
         std::move(tasks.begin(), tasks.end(), std::back_inserter(tasks_));
-        summon();
-        if (!isWatched_) {
-            isWatched_ = start([this] { watch(); });
-        } else if (isWatcherIdle_) {
-            watcher_.notify_one();
-        }
+        const std::size_t called = summon();
+        const bool isToWatch = isWatcherIdle_;
+        if (!isWatched_) isWatched_ = start([this] { watch(); });
+        lock.unlock();
+        wake(called);
+        if (isToWatch) watcher_.notify_one();
     }
 
     void end() {
@@ -64,9 +81,6 @@ class DiskPool::Crew : public std::enable_shared_from_this<Crew> {
     }
 
   private:
-    /// Since when each thread that has a task has had it.
-    using Times = std::list<Clock::time_point>;
-
     template <class Life>
     bool start(Life life) {
         try {
@@ -81,35 +95,45 @@ class DiskPool::Crew : public std::enable_shared_from_this<Crew> {
     std::size_t engaged() const {
         const auto limit = Clock::now() - leftBehindAfter;
         return static_cast<std::size_t>(
-            std::count_if(inHand_.begin(), inHand_.end(), [&](Clock::time_point since) { return since > limit; }));
+            std::count_if(inHand_.begin(), inHand_.end(), [limit](const Hand& hand) { return hand.since > limit; }));
     }
 
-    /// Sees to it that as many tasks are begun as there may be at a time.
-    void summon() {
+    std::size_t limit() const { return isSlow_ ? sideBySide_ : whilePrompt_; }
+
+    /// Sees to it that as many tasks are begun as there may be at a time. How many threads are to be woken, which is
+    /// better done when the lock is free for them.
+    std::size_t summon() {
         const std::size_t now = engaged() + called_;
-        const std::size_t limit = isSlow_ ? sideBySide_ : whilePrompt_;
-        for (std::size_t wanted = std::min(tasks_.size(), limit - std::min(now, limit)); wanted > 0; --wanted) {
+        std::size_t woken = 0;
+        for (std::size_t wanted = std::min(tasks_.size(), limit() - std::min(now, limit())); wanted > 0; --wanted) {
             if (idle_ > called_) {
                 ++called_;
-                workers_.notify_one();
+                ++woken;
             } else if (threads_ < most_ && start([this] { work(); })) {
                 ++threads_;
                 ++idle_;
                 ++called_;
             } else {
-                return;
+                break;
             }
         }
+        return woken;
+    }
+
+    void wake(std::size_t threads) {
+        for (; threads > 0; --threads) workers_.notify_one();
     }
 
     void work() {
+        const pid_t thread = gettid();
+        WaitMeter meter;
         std::unique_lock lock(mutex_);
         while (true) {
             workers_.wait(lock, [this] { return isEnding_ || (called_ > 0 && !tasks_.empty()); });
             --idle_;
             if (called_ > 0) --called_;
-            long waited = waits();
-            while (!tasks_.empty()) doOne(lock, waited);
+            meter.reset();
+            while (!tasks_.empty() && (inHand_.size() < limit() || engaged() < limit())) doOne(lock, thread, meter);
             // Whoever is still on the way comes too late.
             called_ = 0;
             ++idle_;
@@ -117,23 +141,24 @@ class DiskPool::Crew : public std::enable_shared_from_this<Crew> {
         }
     }
 
-    /// `waited` is how often the thread had waited before.
-    void doOne(std::unique_lock<std::mutex>& lock, long& waited) {
+    void doOne(std::unique_lock<std::mutex>& lock, pid_t thread, WaitMeter& meter) {
         Task task = std::move(tasks_.front());
         tasks_.pop_front();
-        const auto place = inHand_.insert(inHand_.end(), Clock::now());
-        if (isSlow_) summon();
+        const auto place = inHand_.insert(inHand_.end(), {thread, Clock::now()});
+        const std::size_t called = isSlow_ ? summon() : 0;
         lock.unlock();
+        wake(called);
         task();
         task = nullptr;
-        bool isSlow = Clock::now() - *place > promptTime;
-        // What takes long because there is much of it gains nothing from more threads.
+        bool isSlow = Clock::now() - place->since > promptTime;
         if (isSlow) {
-            const long before = std::exchange(waited, waits());
-            isSlow = waited > before;
+            // What takes long because there is much of it gains nothing from more threads.
+            isSlow = meter.hasWaited();
+            meter.reset();
         }
         lock.lock();
-        isSlow_ = isSlow;
+        promptInARow_ = isSlow ? 0 : promptInARow_ + 1;
+        isSlow_ = isSlow || (isSlow_ && promptInARow_ < sideBySide_);
         inHand_.erase(place);
     }
 
@@ -149,11 +174,11 @@ class DiskPool::Crew : public std::enable_shared_from_this<Crew> {
             }
             watcher_.wait_for(lock, isSlow_ ? laterLook : firstLook);
             const auto now = Clock::now();
-            const auto isWaiting = [now](Clock::time_point since) {
-                return since < now - firstLook && since > now - leftBehindAfter;
+            const auto isHeld = [now](const Hand& hand) {
+                return hand.since < now - firstLook && hand.since > now - leftBehindAfter && isWaiting(hand.thread);
             };
-            isSlow_ = isSlow_ || std::any_of(inHand_.begin(), inHand_.end(), isWaiting);
-            summon();
+            isSlow_ = isSlow_ || std::any_of(inHand_.begin(), inHand_.end(), isHeld);
+            wake(summon());
         }
     }
 
@@ -164,11 +189,12 @@ class DiskPool::Crew : public std::enable_shared_from_this<Crew> {
     std::condition_variable workers_;
     std::condition_variable watcher_;
     std::deque<Task> tasks_;
-    Times inHand_;
+    std::list<Hand> inHand_;
     std::size_t threads_ = 0;
     std::size_t idle_ = 0;    ///< those without a task, called or not
     std::size_t called_ = 0;  ///< those of them that are on their way to one
     bool isSlow_ = false;
+    std::size_t promptInARow_ = 0;
     bool isWatched_ = false;
     bool isWatcherIdle_ = false;
     bool isEnding_ = false;

@@ -14,6 +14,7 @@
 #include <ctime>
 #include <system_error>
 
+#include "tools/disk/WaitMeter.h"
 #include "tools/service/InputFile.h"
 
 namespace marrowbeck::tools {
@@ -24,6 +25,8 @@ using namespace std::chrono_literals;
 
 /// So many files are looked at in one go where that takes a microsecond each.
 constexpr std::size_t handful = 512;
+/// No look that has to wait takes less.
+constexpr auto promptLook = 50us;
 
 /// In a namespace that has no names for them the owners of files go by this number, whoever they are.
 constexpr uid_t nobodyKnown = 65534;
@@ -34,11 +37,6 @@ FolderLook::Clock::rep coarseNow() {
     clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
     return FolderLook::Clock::duration(std::chrono::seconds(now.tv_sec) + std::chrono::nanoseconds(now.tv_nsec))
         .count();
-}
-
-/// What a disk in memory needs for so many entries, and no network.
-FolderLook::Clock::duration promptTime(std::size_t entries) {
-    return 50us + entries * 1us;
 }
 
 /// Mode and owner, as the system has them or gets them with one question. False with errno.
@@ -62,9 +60,9 @@ void FolderLook::read(bool mayBeLink) {
     askedAt_ = coarseNow();
     auto stage = Stage::waiting;
     if (!stage_.compare_exchange_strong(stage, Stage::reading)) return;
-    const auto begin = Clock::now();
+    const WaitMeter meter;
     const int failure = readEntries(mayBeLink);
-    isNear_ = Clock::now() - begin < promptTime(entries_.size());
+    isNear_ = !meter.hasWaited();
     judge();
     stage = Stage::reading;
     if (!stage_.compare_exchange_strong(stage, Stage::looking)) return;
@@ -133,16 +131,20 @@ void FolderLook::judge() {
 /// the disk hinders nobody.
 void FolderLook::look() {
     terms_.lastBegin = coarseNow();
-    if (next_ + 1 < entries_.size()) terms_.pool.add([self = shared_from_this()] { self->look(); });
-    const std::size_t most = isNear_ ? handful : 1;
-    for (std::size_t asked = 0; asked < most;) {
+    if (next_ + (isNear_ ? handful : 1) < entries_.size())
+        terms_.pool.add([self = shared_from_this()] { self->look(); });
+    auto begin = Clock::now();
+    for (std::size_t asked = 0; asked < handful;) {
         const std::size_t index = next_++;
         if (index >= entries_.size()) return;
         Entry& entry = entries_[index];
         if (entry.outcome != Outcome::open) continue;
-        entry.askedAt = coarseNow();
+        entry.askedAt = begin.time_since_epoch().count();
         decide(entry, answerOn(entry));
         ++asked;
+        const auto end = Clock::now();
+        if (!isNear_ && end - begin > promptLook) return;
+        begin = end;
     }
 }
 
@@ -182,8 +184,8 @@ FolderLook::Outcome FolderLook::answerByContent(const Entry& entry, bool isReada
     return Outcome::refused;
 }
 
-/// Where the folder was read at once, its files' rights are in memory too, and to ask for these takes a third less time
-/// than a look. From afar that may be one more question, where the look alone nearly always tells.
+/// Where the folder was read without a wait, its files' rights are in memory too, and to ask for these takes a third
+/// less time than a look. From afar that may be one more question, where the look alone nearly always tells.
 bool FolderLook::mayBeRead(const char* name, bool isLookedAt) const {
     if (!isLookedAt && !isNear_) {
         struct statx facts {};
@@ -205,6 +207,12 @@ bool FolderLook::isHeld(Clock::time_point limit) const {
     return stage == Stage::looking && std::any_of(entries_.begin(), entries_.end(), [since](const Entry& entry) {
                return entry.outcome == Outcome::open && entry.askedAt != 0 && entry.askedAt < since;
            });
+}
+
+void FolderLook::lookPast(Clock::time_point limit) {
+    if (!isNear_ || stage_ != Stage::looking || !isHeld(limit)) return;
+    isNear_ = false;
+    terms_.pool.add([self = shared_from_this()] { self->look(); });
 }
 
 void FolderLook::giveUp(Clock::time_point limit, bool evenUnasked) {
@@ -240,7 +248,7 @@ FolderLook::Outcome FolderLook::madeUpFor(const Entry& entry) {
 /// Puts in order what came of the entries.
 void FolderLook::finish() {
     stage_ = Stage::over;
-    std::vector<const Entry*> order;
+    std::vector<std::pair<std::string_view, const Entry*>> order;
     std::size_t length = 0;
     for (Entry& entry : entries_) {
         if (entry.outcome == Outcome::unanswered) entry.outcome = madeUpFor(entry);
@@ -248,19 +256,19 @@ void FolderLook::finish() {
         // With the slash folders stand where their contents belong: "a-b" before "a/b".
         if (entry.outcome == Outcome::below || entry.kind == Kind::folder) names_[entry.start + entry.length++] = '/';
         if (entry.outcome == Outcome::found) length += path_.size() + entry.length + 1;
-        order.push_back(&entry);
+        order.emplace_back(name(entry), &entry);
     }
-    std::sort(order.begin(), order.end(), [this](const Entry* a, const Entry* b) { return name(*a) < name(*b); });
+    std::sort(order.begin(), order.end());
     findings_.found.reserve(length);
     const auto tell = [this](const Entry& entry, const std::string& reason) {
         findings_.told += "mdfind: " + pathOf(entry) + ": " + reason + "\n";
     };
-    for (const Entry* const entry : order) {
+    for (const auto& [name, entry] : order) {
         const Outcome outcome = entry->outcome;
         if (outcome == Outcome::found) {
-            (findings_.found += path_).append(name(*entry)) += terms_.ending;
+            (findings_.found += path_).append(name) += terms_.ending;
         } else if (outcome == Outcome::below) {
-            findings_.below.push_back({std::string(name(*entry)), findings_.found.size(), findings_.told.size()});
+            findings_.below.push_back({std::string(name), findings_.found.size(), findings_.told.size()});
         } else if (outcome == Outcome::tooLong) {
             tell(*entry, std::generic_category().message(ENAMETOOLONG));
         } else {

@@ -72,7 +72,8 @@ class FolderLook : public std::enable_shared_from_this<FolderLook> {
     /// Whether a question has been without an answer since `limit` or longer. For any thread.
     bool isHeld(Clock::time_point limit) const;
 
-    const std::string& path() const { return path_; }
+    /// Sees to it that files behind one that has been without an answer since `limit` are looked at. For any thread.
+    void lookPast(Clock::time_point limit);
 
     /// Once it is over.
     FolderFindings takeFindings() { return std::move(findings_); }
@@ -118,7 +119,7 @@ class FolderLook : public std::enable_shared_from_this<FolderLook> {
     std::atomic<Stage> stage_ = Stage::waiting;
     std::atomic<Clock::rep> askedAt_ = 0;
     base::Descriptor folder_;
-    bool isNear_ = false;
+    std::atomic<bool> isNear_ = false;
     std::string names_;
     std::deque<Entry> entries_;
     std::atomic<std::size_t> next_ = 0;

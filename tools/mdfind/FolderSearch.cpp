@@ -115,6 +115,7 @@ void FolderSearch::settle(Node& node) {
 void FolderSearch::sweep() {
     const auto now = Clock::now();
     if (now - std::exchange(lastSweep_, now) > stopped) awakeSince_ = now;
+    for (const auto& [node, look] : looks_) look->lookPast(now - held);
     held_ = static_cast<std::size_t>(std::count_if(
         looks_.begin(), looks_.end(), [now](const auto& look) { return look.second->isHeld(now - held); }));
     held_ = std::min(held_, mostHeld);
@@ -131,14 +132,15 @@ void FolderSearch::passOn(const Take& take) {
         const bool isLast = node.passed == node.below.size();
         const std::size_t found = isLast ? findings.found.size() : findings.below[node.passed].found;
         const std::size_t told = isLast ? findings.told.size() : findings.below[node.passed].told;
-        found_.append(findings.found, node.found, found - node.found);
+        const auto paths = std::string_view(findings.found).substr(node.found, found - node.found);
         told_.append(findings.told, node.told, told - node.told);
         node.found = found;
         node.told = told;
-        if (found_.size() >= parcel) {
-            take(found_, told_);
-            found_.clear();
-            told_.clear();
+        if (found_.size() + paths.size() >= parcel) {
+            take(std::exchange(found_, {}), std::exchange(told_, {}));
+            take(paths, {});
+        } else {
+            found_ += paths;
         }
         if (isLast) {
             way_.pop_back();
