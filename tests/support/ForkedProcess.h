@@ -3,6 +3,7 @@
 
 #include <linux/filter.h>
 #include <linux/seccomp.h>
+#include <sys/ioctl.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -10,6 +11,8 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <cstring>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -51,6 +54,33 @@ inline bool RefuseCall(int call, unsigned error) {
                         BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, static_cast<unsigned>(call), 0, 1),
                         BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | error),
                         BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)});
+}
+
+/// Makes the kernel answer those of these calls in which `word` stands in the path, their second argument, never. For a
+/// process whose threads all begin after this.
+inline bool HoldCalls(const std::vector<int>& calls, const char* word) {
+    std::vector<sock_filter> filter{BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr))};
+    for (const int call : calls) {
+        filter.push_back(BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, static_cast<unsigned>(call), 0, 1));
+        filter.push_back(BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_USER_NOTIF));
+    }
+    filter.push_back(BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW));
+    const sock_fprog program{static_cast<unsigned short>(filter.size()), filter.data()};
+    if (::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0) return false;
+    const auto listener =
+        static_cast<int>(::syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, SECCOMP_FILTER_FLAG_NEW_LISTENER, &program));
+    if (listener < 0) return false;
+    std::thread([listener, word] {
+        while (true) {
+            seccomp_notif told{};
+            if (::ioctl(listener, SECCOMP_IOCTL_NOTIF_RECV, &told) != 0) continue;
+            const auto* const path = reinterpret_cast<const char*>(told.data.args[1]);
+            if (std::strstr(path, word) != nullptr) continue;
+            seccomp_notif_resp answer{told.id, 0, 0, SECCOMP_USER_NOTIF_FLAG_CONTINUE};
+            ::ioctl(listener, SECCOMP_IOCTL_NOTIF_SEND, &answer);
+        }
+    }).detach();
+    return true;
 }
 
 /// Makes the kernel answer every swap of two files in this process as a volume does that cannot do it.

@@ -5,7 +5,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
+
+#include "tests/support/ForkedProcess.h"
 #include "tests/tools/TestFiles.h"
+#include "tools/mdfind/FolderSearch.h"
 
 namespace marrowbeck::tools {
 namespace {
@@ -131,6 +135,46 @@ TEST(Mdfind, WhatMayNotBeReadIsLeftOutOrToldAsItIsWanted) {
     EXPECT_EQ(mdfind({"-onlyin", folder.Path("closed"), "kMDItemContentTypeTree == *image"}).status, exitFailure);
     ASSERT_TRUE(!root || seteuid(0) == 0);
     chmod(folder.Path("closed").c_str(), 0700);
+}
+
+TEST(Mdfind, WhatHangsCostsOnlyItself) {
+    const TemporaryFolder folder;
+    for (const char* const name : {"a HANG/lost.jpg", "a/b/c.jpg", "b/HANG.jpg", "b/HANG.txt", "b/x.jpg", "b/z.jpg"})
+        folder.Put(name);
+    for (const char* const name : {"b/HANG", "b/y"}) folder.Put(name, readFile(picture("rgb.png")));
+    EXPECT_TRUE(test::InForkedProcess([&folder] {
+        if (!test::HoldCalls({SYS_openat, SYS_statx, SYS_faccessat2}, "HANG")) return false;
+        auto* const search = new FolderSearch("", false, ' ', std::chrono::milliseconds(1500));
+        std::string found;
+        std::string told;
+        search->begin(folder.Path());
+        const int failure = search->run([&](std::string_view paths, std::string_view lines) {
+            found += paths;
+            told += lines;
+        });
+        std::string expected;
+        for (const char* const name : {"a/b/c.jpg", "b/HANG.jpg", "b/x.jpg", "b/y", "b/z.jpg"})
+            expected += folder.Path(name) + " ";
+        EXPECT_EQ(failure, 0);
+        EXPECT_EQ(found, expected);
+        EXPECT_EQ(told, "mdfind: " + folder.Path("a HANG") + ": Connection timed out\n");
+        return !testing::Test::HasFailure();
+    }));
+}
+
+TEST(Mdfind, ASearchThatDiesIsAFailure) {
+    const TemporaryFolder folder;
+    folder.Put("a.jpg");
+    EXPECT_TRUE(test::InForkedProcess([&folder] {
+        const bool isFiltered = test::FilterCalls({
+            BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+            BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_getdents64, 0, 1),
+            BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_KILL_PROCESS),
+            BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+        });
+        const ToolResult result = mdfind({"-0", "-onlyin", folder.Path(), "kMDItemContentTypeTree == *image"});
+        return isFiltered && result.status == exitFailure && result.output.empty() && !result.error.empty();
+    }));
 }
 
 TEST(Mdfind, DeepNestingEndsWhereNoPathReaches) {

@@ -19,8 +19,6 @@ using namespace std::chrono_literals;
 constexpr std::size_t sideBySide = 32;
 constexpr std::size_t mostHeld = 256;
 
-/// What has given no answer for so long gives none.
-constexpr auto patience = 30s;
 /// What is held for so long takes no other's place.
 constexpr auto held = 1s;
 constexpr auto betweenSweeps = 500ms;
@@ -32,26 +30,28 @@ constexpr std::size_t parcel = std::size_t{256} * 1024;
 
 }  // namespace
 
-FolderSearch::FolderSearch(std::string_view type, bool isStrict, char ending)
+FolderSearch::FolderSearch(std::string_view type, bool isStrict, char ending, std::chrono::milliseconds patience)
     : terms_{.types = WantedTypes(type),
              .isStrict = isStrict,
              .ending = ending,
              .user = geteuid(),
-             .pool = DiskPool(sideBySide, mostHeld, std::max(std::thread::hardware_concurrency(), 1U))} {}
+             .pool = DiskPool(sideBySide, mostHeld, std::max(std::thread::hardware_concurrency(), 1U))},
+      patience_(patience) {}
 
-int FolderSearch::run(const std::string& folder, const Take& take) {
-    Node top;
-    top.path = folder;
-    while (top.path.ends_with('/')) top.path.pop_back();
-    top.path += '/';
+void FolderSearch::begin(const std::string& folder) {
+    top_.path = folder;
+    while (top_.path.ends_with('/')) top_.path.pop_back();
+    top_.path += '/';
     awakeSince_ = lastSweep_ = Clock::now();
-    way_.push_back(&top);
-    begin(top, true);
-    while (true) {
-        terms_.pool.add(std::exchange(tasks_, {}));
-        if (looks_.empty()) break;
+    way_.push_back(&top_);
+    beginOne(top_, true);
+    terms_.pool.add(std::exchange(tasks_, {}));
+}
+
+int FolderSearch::run(const Take& take) {
+    while (!looks_.empty()) {
         wait();
-        if (top.findings.failure != 0) return top.findings.failure;
+        if (top_.findings.failure != 0) return top_.findings.failure;
         beginSome();
         passOn(take);
     }
@@ -59,7 +59,7 @@ int FolderSearch::run(const std::string& folder, const Take& take) {
     return 0;
 }
 
-void FolderSearch::begin(Node& node, bool mayBeLink) {
+void FolderSearch::beginOne(Node& node, bool mayBeLink) {
     auto look = std::make_shared<FolderLook>(terms_, node.path, [this, &node](FolderLook&) {
         const std::lock_guard lock(mutex_);
         over_.push_back(&node);
@@ -78,8 +78,9 @@ void FolderSearch::beginSome() {
         if (node.begun == node.below.size()) waiting_.pop_back();
         node.below[index] = std::make_unique<Node>();
         node.below[index]->path = node.path + std::exchange(node.findings.below[index].name, {});
-        begin(*node.below[index], false);
+        beginOne(*node.below[index], false);
     }
+    if (!tasks_.empty()) terms_.pool.add(std::exchange(tasks_, {}));
 }
 
 /// Until some folder is over.
@@ -119,9 +120,14 @@ void FolderSearch::sweep() {
     held_ = static_cast<std::size_t>(std::count_if(
         looks_.begin(), looks_.end(), [now](const auto& look) { return look.second->isHeld(now - held); }));
     held_ = std::min(held_, mostHeld);
-    if (now - awakeSince_ < patience) return;
-    isGone_ = isGone_ || terms_.lastBegin < (now - patience).time_since_epoch().count();
-    for (const auto& [node, look] : looks_) look->giveUp(now - patience, isGone_);
+    if (!isProbed_.exchange(true)) {
+        probedAt_ = now;
+        terms_.pool.add([this] { isProbed_ = false; });
+    }
+    const auto limit = now - patience_;
+    if (awakeSince_ > limit) return;
+    isGone_ = isGone_ || (isProbed_ && probedAt_ < limit && terms_.lastBegin < limit.time_since_epoch().count());
+    for (const auto& [node, look] : looks_) look->giveUp(limit, isGone_);
 }
 
 /// Passes on what is known up to the first folder that is not over.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <functional>
@@ -27,16 +29,22 @@ namespace marrowbeck::tools {
 class FolderSearch {
   public:
     /// `type` such as "image/jpeg", or empty for every image. Where nothing is left out unsaid (`isStrict`), files that
-    /// may not be read are found like others, and told where only their content could have told the type.
-    FolderSearch(std::string_view type, bool isStrict, char ending);
+    /// may not be read are found like others, and told where only their content could have told the type. What has
+    /// given no answer for as long as `patience` gives none: a folder is skipped and told, a file goes for one that may
+    /// be read.
+    FolderSearch(std::string_view type, bool isStrict, char ending,
+                 std::chrono::milliseconds patience = std::chrono::seconds(30));
     FolderSearch(const FolderSearch&) = delete;
     FolderSearch& operator=(const FolderSearch&) = delete;
 
     /// Paths, an ending behind each, and lines about what was skipped, as they come. Either may be empty.
     using Take = std::function<void(std::string_view found, std::string_view told)>;
 
-    /// 0, or the `errno` that says why `folder`, which is absolute, cannot be read.
-    int run(const std::string& folder, const Take& take);
+    /// Begins below `folder`, which is absolute. Other work may be done meanwhile.
+    void begin(const std::string& folder);
+
+    /// Goes on to the end. 0, or the `errno` that says why the folder cannot be read.
+    int run(const Take& take);
 
   private:
     /// A folder that is searched or was, as long as not all that lies in it is passed on.
@@ -53,7 +61,7 @@ class FolderSearch {
 
     using Clock = FolderLook::Clock;
 
-    void begin(Node& node, bool mayBeLink);
+    void beginOne(Node& node, bool mayBeLink);
     void beginSome();
     void wait();
     void settle(Node& node);
@@ -61,19 +69,23 @@ class FolderSearch {
     void passOn(const Take& take);
 
     SearchTerms terms_;
+    const std::chrono::milliseconds patience_;
     std::mutex mutex_;
     std::condition_variable isOver_;
     std::vector<Node*> over_;
 
     // Of the thread that runs the search.
+    Node top_;
     std::unordered_map<Node*, std::shared_ptr<FolderLook>> looks_;
     std::vector<DiskPool::Task> tasks_;
     std::vector<Node*> waiting_;  ///< folders with some in them that are not begun; the last is the next
     std::vector<Node*> way_;      ///< from the top to the folder that is passed on
     std::string found_;
     std::string told_;
-    std::size_t held_ = 0;  ///< looks that wait for long
-    bool isGone_ = false;   ///< no thread is left that the disk does not hold
+    std::size_t held_ = 0;                ///< looks that wait for long
+    bool isGone_ = false;                 ///< no thread is left that the disk does not hold
+    std::atomic<bool> isProbed_ = false;  ///< a task waits to be begun, which tells whether one is left
+    Clock::time_point probedAt_;
     Clock::time_point awakeSince_;
     Clock::time_point lastSweep_;
 };

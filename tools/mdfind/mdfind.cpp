@@ -96,14 +96,15 @@ void say(int socket, Word word, std::string_view bytes) {
 /// The life of the process that searches.
 void search(const Request& request, int socket) {
     const auto end = [socket](int status) { say(socket, statusWord, std::string(1, static_cast<char>(status))); };
+    // It never goes: threads that the disk holds may still use it when all has been said.
+    auto* const found = new FolderSearch(request.type, request.isStrict, request.ending);
+    found->begin(absolutePath(request.folder));
     if (!MimeTypes::areInstalled()) {
         say(socket, toldWord, "mdfind: the shared MIME database is not installed\n");
         return end(exitFailure);
     }
-    // It never goes: threads that the disk holds may still use it when all has been said.
-    auto* const found = new FolderSearch(request.type, request.isStrict, request.ending);
     bool isRefused = false;
-    const int failure = found->run(absolutePath(request.folder), [&](std::string_view paths, std::string_view lines) {
+    const int failure = found->run([&](std::string_view paths, std::string_view lines) {
         isRefused = isRefused || (request.isStrict && !lines.empty());
         say(socket, foundWord, paths);
         say(socket, toldWord, lines);
