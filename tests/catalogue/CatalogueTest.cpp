@@ -80,6 +80,24 @@ void CatalogueTest::useRealTools() {
     Shell::SetToolsFolder(MARROWBECK_TOOLS, {"mdls", "sips", "look"});
 }
 
+void CatalogueTest::useSlowDisk(std::vector<std::string> resident) const {
+    for (const std::string& name : resident) {
+        std::filesystem::remove(root + "/tools/" + name);
+        std::filesystem::create_symlink(MARROWBECK_TOOLS "/" + name, root + "/tools/" + name);
+    }
+    std::filesystem::create_symlink(MARROWBECK_SLOW_LOOK, root + "/tools/look");
+    resident.emplace_back("look");
+    Shell::SetToolsFolder(String(root + "/tools"), resident);
+}
+
+std::string CatalogueTest::asked() {
+    const std::string path = std::string(std::getenv("HOME")) + "/asked";
+    std::ifstream log(path);
+    std::string lines{std::istreambuf_iterator<char>(log), {}};
+    std::filesystem::resize_file(path, 0);
+    return lines;
+}
+
 void CatalogueTest::search() {
     search(pictures);
 }

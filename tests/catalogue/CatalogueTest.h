@@ -29,6 +29,11 @@ class CatalogueTest : public testing::Test {
     /// A script in the place of one of the tools.
     void replaceTool(const std::string& name, const std::string& script) const;
     static void useRealTools();
+    /// From now on the disk answers for HANG when it is asked for RELEASE: see SlowLook.cpp. Of the other tools those
+    /// that are named stay open.
+    void useSlowDisk(std::vector<std::string> resident = {}) const;
+    /// What was asked of that disk since the last time, a line a question.
+    static std::string asked();
 
     /// Searches the folder of pictures, or another one, to the end of the search thread.
     void search();

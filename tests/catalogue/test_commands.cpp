@@ -127,6 +127,31 @@ TEST_F(Commands, StopEndsAHangingToolAtOnceAndLeavesNoHalfRow) {
     expectAtRest();
 }
 
+TEST_F(Commands, AFolderWhoseDiskDoesNotAnswerHoldsNothing) {
+    addImages(2);
+    const std::string slow = root + "/HANG";
+    std::filesystem::create_directory(slow);
+    std::filesystem::rename(addFile("slow.jpg"), slow + "/slow.jpg");
+    answer(slow + "/slow.jpg", plainFields());
+    useSlowDisk();
+    const auto dropLikeAPerson = [this](const std::string& path) { OnOwnThread([this, path] { drop(path); }); };
+    dropLikeAPerson(slow);
+    EXPECT_FALSE(running());
+    dropLikeAPerson(pictures);
+    ASSERT_TRUE(RunUntil([this] { return names().size() == 2; }));
+    runToEnd();
+
+    ASSERT_TRUE(RunUntil([this] {
+        return window->gD->Name() == String("HANG") || New<FolderItem>(String(root + "/RELEASE"))->Exists();
+    }));
+    EXPECT_EQ(window->SizeThread1->State(), Thread::Waiting);
+    press(window->MyToolbar->StopTB);
+    expectAtRest();
+    dropLikeAPerson(pictures);
+    ASSERT_TRUE(RunUntil([this] { return names().size() == 2; }));
+    runToEnd();
+}
+
 TEST_F(Commands, EmptyingAFolderTakesItsFoldersAndLinksAndKeepsItself) {
     const std::string folder = root + "/full";
     std::filesystem::create_directories(folder + "/a/b/c");

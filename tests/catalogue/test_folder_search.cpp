@@ -50,6 +50,20 @@ TEST_F(FolderSearch, WalksDirectChildrenOfTheChosenTypes) {
     }
 }
 
+TEST_F(FolderSearch, TheDiskIsAskedAboutTheFolderAndNotAboutEachFile) {
+    const std::string folder = root + "/copies";
+    std::filesystem::copy(MARROWBECK_SAMPLES, folder, std::filesystem::copy_options::recursive);
+    useSlowDisk({"mdls", "mdfind"});
+    for (const bool subfolders : {false, true}) {
+        window->Subfoldercheckbox->Value(subfolders);
+        search(folder);
+        const std::string questions = asked();
+        EXPECT_NE(questions.find(folder), std::string::npos);
+        for (const std::string& name : names()) EXPECT_EQ(questions.find(name), std::string::npos) << questions;
+        EXPECT_EQ(cell(0, 2), ".02") << "the length of " << cell(0, 0);
+    }
+}
+
 TEST_F(FolderSearch, AsksTheIndexWithTheExactCommandOfEachFilter) {
     window->Subfoldercheckbox->Value(true);
     const std::string odd = root + "/it's a \"$(touch x)\" folder";

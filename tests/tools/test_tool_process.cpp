@@ -40,7 +40,7 @@ TEST(ToolProcess, FailuresSpeakOnStandardErrorAlone) {
 }
 
 TEST(ToolProcess, EachTellsHowItIsCalledAndItsVersion) {
-    for (const std::string tool : {"mdfind", "mdls", "plutil", "sips"}) {
+    for (const std::string tool : {"look", "mdfind", "mdls", "plutil", "sips"}) {
         const Outcome help = run(tool + " --help");
         EXPECT_TRUE(help.output.starts_with("Usage: " + tool + " ")) << help.output;
         EXPECT_EQ(help.status, 0);

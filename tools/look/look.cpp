@@ -97,16 +97,14 @@ std::optional<int> rightsOf(std::string_view letters) {
     return letters.empty() ? std::nullopt : std::optional(rights);
 }
 
+/// The codes of type and creator with a NUL between them. Without a type the creator tells nothing.
 std::string codesAt(const std::string& path) {
-    std::string codes;
-    for (const char* const name : {base::typeAttribute, base::creatorAttribute}) {
-        const std::string code = base::attributeAt(path.c_str(), name);
-        if (code.find('\0') == std::string::npos) codes += code;
-        codes += '\0';
-        // Without a type the creator tells nothing.
-        if (code.empty()) return std::string(2, '\0');
-    }
-    return codes;
+    const auto codeOf = [&path](const char* name) {
+        std::string code = base::attributeAt(path.c_str(), name);
+        return code.find('\0') == std::string::npos ? code : std::string();
+    };
+    const std::string type = codeOf(base::typeAttribute);
+    return type + '\0' + (type.empty() ? type : codeOf(base::creatorAttribute));
 }
 
 std::string folderAt(const std::string& path) {
@@ -135,9 +133,7 @@ ToolResult look(const Arguments& arguments, DiskPool& pool, const Dropped& dropp
     }
     if (verb == "codes" && count >= 3) {
         const auto codes = [folder = arguments[1]](const std::string& name) {
-            std::string both = codesAt(base::joined(folder, name));
-            both.pop_back();
-            return both;
+            return codesAt(base::joined(folder, name));
         };
         return {asking.ofEach(arguments, 2, codes, std::string(1, '\0')), {}, exitSuccess};
     }

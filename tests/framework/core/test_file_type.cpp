@@ -4,14 +4,19 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include "framework/core/process/Shell.h"
 #include "tests/support/TemporaryFolder.h"
 
 using namespace framework;
 
 namespace {
 
-class FileTypeTest : public testing::Test {
+/// Whichever way the disk is asked, the answers are the same: with the tool that asks it aside, or without.
+class FileTypeTest : public testing::TestWithParam<const char*> {
   protected:
+    FileTypeTest() { Shell::SetToolsFolder(MARROWBECK_TOOLS, {GetParam()}); }
+    ~FileTypeTest() override { Shell::SetToolsFolder(""); }
+
     std::string typeOf(const std::string& name) { return folder_.Item()->TrueChild(String(name))->Type().ToStd(); }
 
     TemporaryFolder folder_;
@@ -20,10 +25,11 @@ class FileTypeTest : public testing::Test {
     const Ref<FileType> jpeg_ = New<FileType>("image/jpeg", ".jfif;.jpe;.jpeg;.jpg", "JPEG", "prvw");
     const Ref<FileType> tiff_ = New<FileType>("image/tiff", ".jfx;.tif;.tiff", "TIFF", "????");
 };
+INSTANTIATE_TEST_SUITE_P(Asked, FileTypeTest, testing::Values("look", "none"));
 
 }  // namespace
 
-TEST_F(FileTypeTest, NamesAnswerByTheirSuffix) {
+TEST_P(FileTypeTest, NamesAnswerByTheirSuffix) {
     const std::pair<const char*, const char*> rows[] = {{"a.jpg", "image/jpeg"},
                                                         {"two\nlines.Jpe", "image/jpeg"},
                                                         {"a.jfx", "image/tiff"},
@@ -36,12 +42,12 @@ TEST_F(FileTypeTest, NamesAnswerByTheirSuffix) {
     for (const auto& [name, type] : rows) EXPECT_EQ(typeOf(name), type) << name;
 }
 
-TEST_F(FileTypeTest, CodesAnswerWhereTheSuffixSaysNothing) {
+TEST_P(FileTypeTest, CodesAnswerWhereTheSuffixSaysNothing) {
     folder_.Put("file");
     folder_.Put("file.jpg");
     const Ref<FolderItem> file = folder_.Item()->TrueChild("file");
     file->MacType("TIFF");
-    if (file->MacType().IsEmpty()) GTEST_SKIP() << "no attributes on this file system";
+    if (FolderItem::Own(file->AbsolutePath())->MacType().IsEmpty()) GTEST_SKIP() << "no attributes on this file system";
     EXPECT_EQ(file->Type().Bytes(), "image/tiff") << "any creator will do";
     file->MacType("JPEG");
     EXPECT_TRUE(file->Type().IsEmpty());
@@ -54,9 +60,19 @@ TEST_F(FileTypeTest, CodesAnswerWhereTheSuffixSaysNothing) {
     EXPECT_TRUE(file->Type().IsEmpty());
     folder_.Item()->TrueChild("file.jpg")->MacType("TIFF");
     EXPECT_EQ(typeOf("file.jpg"), "image/jpeg");
+
+    // Children of a list are asked about together.
+    folder_.Put("before");
+    folder_.Put("later");
+    folder_.Item()->TrueChild("later")->MacType("TIFF");
+    const Ref<FolderItem> listed = folder_.Item();
+    std::string types;
+    const int count = listed->Count();
+    for (int i = 1; i <= count; ++i) types += listed->TrueItem(i)->Type().ToStd() + ";";
+    EXPECT_EQ(types, ";;image/jpeg;image/tiff;");
 }
 
-TEST_F(FileTypeTest, OnlyFilesAreImages) {
+TEST_P(FileTypeTest, OnlyFilesAreImages) {
     std::filesystem::create_directory(folder_.Path("folder.jpg"));
     std::filesystem::create_directory_symlink("folder.jpg", folder_.Path("to-folder.jpg"));
     folder_.Put("file.jpg");

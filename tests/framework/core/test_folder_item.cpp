@@ -4,12 +4,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <filesystem>
 
 #include "framework/core/files/BinaryStream.h"
 #include "framework/core/files/TextInputStream.h"
 #include "framework/core/files/TextOutputStream.h"
+#include "framework/core/process/Shell.h"
 #include "tests/support/TemporaryFolder.h"
 
 using namespace framework;
@@ -28,15 +31,20 @@ std::vector<std::string> names(const Ref<FolderItem>& folder) {
     return found;
 }
 
-class FolderItemTest : public testing::Test {
+/// Whichever way the disk is asked, the answers are the same: with the tool that asks it aside, or without.
+class FolderItemTest : public testing::TestWithParam<const char*> {
   protected:
+    FolderItemTest() { Shell::SetToolsFolder(MARROWBECK_TOOLS, {GetParam()}); }
+    ~FolderItemTest() override { Shell::SetToolsFolder(""); }
+
     TemporaryFolder temporary_;
     Ref<FolderItem> folder_ = temporary_.Item();
 };
+INSTANTIATE_TEST_SUITE_P(Asked, FolderItemTest, testing::Values("look", "none"));
 
 }  // namespace
 
-TEST_F(FolderItemTest, NamesOfAnyBytesAreMadeFoundCopiedAndDeleted) {
+TEST_P(FolderItemTest, NamesOfAnyBytesAreMadeFoundCopiedAndDeleted) {
     const std::vector<std::string> all = {
         "a b",    "it's \"so\"",  "$(touch x)`id`",     "two\nlines",  "-rf", "#1 50% a:b;c",
         "*?[a]~", "\xFF\xFE raw", "gr\xC3\xBC\xC3\x9F", "back\\slash", " "};
@@ -58,7 +66,7 @@ TEST_F(FolderItemTest, NamesOfAnyBytesAreMadeFoundCopiedAndDeleted) {
     EXPECT_EQ(folder_->Count(), 0);
 }
 
-TEST_F(FolderItemTest, PathsAreMadeAbsoluteAndClean) {
+TEST_P(FolderItemTest, PathsAreMadeAbsoluteAndClean) {
     std::filesystem::create_directories(temporary_.Path("real/deep"));
     std::filesystem::create_symlink("real/deep", temporary_.Path("link"));
     const std::filesystem::path before = std::filesystem::current_path();
@@ -74,7 +82,7 @@ TEST_F(FolderItemTest, PathsAreMadeAbsoluteAndClean) {
     EXPECT_FALSE(GetFolderItem(String(std::string_view("/tmp\0/x", 7))));
 }
 
-TEST_F(FolderItemTest, ChildrenAreASortedSnapshotUntilTheNextCount) {
+TEST_P(FolderItemTest, ChildrenAreASortedSnapshotUntilTheNextCount) {
     for (const char* name : {"b", "a", ".hidden", "B", "c"}) temporary_.Put(name);
     EXPECT_EQ(folder_->TrueItem(1)->Name().Bytes(), ".hidden") << "without Count the folder is read at first use";
     EXPECT_THAT(names(folder_), ElementsAre(".hidden", "B", "a", "b", "c"));
@@ -88,7 +96,7 @@ TEST_F(FolderItemTest, ChildrenAreASortedSnapshotUntilTheNextCount) {
     EXPECT_FALSE(folder_->TrueItem(7));
 }
 
-TEST_F(FolderItemTest, LinksStandForThemselvesUnlessChildFollowsThem) {
+TEST_P(FolderItemTest, LinksStandForThemselvesUnlessChildFollowsThem) {
     std::filesystem::create_directories(temporary_.Path("target/inner"));
     temporary_.Put("target/file", "12345");
     std::filesystem::create_symlink("target", temporary_.Path("folder-link"));
@@ -103,17 +111,22 @@ TEST_F(FolderItemTest, LinksStandForThemselvesUnlessChildFollowsThem) {
     EXPECT_EQ(followed->AbsolutePath().Bytes(), temporary_.Path("target"));
     EXPECT_EQ(folder_->Child("chain")->AbsolutePath().Bytes(), temporary_.Path("folder-link/file"));
     EXPECT_EQ(folder_->TrueChild("chain")->Length(), 5U);
+    EXPECT_TRUE(folder_->IsSame(followed->Parent()));
+    EXPECT_FALSE(folder_->IsSame(followed));
     EXPECT_TRUE(GetFolderItem(String(temporary_.Path("folder-link/")))->Directory());
 
     EXPECT_TRUE(link->Delete());
     EXPECT_TRUE(std::filesystem::exists(temporary_.Path("target/file")));
 }
 
-TEST_F(FolderItemTest, FailuresAreAnswersNotExceptions) {
+TEST_P(FolderItemTest, FailuresAreAnswersNotExceptions) {
     temporary_.Put("file");
     const Ref<FolderItem> file = folder_->Child("file");
     EXPECT_EQ(file->Count(), 0);
+    EXPECT_EQ(file->CountError(), ENOTDIR);
     EXPECT_FALSE(file->TrueItem(1));
+    EXPECT_EQ(file->AccessError(R_OK), 0);
+    EXPECT_EQ(folder_->Child("missing")->AccessError(F_OK), ENOENT);
     EXPECT_FALSE(file->Child("below")->CreateTextFile());
     EXPECT_FALSE(file->CreateAsFolder());
     EXPECT_FALSE(folder_->OpenAsTextFile());
@@ -127,7 +140,7 @@ TEST_F(FolderItemTest, FailuresAreAnswersNotExceptions) {
     EXPECT_FALSE(folder_->Child("absent")->Child("new")->CreateAsFolder());
 }
 
-TEST_F(FolderItemTest, CopiesKeepContentModeAndCodesAndOverwriteNothing) {
+TEST_P(FolderItemTest, CopiesKeepContentModeAndCodesAndOverwriteNothing) {
     std::string bytes(700'001, '\0');
     for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i * 31);
     temporary_.Put("source", bytes);
