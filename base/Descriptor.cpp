@@ -10,6 +10,8 @@
 #include <iterator>
 #include <utility>
 
+#include "base/WriteAll.h"
+
 namespace base {
 
 Descriptor::Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
@@ -43,13 +45,7 @@ ssize_t Descriptor::Read(char* bytes, std::size_t size) {
 }
 
 bool Descriptor::Write(std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(number_, bytes.data(), bytes.size());
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) return false;
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return true;
+    return writeAll(number_, bytes);
 }
 
 bool Descriptor::Sync() {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "base/Frames.h"
 
+#include <utility>
+
 namespace base {
 
 namespace {
@@ -97,20 +99,18 @@ std::optional<Answer> answerFrom(std::string_view body) {
 }
 
 void FrameStream::append(std::string_view bytes) {
-    if (taken_ > bytes_.size() / 2) {
-        bytes_.erase(0, taken_);
-        taken_ = 0;
-    }
-    bytes_.append(bytes);
+    bytes_.Drop(std::exchange(given_, 0));
+    bytes_.Append(bytes);
 }
 
 std::optional<std::string_view> FrameStream::next() {
-    std::string_view rest = std::string_view(bytes_).substr(taken_);
+    bytes_.Drop(std::exchange(given_, 0));
+    std::string_view rest = bytes_.Bytes();
     const auto length = takeNumber(rest);
     if (!length || broken_) return std::nullopt;
     broken_ = *length > largest_;
     if (broken_ || *length > rest.size()) return std::nullopt;
-    taken_ += numberSize + *length;
+    given_ = numberSize + *length;
     return rest.substr(0, *length);
 }
 

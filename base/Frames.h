@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/ByteQueue.h"
 #include "base/FileIdentity.h"
 #include "base/ToolResult.h"
 
@@ -71,8 +72,9 @@ class FrameStream {
     bool isBroken() const { return broken_; }
 
   private:
-    std::string bytes_;
-    std::size_t taken_ = 0;
+    ByteQueue bytes_;
+    /// Bytes of the frame that was given out last.
+    std::size_t given_ = 0;
     std::size_t largest_;
     bool broken_ = false;
 };

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "catalogue/ThumbnailCache.h"
 
-#include <string_view>
-
 #include "app/OwnFiles.h"
 #include "app/Preferences.h"
+#include "base/Utf8.h"
 #include "framework/core/files/Paths.h"
 
 namespace marrowbeck {
@@ -13,20 +12,12 @@ namespace {
 /// Bytes of the longest name that a file can have.
 constexpr std::size_t kLongestName = 255;
 
-/// As much of the beginning of a name as `size` bytes hold, without a piece of a character at its end.
-String shortened(const String& name, std::size_t size) {
-    const std::string_view bytes = name.Bytes();
-    if (bytes.size() <= size) return name;
-    while (size > 0 && (static_cast<unsigned char>(bytes[size]) & 0xc0) == 0x80) --size;
-    return String(bytes.substr(0, size));
-}
-
 }  // namespace
 
 ThumbnailEntry::ThumbnailEntry(const Ref<FolderItem>& source)
     : source_(source->ShellPath()), hash_(Str(Variant(source_).Hash())) {
     // A name that leaves no room for the hash loses its end: the hash tells entries apart all the same.
-    name_ = shortened(source->Name(), kLongestName - hash_.Bytes().size());
+    name_ = String(base::wholeCharacters(source->Name().Bytes(), kLongestName - hash_.Bytes().size()));
 }
 
 void ThumbnailEntry::MakeFolder() {

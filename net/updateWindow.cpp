@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "framework/core/text/Characters.h"
+#include "base/Utf8.h"
 
 namespace marrowbeck {
 namespace {
@@ -21,18 +21,9 @@ constexpr int kLongestPause = 60'000;
 
 constexpr const char* kContentProblem = "There was a problem with the website content. Please try again later.";
 
-bool isUtf8(std::string_view bytes) {
-    while (!bytes.empty()) {
-        const Character character = ReadCharacter(bytes, Encodings::UTF8);
-        if (character.code >= kStrayByte + 0x80 && character.code <= kStrayByte + 0xFF) return false;
-        bytes.remove_prefix(character.size);
-    }
-    return true;
-}
-
 /// A text of the site for people. It says nothing of its encoding: what is no UTF-8 is most likely Windows-1252.
 String readable(const String& text) {
-    const TextEncoding encoding = isUtf8(text.Bytes()) ? Encodings::UTF8 : Encodings::WindowsLatin1;
+    const TextEncoding encoding = base::isUtf8(text.Bytes()) ? Encodings::UTF8 : Encodings::WindowsLatin1;
     return ConvertEncoding(DefineEncoding(text, encoding), Encodings::UTF8);
 }
 

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/Utf8.h"
 #include "tools/mdls/CameraSettings.h"
 #include "tools/mdls/ColourProfile.h"
 #include "tools/mdls/EmbeddedTexts.h"
@@ -79,7 +80,8 @@ void correctDepth(PictureHeader& header, const Exiv2::Image& image) {
 AttributeMap readImageAttributes(Content content) {
     AttributeMap attributes;
     const auto set = [&attributes](const char* name, const std::string& value) {
-        std::string text = bounded(tidied(value), longestValue);
+        std::string text = tidied(value);
+        text.resize(base::wholeCharacters(text, longestValue).size());
         if (!text.empty()) attributes[name] = std::move(text);
     };
 

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "base/Utf8.h"
+
 namespace marrowbeck::tools {
 
 namespace {
@@ -26,25 +28,6 @@ constexpr EscapeSequence escapeSequences[] = {
 };
 
 }  // namespace
-
-bool isUtf8(std::string_view bytes) {
-    size_t i = 0;
-    while (i < bytes.size()) {
-        const auto lead = static_cast<unsigned char>(bytes[i++]);
-        if (lead < 0x80) continue;
-        const size_t followers = lead >= 0xf0 ? 3 : lead >= 0xe0 ? 2 : 1;
-        if (lead < 0xc2 || lead > 0xf4 || followers > bytes.size() - i) return false;
-        // Overlong forms, surrogates and what lies beyond U+10FFFF show in the second byte.
-        const auto second = static_cast<unsigned char>(bytes[i]);
-        if ((lead == 0xe0 && second < 0xa0) || (lead == 0xed && second > 0x9f) || (lead == 0xf0 && second < 0x90) ||
-            (lead == 0xf4 && second > 0x8f))
-            return false;
-        for (size_t end = i + followers; i < end; ++i) {
-            if ((static_cast<unsigned char>(bytes[i]) & 0xc0) != 0x80) return false;
-        }
-    }
-    return true;
-}
 
 std::string convertToUtf8(std::string_view bytes, const char* characterSet) {
     const iconv_t converter = iconv_open("UTF-8", characterSet);
@@ -72,7 +55,7 @@ std::string convertToUtf8(std::string_view bytes, const char* characterSet) {
 }
 
 std::string guessedToUtf8(std::string_view bytes) {
-    return isUtf8(bytes) ? std::string(bytes) : convertToUtf8(bytes, westernSet);
+    return base::isUtf8(bytes) ? std::string(bytes) : convertToUtf8(bytes, westernSet);
 }
 
 std::string iptcToUtf8(std::string_view bytes, std::string_view declared) {
@@ -95,13 +78,6 @@ std::string tidied(std::string_view text) {
     result.erase(last == std::string::npos ? 0 : last + 1);
     result.erase(0, std::min(result.find_first_not_of(blanks), result.size()));
     return result;
-}
-
-std::string bounded(std::string text, std::size_t size) {
-    if (text.size() <= size) return text;
-    while (size > 0 && (static_cast<unsigned char>(text[size]) & 0xc0) == 0x80) --size;
-    text.resize(size);
-    return text;
 }
 
 }  // namespace marrowbeck::tools

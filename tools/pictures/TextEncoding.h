@@ -6,8 +6,6 @@
 
 namespace marrowbeck::tools {
 
-bool isUtf8(std::string_view bytes);
-
 /// `bytes` of the named character set (as iconv knows it) as UTF-8, with U+FFFD
 /// for what the set does not hold. An unknown set leaves the bytes as they are.
 std::string convertToUtf8(std::string_view bytes, const char* characterSet);
@@ -22,8 +20,5 @@ std::string iptcToUtf8(std::string_view bytes, std::string_view declared);
 /// The text without NUL bytes, without a byte-order mark at its beginning, and without blanks and line ends at its
 /// beginning and end.
 std::string tidied(std::string_view text);
-
-/// As many whole characters of a UTF-8 text as `size` bytes hold.
-std::string bounded(std::string text, std::size_t size);
 
 }  // namespace marrowbeck::tools

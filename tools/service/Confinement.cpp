@@ -20,6 +20,8 @@
 #include <string_view>
 #include <utility>
 
+#include "base/Descriptor.h"
+
 namespace marrowbeck::tools {
 
 namespace {
@@ -76,17 +78,16 @@ RulesetAttributes everything(long version, std::size_t& size) {
 }
 
 void allowReading(int ruleset, const char* path) {
-    const int place = ::open(path, O_PATH | O_CLOEXEC);
-    if (place < 0) return;
+    const base::Descriptor place = base::Descriptor::Open(path, O_PATH);
+    if (!place.IsOpen()) return;
     landlock_path_beneath_attr rule{};
     rule.allowed_access = LANDLOCK_ACCESS_FS_READ_FILE;
-    rule.parent_fd = place;
+    rule.parent_fd = place.Number();
     // A file has no entries to be listed, and a rule that says so is refused.
     auto folderRule = rule;
     folderRule.allowed_access |= LANDLOCK_ACCESS_FS_READ_DIR;
     if (syscall(SYS_landlock_add_rule, ruleset, LANDLOCK_RULE_PATH_BENEATH, &folderRule, 0) != 0)
         syscall(SYS_landlock_add_rule, ruleset, LANDLOCK_RULE_PATH_BENEATH, &rule, 0);
-    ::close(place);
 }
 
 /// Best effort: without Landlock the calls are filtered all the same, and what can be opened, can be read only.
@@ -95,12 +96,11 @@ void forbidPaths(const std::vector<std::string>& folders) {
     if (version < 1) return;
     std::size_t size = 0;
     const RulesetAttributes all = everything(version, size);
-    const auto ruleset = static_cast<int>(syscall(SYS_landlock_create_ruleset, &all, size, 0));
-    if (ruleset < 0) return;
-    for (const char* const path : systemData) allowReading(ruleset, path);
-    for (const std::string& folder : folders) allowReading(ruleset, folder.c_str());
-    syscall(SYS_landlock_restrict_self, ruleset, 0);
-    ::close(ruleset);
+    const base::Descriptor ruleset(static_cast<int>(syscall(SYS_landlock_create_ruleset, &all, size, 0)));
+    if (!ruleset.IsOpen()) return;
+    for (const char* const path : systemData) allowReading(ruleset.Number(), path);
+    for (const std::string& folder : folders) allowReading(ruleset.Number(), folder.c_str());
+    syscall(SYS_landlock_restrict_self, ruleset.Number(), 0);
 }
 
 // What memory, threads, clocks and the reading of files take.

@@ -14,28 +14,20 @@ namespace marrowbeck::tools {
 
 InputFile::InputFile(const std::string& path) : path_(path) {
     // Without O_NONBLOCK the opening of a pipe waits for a writer, perhaps for ever.
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (descriptor < 0) {
+    file_ = base::Descriptor::Open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    if (!file_.IsOpen()) {
         forbidden_ = errno == EACCES || errno == EPERM;
         error_ = std::generic_category().message(errno);
         return;
     }
-    if (fstat(descriptor, &status_) != 0) {
+    if (fstat(file_.Number(), &status_) != 0) {
         error_ = std::generic_category().message(errno);
     } else if (S_ISDIR(status_.st_mode)) {
         error_ = std::generic_category().message(EISDIR);
     } else if (!S_ISREG(status_.st_mode)) {
         error_ = "Not a regular file";
     }
-    if (error_.empty()) {
-        descriptor_ = descriptor;
-    } else {
-        ::close(descriptor);
-    }
-}
-
-InputFile::~InputFile() {
-    if (isOpen()) ::close(descriptor_);
+    if (!error_.empty()) file_.Close();
 }
 
 void InputFile::fetchHead() const {
@@ -45,16 +37,16 @@ void InputFile::fetchHead() const {
     char last = 0;
     const iovec place{&last, 1};
     // Whatever is in memory already is so at a tenth of the cost.
-    if (::preadv2(descriptor_, &place, 1, end - 1, RWF_NOWAIT) == 1) return;
-    ::posix_fadvise(descriptor_, 0, end, POSIX_FADV_WILLNEED);
-    [[maybe_unused]] const ssize_t got = ::pread(descriptor_, &last, 1, end - 1);
+    if (::preadv2(descriptor(), &place, 1, end - 1, RWF_NOWAIT) == 1) return;
+    ::posix_fadvise(descriptor(), 0, end, POSIX_FADV_WILLNEED);
+    [[maybe_unused]] const ssize_t got = ::pread(descriptor(), &last, 1, end - 1);
 }
 
 std::string InputFile::head(size_t count) const {
     std::string bytes(count, '\0');
     size_t got = 0;
     while (got < count) {
-        const ssize_t more = ::pread(descriptor_, bytes.data() + got, count - got, static_cast<off_t>(got));
+        const ssize_t more = ::pread(descriptor(), bytes.data() + got, count - got, static_cast<off_t>(got));
         if (more < 0 && errno == EINTR) continue;
         if (more <= 0) break;
         got += static_cast<size_t>(more);

@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "base/Descriptor.h"
+
 namespace marrowbeck::tools {
 
 /// A regular file open for reading, closed when the object goes.
@@ -13,12 +15,9 @@ class InputFile {
     /// Opens `path`; links are followed. After a failure `isOpen()` is false and
     /// `error()` says why. A pipe or a device is refused without waiting for it.
     explicit InputFile(const std::string& path);
-    ~InputFile();
-    InputFile(const InputFile&) = delete;
-    InputFile& operator=(const InputFile&) = delete;
 
-    bool isOpen() const { return descriptor_ >= 0; }
-    int descriptor() const { return descriptor_; }
+    bool isOpen() const { return file_.IsOpen(); }
+    int descriptor() const { return file_.Number(); }
     const std::string& error() const { return error_; }
 
     /// Whether the file is there, but the system does not let us read it.
@@ -41,7 +40,7 @@ class InputFile {
     std::string error_;
     struct stat status_ {};
     bool forbidden_ = false;
-    int descriptor_ = -1;
+    base::Descriptor file_;
 };
 
 /// The part of a path behind its last slash.

@@ -5,14 +5,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <system_error>
-
-#include "base/WriteAll.h"
 
 namespace marrowbeck::tools {
 
@@ -35,35 +32,25 @@ std::string folderOf(const std::string& path) {
     return slash == std::string::npos ? "./" : path.substr(0, slash + 1);
 }
 
-/// A file system that has no such call has lost nothing; bytes that were lost are told by other numbers.
-bool reachesDisk(int file) {
-    return ::fsync(file) == 0 || errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP || errno == EPERM;
-}
-
 /// A name reaches the disk with its folder. The file is in its place: a folder that cannot be synced undoes nothing.
 void syncFolder(const std::string& path) {
-    const int folder = ::open(folderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder < 0) return;
-    ::fsync(folder);
-    ::close(folder);
+    base::Descriptor::Open(folderOf(path).c_str(), O_RDONLY | O_DIRECTORY).Sync();
 }
 
 }  // namespace
 
 ReplacementFile::ReplacementFile(const std::string& path)
     : target_(withoutLinks(path)), path_(folderOf(target_) + ".new-XXXXXX") {
-    descriptor_ = ::mkostemp(path_.data(), O_CLOEXEC);
-    if (descriptor_ < 0) {
+    file_ = base::Descriptor(::mkostemp(path_.data(), O_CLOEXEC));
+    if (!file_.IsOpen()) {
         fail();
     } else if (struct stat old{}; ::stat(target_.c_str(), &old) != 0) {
-        ::fchmod(descriptor_, usualRights());  // refused, it stays its owner's alone
+        ::fchmod(file_.Number(), usualRights());  // refused, it stays its owner's alone
     }
 }
 
 ReplacementFile::~ReplacementFile() {
-    if (descriptor_ < 0) return;
-    ::close(descriptor_);
-    ::unlink(path_.c_str());
+    if (file_.IsOpen()) ::unlink(path_.c_str());
 }
 
 bool ReplacementFile::fail() {
@@ -72,23 +59,21 @@ bool ReplacementFile::fail() {
 }
 
 bool ReplacementFile::replaceWith(std::string_view content, Sync sync) {
-    if (descriptor_ < 0) return false;
+    if (!file_.IsOpen()) return false;
     struct stat old {};
     if (::stat(target_.c_str(), &old) == 0) {
         if (!S_ISREG(old.st_mode)) {
             error_ = S_ISDIR(old.st_mode) ? std::generic_category().message(EISDIR) : "Not a regular file";
             return false;
         }
-        const bool given = ::fchown(descriptor_, old.st_uid, old.st_gid) == 0;
+        const bool given = ::fchown(file_.Number(), old.st_uid, old.st_gid) == 0;
         // What is another person's is not opened to the group that happens to be ours. Where this is refused, the file
         // stays its owner's alone, or has the rights that its volume gives to all: that loses nothing.
-        ::fchmod(descriptor_, old.st_mode & (given ? 07777 : 0700));
+        ::fchmod(file_.Number(), old.st_mode & (given ? 07777 : 0700));
     }
-    if (!base::writeAll(descriptor_, content)) return fail();
-    if (sync == Sync::yes && !reachesDisk(descriptor_)) return fail();
+    if (!file_.Write(content) || (sync == Sync::yes && !file_.Sync())) return fail();
     if (::rename(path_.c_str(), target_.c_str()) != 0) return fail();
-    ::close(descriptor_);
-    descriptor_ = -1;
+    file_.Close();
     if (sync == Sync::yes) syncFolder(target_);
     return true;
 }

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/Descriptor.h"
+
 namespace marrowbeck::tools {
 
 /// A file that is written beside another and then takes its place, so that
@@ -33,7 +35,7 @@ class ReplacementFile {
     std::string target_;
     std::string path_;
     std::string error_;
-    int descriptor_ = -1;
+    base::Descriptor file_;
 };
 
 }  // namespace marrowbeck::tools

@@ -2,7 +2,6 @@
 #include "framework/core/desktop/FileManager.h"
 
 #include <fcntl.h>
-#include <unistd.h>
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -12,6 +11,7 @@
 #include <QVariantMap>
 #include <optional>
 
+#include "base/Descriptor.h"
 #include "framework/core/desktop/FolderOpener.h"
 #include "framework/core/process/ActivationToken.h"
 #include "framework/core/threads/Waiting.h"
@@ -46,10 +46,9 @@ bool askFileManager(const Wish& wish) {
 }
 
 bool askPortal(const Wish& wish) {
-    const int descriptor = open(wish.item->AbsolutePath().CString(), O_PATH | O_CLOEXEC);
-    if (descriptor < 0) return false;
-    QDBusUnixFileDescriptor file(descriptor);
-    close(descriptor);
+    const base::Descriptor place = base::Descriptor::Open(wish.item->AbsolutePath().CString(), O_PATH);
+    if (!place.IsOpen()) return false;
+    const QDBusUnixFileDescriptor file(place.Number());
     auto call = QDBusMessage::createMethodCall("org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
                                                "org.freedesktop.portal.OpenURI", "OpenDirectory");
     QVariantMap options;

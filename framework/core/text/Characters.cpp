@@ -5,6 +5,8 @@
 #include <array>
 #include <cstring>
 
+#include "base/Utf8.h"
+
 namespace framework {
 namespace {
 
@@ -20,37 +22,14 @@ std::uint8_t byteAt(std::string_view bytes, std::size_t index) {
     return static_cast<std::uint8_t>(bytes[index]);
 }
 
-/// The length of a UTF-8 sequence by its first byte, and the least code point that needs this length (RFC 3629).
-struct Sequence {
-    std::size_t size;
-    std::uint32_t least;
-    std::uint32_t firstBits;
-};
-
-Sequence sequenceOf(std::uint8_t lead) {
-    if (lead >= 0xC2 && lead <= 0xDF) return {2, 0x80, lead & 0x1FU};
-    if (lead >= 0xE0 && lead <= 0xEF) return {3, 0x800, lead & 0x0FU};
-    if (lead >= 0xF0 && lead <= 0xF4) return {4, 0x10000, lead & 0x07U};
-    return {0, 0, 0};
-}
-
 bool isSurrogate(std::uint32_t code) {
     return code >= 0xD800 && code <= 0xDFFF;
 }
 
 Character readUtf8(std::string_view bytes) {
-    const std::uint8_t lead = byteAt(bytes, 0);
-    if (lead < 0x80) return {lead, 1};
-    const Sequence sequence = sequenceOf(lead);
-    if (sequence.size == 0 || bytes.size() < sequence.size) return {kStrayByte + lead, 1};
-    std::uint32_t code = sequence.firstBits;
-    for (std::size_t i = 1; i < sequence.size; ++i) {
-        const std::uint8_t next = byteAt(bytes, i);
-        if ((next & 0xC0) != 0x80) return {kStrayByte + lead, 1};
-        code = (code << 6) | (next & 0x3FU);
-    }
-    if (code < sequence.least || code > 0x10FFFF || isSurrogate(code)) return {kStrayByte + lead, 1};
-    return {code, sequence.size};
+    if (byteAt(bytes, 0) < 0x80) return {byteAt(bytes, 0), 1};
+    const base::Utf8Character character = base::utf8Character(bytes);
+    return character.size > 0 ? Character{character.code, character.size} : Character{kStrayByte + byteAt(bytes, 0), 1};
 }
 
 std::uint32_t unitAt(std::string_view bytes, std::size_t offset) {

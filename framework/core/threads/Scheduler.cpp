@@ -263,10 +263,11 @@ void Scheduler::kill(Thread& thread, Clock::time_point graceEnd) {
 }
 
 void Scheduler::KillHandlers() {
+    const auto graceEnd = Clock::now() + kFinishGrace;
     std::deque<Ref<Thread>> threads = ready_;
     threads.insert(threads.end(), parked_.begin(), parked_.end());
     for (const Ref<Thread>& thread : threads) {
-        if (thread->isHandler_) Kill(*thread);
+        if (thread->isHandler_) kill(*thread, graceEnd);
     }
 }
 
