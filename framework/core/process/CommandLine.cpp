@@ -19,12 +19,23 @@ constexpr std::array<std::string_view, 56> kShellWords = {
     "read",   "readonly", "return",  "set",     "shift",   "test",     "times", "trap",  "true",   "type",
     "ulimit", "umask",    "unalias", "unset",   "wait",    "function"};
 
-/// Characters that mean nothing to a shell, wherever they stand in a word. Bytes above 127 are among them.
+/// For each byte whether it means nothing to a shell, wherever it stands in a word. Those above 127 are among them.
+constexpr std::array<bool, 256> kIsPlain = [] {
+    std::array<bool, 256> plain{};
+    for (std::size_t byte = 0; byte < plain.size(); ++byte) {
+        plain[byte] = byte >= 0x80 || (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
+                      (byte >= 'a' && byte <= 'z');
+    }
+    for (const char byte : std::string_view("-_./,:@%+=")) plain[static_cast<unsigned char>(byte)] = true;
+    return plain;
+}();
+
 bool isPlain(char character) {
-    const auto byte = static_cast<unsigned char>(character);
-    return byte >= 0x80 || (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
-           (byte >= 'a' && byte <= 'z') || std::string_view("-_./,:@%+=").find(character) != std::string_view::npos;
+    return kIsPlain[static_cast<unsigned char>(character)];
 }
+
+/// As many as the longest of the program's own questions has.
+constexpr std::size_t kUsualWords = 32;
 
 bool isBlank(char character) {
     return character == ' ' || character == '\t';
@@ -34,6 +45,7 @@ bool isBlank(char character) {
 
 std::optional<std::vector<std::string>> PlainWords(std::string_view line) {
     std::vector<std::string> words;
+    words.reserve(kUsualWords);
     bool inWord = false;
     bool isPattern = false;
     for (std::size_t i = 0; i < line.size(); ++i) {
@@ -55,9 +67,12 @@ std::optional<std::vector<std::string>> PlainWords(std::string_view line) {
             words.back().append(line.substr(i + 1, end - i - 1));
             i = end;
         } else if (isPlain(line[i])) {
+            const auto end = std::find_if_not(line.begin() + i, line.end(), isPlain);
+            const std::string_view part(line.begin() + i, end);
             // An assignment stands before the command's name only.
-            if (line[i] == '=' && words.size() == 1) return std::nullopt;
-            words.back().push_back(line[i]);
+            if (words.size() == 1 && part.find('=') != std::string_view::npos) return std::nullopt;
+            words.back().append(part);
+            i += part.size() - 1;
         } else if (line[i] == '*' && words.size() > 1) {
             isPattern = true;
             words.back().push_back(line[i]);
