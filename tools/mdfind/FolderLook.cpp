@@ -52,7 +52,7 @@ bool isOwnToRead(const struct statx& facts, uid_t user) {
 
 }  // namespace
 
-FolderLook::FolderLook(SearchTerms& terms, std::string path, std::function<void(FolderLook&)> over)
+FolderLook::FolderLook(SearchTerms& terms, std::string path, std::function<void()> over)
     : terms_(terms), path_(std::move(path)), over_(std::move(over)) {}
 
 void FolderLook::read(bool mayBeLink) {
@@ -223,7 +223,7 @@ void FolderLook::giveUp(Clock::time_point limit, bool evenUnasked) {
     if ((stage == Stage::waiting && evenUnasked) || (stage == Stage::reading && askedAt_ < since)) {
         if (stage_.compare_exchange_strong(stage, Stage::over)) {
             findings_.failure = ETIMEDOUT;
-            over_(*this);
+            over_();
         }
     } else if (stage == Stage::looking) {
         for (Entry& entry : entries_) {
@@ -276,7 +276,7 @@ void FolderLook::finish() {
             tell(*entry, reasons_[entry]);
         }
     }
-    over_(*this);
+    over_();
 }
 
 }  // namespace marrowbeck::tools

@@ -59,7 +59,7 @@ class FolderLook : public std::enable_shared_from_this<FolderLook> {
     using Clock = std::chrono::steady_clock;
 
     /// `path` ends in a slash. `over` is called once, by any thread, when the findings are there.
-    FolderLook(SearchTerms& terms, std::string path, std::function<void(FolderLook&)> over);
+    FolderLook(SearchTerms& terms, std::string path, std::function<void()> over);
 
     /// Begins; a link is followed if the folder is the one that was asked for. On a thread of the pool.
     void read(bool mayBeLink);
@@ -114,7 +114,7 @@ class FolderLook : public std::enable_shared_from_this<FolderLook> {
 
     SearchTerms& terms_;
     const std::string path_;
-    const std::function<void(FolderLook&)> over_;
+    const std::function<void()> over_;
 
     std::atomic<Stage> stage_ = Stage::waiting;
     std::atomic<Clock::rep> askedAt_ = 0;

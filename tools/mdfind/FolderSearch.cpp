@@ -60,7 +60,7 @@ int FolderSearch::run(const Take& take) {
 }
 
 void FolderSearch::beginOne(Node& node, bool mayBeLink) {
-    auto look = std::make_shared<FolderLook>(terms_, node.path, [this, &node](FolderLook&) {
+    auto look = std::make_shared<FolderLook>(terms_, node.path, [this, &node] {
         const std::lock_guard lock(mutex_);
         over_.push_back(&node);
         isOver_.notify_one();

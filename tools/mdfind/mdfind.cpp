@@ -135,7 +135,7 @@ ToolResult resultOf(int socket) {
             if (body->front() == foundWord) result.output += bytes;
             if (body->front() == toldWord) result.error += bytes;
             if (body->front() == statusWord) {
-                result.status = bytes.front();
+                result.status = static_cast<unsigned char>(bytes.front());
                 return result;
             }
         }
