@@ -23,7 +23,8 @@ PathKind kindOf(mode_t mode) {
 }
 
 PathKind kindOf(unsigned char entryType) {
-    return entryType == DT_UNKNOWN ? PathKind::unknown : kindOf(static_cast<mode_t>(DTTOIF(entryType)));
+    if (entryType == DT_UNKNOWN) return PathKind::unknown;
+    return entryType == DT_LNK ? PathKind::anyLink : kindOf(static_cast<mode_t>(DTTOIF(entryType)));
 }
 
 struct Close {

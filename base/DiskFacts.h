@@ -18,7 +18,8 @@ enum class PathKind : char {
     file = 'f',
     folder = 'd',
     linkToFile = 'r',
-    link = 'l',  ///< that leads to anything else, or nowhere
+    link = 'l',     ///< that leads to anything else, or nowhere
+    anyLink = '@',  ///< told by a folder, which does not know where its links lead
     other = 'o',
 };
 
@@ -41,7 +42,7 @@ PathFacts factsFrom(std::string_view text);
 
 struct FolderChild {
     std::string name;
-    /// As far as the folder itself tells it: `link` for every link, and `unknown` on some file systems.
+    /// As far as the folder itself tells it: `anyLink` for a link, and `unknown` on some file systems.
     PathKind kind = PathKind::unknown;
 };
 

@@ -19,13 +19,13 @@ namespace marrowbeck::tools {
 
 namespace {
 
-using base::FolderChild;
 using base::PathKind;
 
 constexpr const char* usage =
     "Usage: look list FOLDER\n"
     "       look at PATH...\n"
     "       look access RIGHTS PATH...\n"
+    "       look kinds FOLDER NAME...\n"
     "       look codes FOLDER NAME...\n"
     "       look clean PATH\n"
     "       look follow PATH\n"
@@ -56,28 +56,10 @@ struct Asking {
     }
 };
 
-/// Asks of the children what the folder does not tell: what is there at all, and where links lead.
-void completeKinds(const std::string& folder, std::vector<FolderChild>& children, const Asking& asking) {
-    const auto isOpen = [](PathKind kind) { return kind == PathKind::unknown || kind == PathKind::link; };
-    std::vector<FolderChild*> open;
-    std::vector<std::function<PathKind()>> questions;
-    for (FolderChild& child : children) {
-        if (!isOpen(child.kind)) continue;
-        open.push_back(&child);
-        questions.emplace_back([path = base::joined(folder, child.name)] { return base::kindAt(path.c_str()); });
-    }
-    const std::vector<PathKind> kinds = asking.sideBySide(std::move(questions), PathKind::unknown);
-    for (std::size_t i = 0; i < open.size(); ++i) {
-        const bool isLink = open[i]->kind == PathKind::link;
-        open[i]->kind = kinds[i] != PathKind::unknown ? kinds[i] : isLink ? PathKind::link : PathKind::file;
-    }
-}
-
-ToolResult list(const std::string& folder, const Asking& asking) {
-    base::FolderChildren children = base::childrenOf(folder.c_str(), [] {});
-    completeKinds(folder, children.list, asking);
+ToolResult list(const std::string& folder) {
+    const base::FolderChildren children = base::childrenOf(folder.c_str(), [] {});
     ToolResult result{std::to_string(children.failure) + '\0', {}, exitSuccess};
-    for (const FolderChild& child : children.list) {
+    for (const base::FolderChild& child : children.list) {
         result.output += static_cast<char>(child.kind);
         result.output.append(child.name).push_back('\0');
     }
@@ -118,7 +100,7 @@ ToolResult look(const Arguments& arguments, DiskPool& pool, const Dropped& dropp
     const Asking asking{pool, dropped};
     const std::string verb = arguments.empty() ? std::string() : arguments.front();
     const std::size_t count = arguments.size();
-    if (verb == "list" && count == 2) return list(arguments[1], asking);
+    if (verb == "list" && count == 2) return list(arguments[1]);
     if (verb == "at" && count >= 2) {
         const auto facts = [](const std::string& path) { return base::textOf(base::factsAt(path.c_str())); };
         return {asking.ofEach(arguments, 1, facts, base::textOf({})), {}, exitSuccess};
@@ -130,6 +112,13 @@ ToolResult look(const Arguments& arguments, DiskPool& pool, const Dropped& dropp
             return std::to_string(::access(path.c_str(), *rights) == 0 ? 0 : errno);
         };
         return {asking.ofEach(arguments, 2, failure, std::to_string(ETIMEDOUT)), {}, exitSuccess};
+    }
+    if (verb == "kinds" && count >= 3) {
+        const auto kind = [folder = arguments[1]](const std::string& name) {
+            return std::string(1, static_cast<char>(base::kindAt(base::joined(folder, name).c_str())));
+        };
+        return {
+            asking.ofEach(arguments, 2, kind, std::string(1, static_cast<char>(PathKind::unknown))), {}, exitSuccess};
     }
     if (verb == "codes" && count >= 3) {
         const auto codes = [folder = arguments[1]](const std::string& name) {

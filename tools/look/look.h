@@ -11,7 +11,8 @@ namespace marrowbeck::tools {
 ///
 /// - `list FOLDER`: the system's number for why the folder could not be read whole, 0 where it could; then, for each
 ///   direct child, hidden ones too, sorted by the bytes of the names, a letter and the name. The letters are those of
-///   base::PathKind. A child of which the disk does not tell in time what it is goes for a file.
+///   base::PathKind, as far as the folder itself tells them.
+/// - `kinds FOLDER NAME...`: the letter of each child, that of `unknown` for one that the disk does not answer for.
 /// - `at PATH...`: base::textOf the facts of each.
 /// - `access RIGHTS PATH...`: the system's number for why each may not be used so, 0 where it may. RIGHTS is some of
 /// the

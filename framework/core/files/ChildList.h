@@ -24,20 +24,23 @@ class ChildList : public Object {
     int Failure() const { return failure_; }
     std::size_t Count() const { return starts_.size(); }
     std::string_view NameAt(std::size_t index) const;
-    /// `unknown` where the list does not tell it for sure.
+    /// What the folder itself does not tell is asked when it is first wanted, together with what it does not tell of
+    /// the children behind. A child for which the disk does not answer goes for a file, or a link that leads to none.
     base::PathKind KindAt(std::size_t index) const;
     /// The codes of a file whose name tells no type. Asked when they are first wanted, together with those of the files
     /// behind it that want them too.
     FileCodes CodesAt(std::size_t index) const;
 
   private:
+    base::PathKind told(std::size_t index) const;
+    void askKindsFrom(std::size_t index) const;
     void askCodesFrom(std::size_t index) const;
     bool wantsCodes(std::size_t index) const;
 
     Disk disk_;
     std::string folder_;
-    std::string text_;
-    bool areKindsFinal_;
+    /// The letters in it change with what is asked.
+    mutable std::string text_;
     int failure_ = 0;
     /// Where the letter of each child stands.
     std::vector<std::uint32_t> starts_;

@@ -35,6 +35,12 @@ std::string pathIn(const Aside::Answer& answer, std::string otherwise) {
     return answer.came ? std::string(takeField(text)) : std::move(otherwise);
 }
 
+base::Arguments wordsOf(const char* verb, const std::string& folder, const std::vector<std::string>& names) {
+    base::Arguments words{verb, folder};
+    words.insert(words.end(), names.begin(), names.end());
+    return words;
+}
+
 std::string lettersOf(int rights) {
     std::string letters;
     if ((rights & R_OK) != 0) letters += 'r';
@@ -101,11 +107,10 @@ std::vector<std::string> Disk::FoldersOf(const std::vector<std::string>& paths, 
     return folders;
 }
 
-Disk::Children Disk::ChildrenOf(const std::string& folder) const {
+std::string Disk::ChildrenOf(const std::string& folder) const {
     if (aside_) {
         if (auto answer = Aside::Ask({"list", folder})) {
-            if (!answer->came) answer->text = std::to_string(ETIMEDOUT) + '\0';
-            return {std::move(answer->text), true};
+            return answer->came ? std::move(answer->text) : std::to_string(ETIMEDOUT) + '\0';
         }
     }
     const base::FolderChildren children = base::childrenOf(folder.c_str(), LoopYield);
@@ -115,16 +120,31 @@ Disk::Children Disk::ChildrenOf(const std::string& folder) const {
         text.append(child.name).push_back('\0');
         LoopYield();
     }
-    return {std::move(text), false};
+    return text;
+}
+
+std::vector<base::PathKind> Disk::KindsOf(const std::string& folder, const std::vector<std::string>& names) const {
+    std::vector<base::PathKind> kinds;
+    kinds.reserve(names.size());
+    if (aside_) {
+        if (const auto answer = Aside::Ask(wordsOf("kinds", folder, names))) {
+            std::string_view text = answer->text;
+            while (kinds.size() < names.size()) {
+                const std::string_view letter = takeField(text);
+                kinds.push_back(letter.empty() ? base::PathKind::unknown : static_cast<base::PathKind>(letter.front()));
+            }
+            return kinds;
+        }
+    }
+    for (const std::string& name : names) kinds.push_back(base::kindAt(base::joined(folder, name).c_str()));
+    return kinds;
 }
 
 std::vector<FileCodes> Disk::CodesOf(const std::string& folder, const std::vector<std::string>& names) const {
     std::vector<FileCodes> codes;
     codes.reserve(names.size());
     if (aside_) {
-        base::Arguments words{"codes", folder};
-        words.insert(words.end(), names.begin(), names.end());
-        if (const auto answer = Aside::Ask(words)) {
+        if (const auto answer = Aside::Ask(wordsOf("codes", folder, names))) {
             std::string_view text = answer->text;
             while (codes.size() < names.size()) {
                 const std::string_view type = takeField(text);

@@ -39,12 +39,10 @@ class Disk {
                                        int milliseconds = Aside::kPatience) const;
 
     /// The children of a folder: the number of the failure, then a letter and a name for each, with a NUL behind each.
-    /// `areKindsFinal` tells whether `link` is the kind of a link that leads to no file, or that of any.
-    struct Children {
-        std::string text;
-        bool areKindsFinal = false;
-    };
-    Children ChildrenOf(const std::string& folder) const;
+    /// The letters are as far as the folder tells them.
+    std::string ChildrenOf(const std::string& folder) const;
+    /// What children of a folder are; `unknown` where that was not answered in time.
+    std::vector<base::PathKind> KindsOf(const std::string& folder, const std::vector<std::string>& names) const;
     std::vector<FileCodes> CodesOf(const std::string& folder, const std::vector<std::string>& names) const;
 
   private:
