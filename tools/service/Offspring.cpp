@@ -13,8 +13,8 @@
 #include <array>
 #include <cerrno>
 #include <utility>
-#include <vector>
 
+#include "base/LeftBehind.h"
 #include "tools/service/ToolResult.h"
 
 namespace marrowbeck::tools {
@@ -50,15 +50,10 @@ std::optional<int> statusOf(pid_t process) {
     return over == process ? std::optional(status) : std::nullopt;
 }
 
-std::vector<pid_t>& leftBehind() {
-    static std::vector<pid_t> processes;
-    return processes;
-}
-
 }  // namespace
 
 std::optional<Offspring> Offspring::start(const std::function<void(int)>& life) {
-    std::erase_if(leftBehind(), [](pid_t process) { return statusOf(process).has_value(); });
+    base::LeftBehind::Reap();
     std::array<int, 2> ends{};
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) return std::nullopt;
     base::Descriptor ours(ends[0]);
@@ -83,7 +78,7 @@ Offspring::Offspring(Offspring&& other) noexcept
 Offspring::~Offspring() {
     if (process_ < 0) return;
     kill(process_, SIGKILL);
-    leftBehind().push_back(process_);
+    base::LeftBehind::Add(process_);
 }
 
 std::optional<int> Offspring::end() {

@@ -201,16 +201,16 @@ void Service::bury(std::uint32_t number, bool isOverdue) {
     const std::unique_ptr<Reader> reader = std::move(slots_.at(number).reader);
     removeSlot(number);
     const bool isGuilty = isOverdue || reader->endAndBlame();
-    bool isInHand = true;
-    for (const std::uint32_t id : reader->questions()) {
-        const auto place = works_.find(id);
-        const bool isIts = place != works_.end() && place->second.reader == number;
-        if (isIts && isInHand && (isGuilty || std::exchange(place->second.retried, true))) {
-            finish(id, std::nullopt, isGuilty && !isOverdue);
-        } else if (isIts) {
-            again(id, place->second);
+    const std::deque<std::uint32_t>& questions = reader->questions();
+    for (auto id = questions.rbegin(); id != questions.rend(); ++id) {
+        const auto place = works_.find(*id);
+        if (place == works_.end() || place->second.reader != number) continue;
+        const bool isInHand = id == questions.rend() - 1;
+        if (isInHand && (isGuilty || std::exchange(place->second.retried, true))) {
+            finish(*id, std::nullopt, isGuilty && !isOverdue);
+        } else {
+            again(*id, place->second);
         }
-        isInHand = false;
     }
 }
 
@@ -234,7 +234,7 @@ void Service::look() {
         slot.isStuck = slot.isHeldUp || age >= stuckAfter;
         // Those behind the question in hand go to others.
         if (!slot.isStuck) continue;
-        for (auto id = questions.begin() + 1; id != questions.end(); ++id) {
+        for (auto id = questions.rbegin(); id != questions.rend() - 1; ++id) {
             const auto place = works_.find(*id);
             if (place != works_.end() && place->second.reader == number) again(*id, place->second);
         }
@@ -293,9 +293,9 @@ void Service::loseFetcher() {
     for (const auto& [id, work] : works_) {
         if (work.stage == Work::Stage::lookedAt || work.stage == Work::Stage::opened) lost.push_back(id);
     }
-    for (const std::uint32_t id : lost) {
-        Work& work = works_.at(id);
-        std::exchange(work.retried, true) ? giveUp(id) : again(id, work);
+    for (auto id = lost.rbegin(); id != lost.rend(); ++id) {
+        Work& work = works_.at(*id);
+        std::exchange(work.retried, true) ? giveUp(*id) : again(*id, work);
     }
 }
 
@@ -332,7 +332,7 @@ void Service::dispatch() {
     if (fetcher_ && !fetcher_->flush()) loseFetcher();
 }
 
-/// Has the work begun anew, before what was asked later.
+/// Has the work begun anew, before all others: of several, the last comes first here.
 void Service::again(std::uint32_t id, Work& work) {
     unload(work);
     work.stage = Work::Stage::queued;

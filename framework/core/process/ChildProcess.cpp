@@ -15,6 +15,7 @@
 #include <cerrno>
 #include <utility>
 
+#include "base/LeftBehind.h"
 #include "framework/core/threads/Waiting.h"
 
 namespace framework::internal {
@@ -25,16 +26,6 @@ using base::Descriptor;
 /// So often, in milliseconds, is looked whether a process is over where nothing else tells.
 constexpr int kLook = 10;
 constexpr int kLookWhileSilent = 200;
-
-/// Processes that were killed and were not over at once.
-std::vector<pid_t>& leftBehind() {
-    static auto& processes = *new std::vector<pid_t>;
-    return processes;
-}
-
-void reapLeftBehind() noexcept {
-    std::erase_if(leftBehind(), [](pid_t process) { return waitpid(process, nullptr, WNOHANG) != 0; });
-}
 
 std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
     std::vector<char*> pointers;
@@ -108,7 +99,7 @@ std::optional<ChildProcess> ChildProcess::Start(const std::string& path, const s
                                                 const std::vector<std::string>& environment,
                                                 const std::string& workingFolder, InputKind inputKind,
                                                 NewFiles newFiles) {
-    reapLeftBehind();
+    base::LeftBehind::Reap();
     std::array<int, 2> ends{-1, -1};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) return std::nullopt;
     Descriptor output(ends[0]);
@@ -210,12 +201,12 @@ std::optional<int> ChildProcess::End(int patience) noexcept {
             pollfd over{end_.Number(), POLLIN, 0};
             poll(&over, 1, kLook);
         }
-        if (!status) leftBehind().push_back(std::exchange(process_, -1));
+        if (!status) base::LeftBehind::Add(std::exchange(process_, -1));
     }
     input_.Close();
     output_.Close();
     end_.Close();
-    reapLeftBehind();
+    base::LeftBehind::Reap();
     return status;
 }
 
