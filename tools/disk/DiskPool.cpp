@@ -65,11 +65,9 @@ class DiskPool::Crew : public std::enable_shared_from_this<Crew> {
         std::unique_lock lock(mutex_);
         std::move(tasks.begin(), tasks.end(), std::back_inserter(tasks_));
         const std::size_t called = summon();
-        const bool isToWatch = isWatcherIdle_;
-        if (!isWatched_) isWatched_ = start([this] { watch(); });
+        if (tasks_.size() > called_) watchOver();
         lock.unlock();
         wake(called);
-        if (isToWatch) watcher_.notify_one();
     }
 
     void end() {
@@ -120,6 +118,12 @@ class DiskPool::Crew : public std::enable_shared_from_this<Crew> {
         return woken;
     }
 
+    /// For tasks that no thread is on its way to: those in hand may never end.
+    void watchOver() {
+        if (!isWatched_) isWatched_ = start([this] { watch(); });
+        if (isWatcherIdle_) watcher_.notify_one();
+    }
+
     void wake(std::size_t threads) {
         for (; threads > 0; --threads) workers_.notify_one();
     }
@@ -137,6 +141,7 @@ class DiskPool::Crew : public std::enable_shared_from_this<Crew> {
             // Whoever is still on the way comes too late.
             called_ = 0;
             ++idle_;
+            if (!tasks_.empty()) watchOver();
             if (isEnding_) return;
         }
     }
