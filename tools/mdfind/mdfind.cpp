@@ -6,7 +6,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdlib>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -79,23 +81,28 @@ std::string absolutePath(const std::string& path) {
     return path == "." ? std::string(current.get()) : std::string(current.get()) + "/" + path;
 }
 
-/// What the process that searches says, in frames with a letter in front. The status comes last.
+/// What the process that searches says: a letter, a length and so many bytes, or a status instead of the length, which
+/// comes last.
 enum Word : char { foundWord = 'F', toldWord = 'T', statusWord = 'S' };
 
-/// Bytes of the longest frame.
-constexpr std::size_t largestFrame = std::size_t{64} * 1024;
+constexpr std::size_t headSize = 1 + sizeof(std::uint32_t);
+
+void say(int socket, Word word, std::size_t number) {
+    base::writeAll(socket, static_cast<char>(word) + base::numberBytes(static_cast<std::uint32_t>(number)));
+}
 
 void say(int socket, Word word, std::string_view bytes) {
     while (!bytes.empty()) {
-        const std::string_view part = bytes.substr(0, largestFrame - 1);
-        base::writeAll(socket, base::framed(std::string(1, word).append(part)));
+        const std::string_view part = bytes.substr(0, std::numeric_limits<std::uint32_t>::max());
+        say(socket, word, part.size());
+        base::writeAll(socket, part);
         bytes.remove_prefix(part.size());
     }
 }
 
 /// The life of the process that searches.
 void search(const Request& request, int socket) {
-    const auto end = [socket](int status) { say(socket, statusWord, std::string(1, static_cast<char>(status))); };
+    const auto end = [socket](int status) { say(socket, statusWord, static_cast<std::size_t>(status)); };
     // It never goes: threads that the disk holds may still use it when all has been said.
     auto* const found = new FolderSearch(request.type, request.isStrict, request.ending);
     found->begin(absolutePath(request.folder));
@@ -116,30 +123,41 @@ void search(const Request& request, int socket) {
     end(isRefused ? exitFailure : exitSuccess);
 }
 
+/// Puts the next `count` bytes at the end of `bytes`. False when so many do not come.
+bool hear(int socket, std::string& bytes, std::size_t count) {
+    std::size_t at = bytes.size();
+    bytes.resize(at + count);
+    while (at < bytes.size()) {
+        const ssize_t got = ::recv(socket, &bytes[at], bytes.size() - at, 0);
+        if (got > 0) {
+            at += static_cast<std::size_t>(got);
+        } else if (got < 0 && errno == EAGAIN) {
+            pollfd readable{socket, POLLIN, 0};
+            ::poll(&readable, 1, -1);
+        } else if (got == 0 || errno != EINTR) {
+            return false;
+        }
+    }
+    return true;
+}
+
 /// What the process that searches says, when it has said all. Nobody waits for its end: that comes when the disk has
 /// answered all its threads.
 ToolResult resultOf(int socket) {
     ToolResult result;
-    base::FrameStream frames(largestFrame);
-    std::string buffer(largestFrame, '\0');
-    while (true) {
-        pollfd readable{socket, POLLIN, 0};
-        ::poll(&readable, 1, -1);
-        const ssize_t count = ::recv(socket, buffer.data(), buffer.size(), 0);
-        if (count < 0 && (errno == EINTR || errno == EAGAIN)) continue;
-        // Half an answer is none.
-        if (count <= 0) return {{}, "mdfind: the search was ended before it was done\n", exitFailure};
-        frames.append({buffer.data(), static_cast<std::size_t>(count)});
-        while (const auto body = frames.next()) {
-            const std::string_view bytes = body->substr(1);
-            if (body->front() == foundWord) result.output += bytes;
-            if (body->front() == toldWord) result.error += bytes;
-            if (body->front() == statusWord) {
-                result.status = static_cast<unsigned char>(bytes.front());
-                return result;
-            }
+    std::string head;
+    while (hear(socket, head, headSize)) {
+        std::string_view length = std::string_view(head).substr(1);
+        const std::uint32_t number = base::takeNumber(length).value_or(0);
+        if (head.front() == statusWord) {
+            result.status = static_cast<int>(number);
+            return result;
         }
+        if (!hear(socket, head.front() == foundWord ? result.output : result.error, number)) break;
+        head.clear();
     }
+    // Half an answer is none.
+    return {{}, "mdfind: the search was ended before it was done\n", exitFailure};
 }
 
 }  // namespace
