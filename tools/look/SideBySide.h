@@ -18,6 +18,10 @@ namespace marrowbeck::tools {
 /// Whoever asked does not want to know any more.
 using Dropped = std::shared_ptr<const std::atomic<bool>>;
 
+inline Dropped nobodyDrops() {
+    return std::make_shared<std::atomic<bool>>(false);
+}
+
 /// Asks the disk many things at once, as one request. Those that it does not answer while it answers others keep the
 /// rest no longer than `straggling`; where it answers nothing at all, `silence` is waited.
 template <class Answer>
@@ -29,8 +33,7 @@ class SideBySide {
     using Question = std::function<Answer()>;
 
     /// The answers, in the order of the questions; `unanswered` for what did not come.
-    static std::vector<Answer> ask(DiskPool& pool, std::vector<Question> questions, const Answer& unanswered,
-                                   const Dropped& dropped) {
+    static std::vector<Answer> ask(std::vector<Question> questions, const Answer& unanswered, const Dropped& dropped) {
         const auto answers = std::make_shared<SideBySide>(questions.size(), unanswered);
         std::vector<DiskPool::Task> tasks;
         tasks.reserve(questions.size());
@@ -40,6 +43,8 @@ class SideBySide {
                 answers->set(i, question());
             });
         }
+        // Of its own: what hangs in one request leaves no fewer threads for the next.
+        DiskPool pool;
         pool.add(std::move(tasks));
         return answers->wait(dropped);
     }

@@ -32,15 +32,14 @@ constexpr const char* usage =
     "       look folders PATH...\n"
     "RIGHTS: f, or some of r, w and x\n";
 
-/// Who asks and by what means.
+/// On whose behalf is asked.
 struct Asking {
-    DiskPool& pool;
     const Dropped& dropped;
 
     template <class Answer>
     std::vector<Answer> sideBySide(std::vector<std::function<Answer()>> questions, const Answer& unanswered) const {
         if (questions.size() == 1) return {questions.front()()};
-        return SideBySide<Answer>::ask(pool, std::move(questions), unanswered, dropped);
+        return SideBySide<Answer>::ask(std::move(questions), unanswered, dropped);
     }
 
     /// The answers to one question on each of the words from `first` on, a NUL behind each.
@@ -96,8 +95,8 @@ std::string folderAt(const std::string& path) {
 
 }  // namespace
 
-ToolResult look(const Arguments& arguments, DiskPool& pool, const Dropped& dropped) {
-    const Asking asking{pool, dropped};
+ToolResult look(const Arguments& arguments, const Dropped& dropped) {
+    const Asking asking{dropped};
     const std::string verb = arguments.empty() ? std::string() : arguments.front();
     const std::size_t count = arguments.size();
     if (verb == "list" && count == 2) return list(arguments[1]);
@@ -131,11 +130,6 @@ ToolResult look(const Arguments& arguments, DiskPool& pool, const Dropped& dropp
         return {base::followedLink(base::cleanPath(arguments[1])) + '\0', {}, exitSuccess};
     if (verb == "folders" && count >= 2) return {asking.ofEach(arguments, 1, folderAt, {}), {}, exitSuccess};
     return {{}, usage, exitUsage};
-}
-
-ToolResult look(const Arguments& arguments) {
-    DiskPool pool;
-    return look(arguments, pool, std::make_shared<std::atomic<bool>>(false));
 }
 
 }  // namespace marrowbeck::tools

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "tools/disk/DiskPool.h"
 #include "tools/look/SideBySide.h"
 #include "tools/service/ToolResult.h"
 
@@ -21,12 +20,9 @@ namespace marrowbeck::tools {
 /// - `clean PATH`, `follow PATH`: base::cleanPath of it, and base::followedLink of that.
 /// - `folders PATH...`: each with the link at its end followed, empty where that leads to no folder.
 ///
-/// Asks by `pool` whatever can be asked side by side; the caller's thread waits. Arguments that make no sense are
-/// refused. Paths are absolute.
-ToolResult look(const Arguments& arguments, DiskPool& pool, const Dropped& dropped);
-
-/// The same for who asks once.
-ToolResult look(const Arguments& arguments);
+/// What can be asked side by side is; the caller's thread waits. Arguments that make no sense are refused. Paths are
+/// absolute.
+ToolResult look(const Arguments& arguments, const Dropped& dropped = nobodyDrops());
 
 /// Serves requests in frames (see base/Frames.h) from `input`, many at a time, each answered on `output` once the disk
 /// has answered it. Never returns: at the end of the input the process is over, whatever is still asked.

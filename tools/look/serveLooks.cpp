@@ -13,6 +13,7 @@
 
 #include "base/Frames.h"
 #include "base/WriteAll.h"
+#include "tools/disk/DiskPool.h"
 #include "tools/look/look.h"
 
 namespace marrowbeck::tools {
@@ -33,7 +34,7 @@ class Desk {
         }
         requests_.add([this, dropped, request = std::move(request)] {
             if (*dropped) return;
-            answer({request.id, look(request.arguments, questions_, dropped), std::nullopt});
+            answer({request.id, look(request.arguments, dropped), std::nullopt});
         });
     }
 
@@ -64,9 +65,7 @@ class Desk {
     std::mutex mutex_;
     std::mutex writing_;
     std::map<std::uint32_t, std::shared_ptr<std::atomic<bool>>> asked_;
-    /// Requests wait for their questions, so that each kind has threads of its own.
     DiskPool requests_;
-    DiskPool questions_;
 };
 
 /// Ends the process though threads of it may wait for the disk. As long as they do the system keeps it, with all that
