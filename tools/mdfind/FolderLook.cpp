@@ -67,10 +67,13 @@ void FolderLook::read(bool mayBeLink) {
     stage = Stage::reading;
     if (!stage_.compare_exchange_strong(stage, Stage::looking)) return;
     findings_.failure = failure;
+    // Others may begin with the questions meanwhile.
+    const bool isWorthOthers = !isNear_ || entries_.size() > handful;
+    if (isWorthOthers) terms_.pool.add([self = shared_from_this()] { self->look(); });
+    sort();
     // One more than there are questions, so that it is not over before this is done with it.
     if (--undecided_ == 0) return finish();
-    if (isNear_) return look();
-    terms_.pool.add([self = shared_from_this()] { self->look(); });
+    if (isNear_) look();
 }
 
 int FolderLook::readEntries(bool mayBeLink) {
@@ -93,12 +96,20 @@ int FolderLook::readEntries(bool mayBeLink) {
             kept.length = std::strlen(entry->d_name);
             kept.kind = type == DT_REG ? Kind::file : type == DT_DIR ? Kind::folder : Kind::unknown;
             names_.append(entry->d_name, kept.length + 1);
+            if (kept.kind == Kind::folder) asFolder(kept);
         }
     }
 }
 
-bool FolderLook::isTooLong(const Entry& entry, Kind kind) const {
-    return path_.size() + entry.length + (kind == Kind::folder ? 1 : 0) >= PATH_MAX;
+/// The name with the slash with which folders stand where their contents belong: "a-b" before "a/b".
+std::string_view FolderLook::asFolder(Entry& entry) {
+    names_[entry.start + entry.length++] = '/';
+    return name(entry);
+}
+
+/// `more` for a slash that the name has not yet.
+bool FolderLook::isTooLong(const Entry& entry, std::size_t more) const {
+    return path_.size() + entry.length + more >= PATH_MAX;
 }
 
 /// Decides about all of which no question is left.
@@ -112,7 +123,7 @@ void FolderLook::judge() {
     std::size_t open = 1;
     for (Entry& entry : entries_) {
         if (entry.kind == Kind::file) entry.verdict = *verdict++;
-        if (entry.kind != Kind::unknown && isTooLong(entry, entry.kind)) {
+        if (entry.kind != Kind::unknown && isTooLong(entry)) {
             entry.outcome = Outcome::tooLong;
         } else if (entry.kind == Kind::folder) {
             entry.outcome = Outcome::below;
@@ -156,11 +167,10 @@ FolderLook::Outcome FolderLook::answerOn(Entry& entry) {
     if (entry.kind == Kind::unknown) {
         struct statx facts {};
         isLookedAt = lookAt(folder_.Number(), name, facts);
-        if (isLookedAt && S_ISDIR(facts.stx_mode))
-            return isTooLong(entry, Kind::folder) ? Outcome::tooLong : Outcome::below;
+        if (isLookedAt && S_ISDIR(facts.stx_mode)) return isTooLong(entry, 1) ? Outcome::tooLong : Outcome::below;
         // What cannot be looked at goes for a file, so that it is told of where all files are wanted.
         if (isLookedAt ? !S_ISREG(facts.stx_mode) : errno == ENOENT) return Outcome::left;
-        if (isTooLong(entry, Kind::file)) return Outcome::tooLong;
+        if (isTooLong(entry)) return Outcome::tooLong;
         isReadable = isLookedAt && isOwnToRead(facts, terms_.user);
         verdict = terms_.types.byName(this->name(entry));
     }
@@ -245,26 +255,30 @@ FolderLook::Outcome FolderLook::madeUpFor(const Entry& entry) {
     return Outcome::refused;
 }
 
-/// Puts in order what came of the entries.
+/// The order of the paths' bytes, as far as it is known what is a folder.
+void FolderLook::sort() {
+    order_.reserve(entries_.size());
+    for (Entry& entry : entries_) order_.emplace_back(name(entry), &entry);
+    std::sort(order_.begin(), order_.end());
+}
+
+/// Tells what came of the entries.
 void FolderLook::finish() {
     stage_ = Stage::over;
-    std::vector<std::pair<std::string_view, const Entry*>> order;
     std::size_t length = 0;
-    for (Entry& entry : entries_) {
-        if (entry.outcome == Outcome::unanswered) entry.outcome = madeUpFor(entry);
-        if (entry.outcome == Outcome::left) continue;
-        // With the slash folders stand where their contents belong: "a-b" before "a/b".
-        if (entry.outcome == Outcome::below || entry.kind == Kind::folder) names_[entry.start + entry.length++] = '/';
-        if (entry.outcome == Outcome::found) length += path_.size() + entry.length + 1;
-        order.emplace_back(name(entry), &entry);
+    for (auto& [name, entry] : order_) {
+        if (entry->outcome == Outcome::unanswered) entry->outcome = madeUpFor(*entry);
+        if (entry->outcome == Outcome::below && entry->kind == Kind::unknown) name = asFolder(*entry);
+        if (entry->outcome == Outcome::found) length += path_.size() + entry->length + 1;
     }
-    std::sort(order.begin(), order.end());
+    if (!std::is_sorted(order_.begin(), order_.end())) std::sort(order_.begin(), order_.end());
     findings_.found.reserve(length);
     const auto tell = [this](const Entry& entry, const std::string& reason) {
         findings_.told += "mdfind: " + pathOf(entry) + ": " + reason + "\n";
     };
-    for (const auto& [name, entry] : order) {
+    for (const auto& [name, entry] : order_) {
         const Outcome outcome = entry->outcome;
+        if (outcome == Outcome::left) continue;
         if (outcome == Outcome::found) {
             (findings_.found += path_).append(name) += terms_.ending;
         } else if (outcome == Outcome::below) {

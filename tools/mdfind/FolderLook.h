@@ -101,7 +101,8 @@ class FolderLook : public std::enable_shared_from_this<FolderLook> {
         return std::string_view(names_).substr(entry.start, entry.length);
     }
     std::string pathOf(const Entry& entry) const { return path_ + std::string(name(entry)); }
-    bool isTooLong(const Entry& entry, Kind kind) const;
+    std::string_view asFolder(Entry& entry);
+    bool isTooLong(const Entry& entry, std::size_t more = 0) const;
 
     void look();
     Outcome answerOn(Entry& entry);
@@ -109,6 +110,7 @@ class FolderLook : public std::enable_shared_from_this<FolderLook> {
     bool mayBeRead(const char* name, bool isLookedAt) const;
     void decide(Entry& entry, Outcome outcome);
 
+    void sort();
     void finish();
     Outcome madeUpFor(const Entry& entry);
 
@@ -122,6 +124,7 @@ class FolderLook : public std::enable_shared_from_this<FolderLook> {
     std::atomic<bool> isNear_ = false;
     std::string names_;
     std::deque<Entry> entries_;
+    std::vector<std::pair<std::string_view, Entry*>> order_;
     std::atomic<std::size_t> next_ = 0;
     std::atomic<std::size_t> undecided_ = 0;
     std::mutex reasonsMutex_;
