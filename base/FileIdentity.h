@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 
 #include <array>
-#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -43,31 +42,6 @@ struct FileIdentity {
     static std::uint64_t number(Number value) {
         return static_cast<std::uint64_t>(value);
     }
-};
-
-/// Looks at files, but not twice in a breath at the same one with no other between: the questions of one row about a
-/// file see it in one state.
-class FileLook {
-  public:
-    std::optional<FileIdentity> at(const std::string& path) {
-        const auto now = std::chrono::steady_clock::now();
-        if (path != path_ || now - time_ > breath) {
-            file_ = FileIdentity::of(path);
-            path_ = path;
-            time_ = now;
-        }
-        return file_;
-    }
-
-    /// Something else was asked meanwhile.
-    void forget() { path_.clear(); }
-
-  private:
-    static constexpr std::chrono::milliseconds breath{2};
-
-    std::string path_;
-    std::optional<FileIdentity> file_;
-    std::chrono::steady_clock::time_point time_{};
 };
 
 }  // namespace base
