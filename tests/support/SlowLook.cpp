@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // The tool look before a disk that answers when a test likes: what names a path with HANG in it is answered when a path
-// with RELEASE in it is asked about, all else at once. Each question becomes a line of the file `asked` in the home.
+// with RELEASE in it is asked about, or by itself at SIGUSR1, all else at once. Each question becomes a line of the
+// file `asked` in the home.
 
+#include <poll.h>
+#include <sys/signalfd.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <string>
@@ -31,10 +35,26 @@ void answer(const base::Request& request) {
 
 int main() {
     std::ofstream log(std::string(std::getenv("HOME")) + "/asked", std::ios::app);
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGUSR1);
+    sigprocmask(SIG_BLOCK, &signals, nullptr);
+    std::array<pollfd, 2> awaited{{{STDIN_FILENO, POLLIN, 0}, {signalfd(-1, &signals, SFD_CLOEXEC), POLLIN, 0}}};
     base::FrameStream requests(base::largestRequest);
     std::vector<base::Request> held;
+    const auto release = [&held] {
+        for (const base::Request& late : held) answer(late);
+        held.clear();
+    };
     std::array<char, 65536> buffer;
-    for (ssize_t count = 0; (count = ::read(STDIN_FILENO, buffer.data(), buffer.size())) > 0;) {
+    while (poll(awaited.data(), awaited.size(), -1) >= 0) {
+        if (awaited[1].revents != 0) {
+            [[maybe_unused]] const ssize_t taken = read(awaited[1].fd, buffer.data(), buffer.size());
+            release();
+        }
+        if (awaited[0].revents == 0) continue;
+        const ssize_t count = read(STDIN_FILENO, buffer.data(), buffer.size());
+        if (count <= 0) return 0;
         requests.append({buffer.data(), static_cast<std::size_t>(count)});
         while (const auto body = requests.next()) {
             const base::Request request = base::requestFrom(*body).value();
@@ -49,9 +69,7 @@ int main() {
                 continue;
             }
             answer(request);
-            if (!names(request, "RELEASE")) continue;
-            for (const base::Request& late : held) answer(late);
-            held.clear();
+            if (names(request, "RELEASE")) release();
         }
     }
 }

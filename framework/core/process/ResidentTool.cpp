@@ -36,6 +36,9 @@ constexpr std::size_t kLargestAnswer = std::size_t{1} << 28;
 /// Most answers come sooner than a turn of the event loop does. What takes longer lets the window live meanwhile.
 constexpr int kPromptMilliseconds = 2;
 
+/// Where a thread waits for ever, it looks so often whether it still does.
+constexpr int kLongPause = 60'000;
+
 /// While the tool has not taken a question whole, it is offered the rest so often.
 constexpr int kOfferMilliseconds = 10;
 
@@ -99,6 +102,11 @@ class ResidentTool::Question {
         answer_ = std::move(answer);
         settled_ = true;
         settledAt_ = Clock::now();
+        Wake();
+    }
+
+    /// Lets the thread that waits, if one does, see for itself.
+    void Wake() {
         if (waiting_) Scheduler::Instance().Wake(*waiting_);
     }
 
@@ -112,6 +120,21 @@ class ResidentTool::Question {
     bool settled_ = false;
     Clock::time_point settledAt_{};
     std::optional<Answer> answer_;
+};
+
+/// As long as a thread watches the output; also when it is killed meanwhile.
+class ResidentTool::Watch {
+  public:
+    explicit Watch(ResidentTool& tool) : tool_(tool) { tool_.isWatched_ = true; }
+    ~Watch() {
+        tool_.isWatched_ = false;
+        tool_.wakeOthers();
+    }
+    Watch(const Watch&) = delete;
+    Watch& operator=(const Watch&) = delete;
+
+  private:
+    ResidentTool& tool_;
 };
 
 ResidentTool::ResidentTool(Start start) : start_(std::move(start)), answers_(kLargestAnswer) {}
@@ -147,22 +170,36 @@ std::optional<ResidentTool::Result> ResidentTool::await(Question& question, Cloc
     if (!question.IsSettled()) receive();
     bool prompt = true;
     while (!question.IsSettled()) {
-        const int output = process_->Output();
         if (std::exchange(prompt, false)) {
-            pollfd awaited{output, POLLIN, 0};
+            pollfd awaited{process_->Output(), POLLIN, 0};
             poll(&awaited, 1, kPromptMilliseconds);
         } else {
             const int left = millisecondsUntil(end);
             if (left == 0) return Result{{}, {}, kUnanswered};
-            WaitReadable(output, unsent_.empty() ? left
-                                 : left < 0      ? kOfferMilliseconds
-                                                 : std::min(left, kOfferMilliseconds));
+            rest(unsent_.empty() ? left : left < 0 ? kOfferMilliseconds : std::min(left, kOfferMilliseconds));
         }
         if (!question.IsSettled()) receive();
     }
     if (!question.GetAnswer()) return std::nullopt;
     if (const auto& about = question.GetAnswer()->about) AnsweredFile::Note(*about);
     return std::move(question.GetAnswer()->result);
+}
+
+/// Waits for the tool to say something, at most so long, below 0 for ever. The toolkit watches a descriptor for one at
+/// a time: who comes while it is watched is woken by the answer, or takes over.
+void ResidentTool::rest(int milliseconds) {
+    if (!Scheduler::Instance().Parkable()) {
+        WaitReadable(process_->Output(), milliseconds);
+    } else if (isWatched_) {
+        Pause(milliseconds < 0 ? kLongPause : milliseconds);
+    } else {
+        const Watch watch(*this);
+        WaitReadable(process_->Output(), milliseconds);
+    }
+}
+
+void ResidentTool::wakeOthers() {
+    for (const auto& [id, question] : pending_) question->Wake();
 }
 
 void ResidentTool::Expect(const std::string& line) {

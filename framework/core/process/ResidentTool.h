@@ -57,9 +57,12 @@ class ResidentTool {
 
   private:
     class Question;
+    class Watch;
 
     bool isRunning();
     std::optional<Result> await(Question& question, Clock::time_point end = Clock::time_point::max());
+    void rest(int milliseconds);
+    void wakeOthers();
     std::unique_ptr<Question> takeExpected(const std::string& line);
     void send(const std::string& frame);
     void flush();
@@ -74,6 +77,8 @@ class ResidentTool {
     /// Those on their way.
     std::map<std::uint32_t, Question*> pending_;
     std::unordered_map<std::string, std::unique_ptr<Question>> expected_;
+    /// One of the threads that wait does so for the output, and wakes the others.
+    bool isWatched_ = false;
     std::uint32_t lastId_ = 0;
     /// How often it has failed since it gave an answer.
     int deaths_ = 0;

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -12,6 +13,8 @@
 #include <vector>
 
 #include "framework/core/process/Shell.h"
+#include "framework/core/threads/Thread.h"
+#include "tests/support/EventLoop.h"
 
 namespace framework {
 namespace {
@@ -93,6 +96,24 @@ TEST_F(ResidentTool, AnAnswerAskedAheadCounts) {
     EXPECT_EQ(resultOf(width), "0 32");
     Shell::ExpectNothing();
     EXPECT_EQ(resultOf(kind), "0 JPEG image");
+}
+
+TEST_F(ResidentTool, OfTwoThatWaitEachHearsItsAnswerThoughTheOtherGoes) {
+    std::filesystem::create_directory(home() + "/slow");
+    std::filesystem::create_symlink(MARROWBECK_SLOW_LOOK, home() + "/slow/look");
+    Shell::SetToolsFolder(String(home() + "/slow"), {"look"});
+    std::array<Thread, 2> threads;
+    const auto bothAre = [&](int state) { return threads[0].State() == state && threads[1].State() == state; };
+    for (Thread& ended : threads) {
+        for (Thread& thread : threads) {
+            thread.OnRun = [] { resultOf("look at /HANG"); };
+            thread.Run();
+        }
+        ASSERT_TRUE(marrowbeck::test::RunUntil([&] { return bothAre(Thread::Waiting); }));
+        ended.Kill();
+        kill(childrenOf(getpid()).front(), SIGUSR1);
+        EXPECT_TRUE(marrowbeck::test::RunUntil([&] { return bothAre(Thread::NotRunning); }));
+    }
 }
 
 TEST_F(ResidentTool, IsStartedAgainAsOftenAsOthersEndIt) {
