@@ -103,13 +103,16 @@ TEST_F(ResidentTool, OfTwoThatWaitEachHearsItsAnswerThoughTheOtherGoes) {
     std::filesystem::create_symlink(MARROWBECK_SLOW_LOOK, home() + "/slow/look");
     Shell::SetToolsFolder(String(home() + "/slow"), {"look"});
     std::array<Thread, 2> threads;
+    std::string asked;
     const auto bothAre = [&](int state) { return threads[0].State() == state && threads[1].State() == state; };
     for (Thread& ended : threads) {
         for (Thread& thread : threads) {
             thread.OnRun = [] { resultOf("look at /HANG"); };
             thread.Run();
         }
-        ASSERT_TRUE(marrowbeck::test::RunUntil([&] { return bothAre(Thread::Waiting); }));
+        asked += "at /HANG \nat /HANG \n";
+        while (contentOf(home() + "/asked") != asked) marrowbeck::test::RunFor(1);
+        ASSERT_TRUE(bothAre(Thread::Waiting));
         ended.Kill();
         kill(childrenOf(getpid()).front(), SIGUSR1);
         EXPECT_TRUE(marrowbeck::test::RunUntil([&] { return bothAre(Thread::NotRunning); }));
