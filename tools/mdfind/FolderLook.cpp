@@ -64,6 +64,7 @@ void FolderLook::read(bool mayBeLink) {
     const int failure = readEntries(mayBeLink);
     isNear_ = !meter.hasWaited();
     judge();
+    lastAnswer_ = coarseNow();
     stage = Stage::reading;
     if (!stage_.compare_exchange_strong(stage, Stage::looking)) return;
     findings_.failure = failure;
@@ -154,6 +155,7 @@ void FolderLook::look() {
         decide(entry, answerOn(entry));
         ++asked;
         const auto end = Clock::now();
+        lastAnswer_ = end.time_since_epoch().count();
         if (!isNear_ && end - begin > promptLook) return;
         begin = end;
     }
@@ -240,6 +242,20 @@ void FolderLook::giveUp(Clock::time_point limit, bool evenUnasked) {
             const Clock::rep askedAt = entry.askedAt;
             if (askedAt == 0 ? evenUnasked : askedAt < since) decide(entry, Outcome::unanswered);
         }
+    }
+}
+
+void FolderLook::giveUpStragglers(Clock::time_point limit) {
+    const Clock::rep since = limit.time_since_epoch().count();
+    if (stage_ != Stage::looking || lastAnswer_ > since) return;
+    const auto self = shared_from_this();
+    const auto isAnswered = [](const Entry& entry) { return entry.outcome != Outcome::open; };
+    const auto mayGo = [&](const Entry& entry) {
+        return isAnswered(entry) || (entry.askedAt != 0 && entry.askedAt < since);
+    };
+    if (!std::all_of(entries_.begin(), entries_.end(), mayGo)) return;
+    for (Entry& entry : entries_) {
+        if (!isAnswered(entry) && terms_.types.byName(name(entry)) == Verdict::yes) decide(entry, Outcome::unanswered);
     }
 }
 

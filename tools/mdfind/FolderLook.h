@@ -69,6 +69,10 @@ class FolderLook : public std::enable_shared_from_this<FolderLook> {
     /// no thread has come to. For any thread.
     void giveUp(Clock::time_point limit, bool evenUnasked);
 
+    /// Does without the answers on files of a wanted name that are missing when all have been asked for and none has come
+    /// since `limit`: whether such a file may be read, whoever asks for more will see. For any thread.
+    void giveUpStragglers(Clock::time_point limit);
+
     /// Whether a question has been without an answer since `limit` or longer. For any thread.
     bool isHeld(Clock::time_point limit) const;
 
@@ -127,6 +131,7 @@ class FolderLook : public std::enable_shared_from_this<FolderLook> {
     std::vector<std::pair<std::string_view, Entry*>> order_;
     std::atomic<std::size_t> next_ = 0;
     std::atomic<std::size_t> undecided_ = 0;
+    std::atomic<Clock::rep> lastAnswer_ = 0;
     std::mutex reasonsMutex_;
     std::unordered_map<const Entry*, std::string> reasons_;
     FolderFindings findings_;

@@ -22,6 +22,8 @@ constexpr std::size_t mostHeld = 256;
 /// What is held for so long takes no other's place.
 constexpr auto held = 1s;
 constexpr auto betweenSweeps = 500ms;
+/// The last files of a folder are not waited for longer than that after the others.
+constexpr auto straggling = 3s;
 /// Who comes so late was stopped meanwhile, as by a key, and has not waited for any answer.
 constexpr auto stopped = 5s;
 
@@ -123,6 +125,9 @@ void FolderSearch::sweep() {
     if (!isProbed_.exchange(true)) {
         probedAt_ = now;
         terms_.pool.add([this] { isProbed_ = false; });
+    }
+    if (awakeSince_ <= now - straggling) {
+        for (const auto& [node, look] : looks_) look->giveUpStragglers(now - straggling);
     }
     const auto limit = now - patience_;
     if (awakeSince_ > limit) return;
