@@ -6,6 +6,7 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <string_view>
 #include <utility>
@@ -132,6 +133,7 @@ String FolderItem::FolderWithin(int milliseconds) const {
 }
 
 int FolderItem::AccessError(int rights) const {
+    if (internal::AnsweredFile::WasSilent(path_.Bytes())) return ETIMEDOUT;
     return disk_.AccessFailure(path_.ToStd(), rights);
 }
 

@@ -13,8 +13,12 @@ constexpr std::chrono::seconds kHolds{2};
 
 struct Noted {
     std::string path;
-    std::uint64_t length = 0;
+    base::FileIdentity file;
     Clock::time_point time{};
+
+    bool IsAbout(std::string_view other) const {
+        return path == other && !path.empty() && Clock::now() - time < kHolds;
+    }
 };
 
 Noted& noted() {
@@ -25,13 +29,15 @@ Noted& noted() {
 }  // namespace
 
 void AnsweredFile::Note(const base::AboutFile& about) {
-    noted() = {about.path, about.file.Length(), Clock::now()};
+    noted() = {about.path, about.file, Clock::now()};
 }
 
 std::optional<std::uint64_t> AnsweredFile::LengthOf(std::string_view path) {
-    const Noted& last = noted();
-    const bool holds = Clock::now() - last.time < kHolds;
-    return last.path == path && !last.path.empty() && holds ? std::optional(last.length) : std::nullopt;
+    return noted().IsAbout(path) ? std::optional(noted().file.Length()) : std::nullopt;
+}
+
+bool AnsweredFile::WasSilent(std::string_view path) {
+    return noted().IsAbout(path) && noted().file == base::FileIdentity();
 }
 
 }  // namespace framework::internal

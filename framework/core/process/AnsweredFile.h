@@ -18,5 +18,8 @@ void Note(const base::AboutFile& about);
 /// Its length in bytes, if it is the file at `path` and the answer still holds.
 std::optional<std::uint64_t> LengthOf(std::string_view path);
 
+/// Whether it is the file at `path` and gave no answer: whoever asks it anything would wait for as long once more.
+bool WasSilent(std::string_view path);
+
 }  // namespace AnsweredFile
 }  // namespace framework::internal
