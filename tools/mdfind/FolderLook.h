@@ -69,8 +69,8 @@ class FolderLook : public std::enable_shared_from_this<FolderLook> {
     /// no thread has come to. For any thread.
     void giveUp(Clock::time_point limit, bool evenUnasked);
 
-    /// Does without the answers on files of a wanted name that are missing when all have been asked for and none has come
-    /// since `limit`: whether such a file may be read, whoever asks for more will see. For any thread.
+    /// Does without the answers on files of a wanted name that are missing when all have been asked for and none has
+    /// come since `limit`: whether such a file may be read, whoever asks for more will see. For any thread.
     void giveUpStragglers(Clock::time_point limit);
 
     /// Whether a question has been without an answer since `limit` or longer. For any thread.
