@@ -3,19 +3,17 @@
 
 #include <poll.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <cstdint>
-#include <cstdlib>
 #include <limits>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
 
 #include "base/Frames.h"
+#include "base/Paths.h"
 #include "base/WriteAll.h"
 #include "tools/mdfind/FolderSearch.h"
 #include "tools/mime/MimeTypes.h"
@@ -74,11 +72,10 @@ std::optional<Request> parse(const Arguments& arguments) {
     return std::nullopt;
 }
 
-std::string absolutePath(const std::string& path) {
-    if (path.starts_with('/')) return path;
-    const std::unique_ptr<char, void (*)(void*)> current(getcwd(nullptr, 0), std::free);
-    if (current == nullptr) return path;
-    return path == "." ? std::string(current.get()) : std::string(current.get()) + "/" + path;
+/// The folder as it stands, behind the current one where it is relative.
+std::string wholePath(const std::string& path) {
+    const std::string whole = base::absolutePath(path);
+    return path == "." ? std::string(base::enclosingFolder(whole)) : whole;
 }
 
 /// What the process that searches says: a letter, a length and so many bytes, or a status instead of the length, which
@@ -105,7 +102,7 @@ void search(const Request& request, int socket) {
     const auto end = [socket](int status) { say(socket, statusWord, static_cast<std::size_t>(status)); };
     // It never goes: threads that the disk holds may still use it when all has been said.
     auto* const found = new FolderSearch(request.type, request.isStrict, request.ending);
-    found->begin(absolutePath(request.folder));
+    found->begin(wholePath(request.folder));
     if (!MimeTypes::areInstalled()) {
         say(socket, toldWord, "mdfind: the shared MIME database is not installed\n");
         return end(exitFailure);

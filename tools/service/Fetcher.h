@@ -14,8 +14,9 @@
 
 namespace marrowbeck::tools {
 
-/// The supervisor's end of the process that opens files (see FetcherProcess.h). What it is told gathers until `flush`.
-/// Never waits.
+/// The supervisor's end of the process that opens files (see FetcherProcess.h), which is ended with this object. What
+/// it is told gathers until `flush`. Waits for nothing but, in `introduce`, for a process that takes nothing: for a
+/// second, and that one counts as dead then. For the supervisor's one thread.
 class Fetcher {
   public:
     /// Null when there can be no further process.

@@ -113,9 +113,9 @@ int Service::patience() const {
         least = least < 0 ? milliseconds : std::min(least, milliseconds);
     };
     for (const auto& [number, slot] : slots_) {
-        if (slot.reader->questions().empty()) {
+        if (slot.load == 0) {
             atMost(std::max(millisecondsUntil(slot.reader->since() + unusedTime), 1));
-        } else if (!slot.isStuck && slot.load > 1) {
+        } else if (!slot.isStuck && slot.load > 1 && !slot.reader->questions().empty()) {
             const auto age = Clock::now() - slot.reader->since();
             atMost(static_cast<int>((age < heldUpAfter ? heldUpAfter : stuckAfter / 2).count()));
         }

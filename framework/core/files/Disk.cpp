@@ -35,10 +35,18 @@ std::string pathIn(const Aside::Answer& answer, std::string otherwise) {
     return answer.came ? std::string(takeField(text)) : std::move(otherwise);
 }
 
-base::Arguments wordsOf(const char* verb, const std::string& folder, const std::vector<std::string>& names) {
-    base::Arguments words{verb, folder};
+/// What `look` says on each of the names, as `take` reads it from the answer; nothing where it is not to be had.
+template <class Take>
+auto eachAside(base::Arguments words, const std::vector<std::string>& names, Take take, int patience = Aside::kPatience)
+    -> std::optional<std::vector<decltype(take(std::declval<std::string_view&>()))>> {
     words.insert(words.end(), names.begin(), names.end());
-    return words;
+    const auto answer = Aside::Ask(words, patience);
+    if (!answer) return std::nullopt;
+    std::string_view text = answer->text;
+    std::vector<decltype(take(text))> taken;
+    taken.reserve(names.size());
+    while (taken.size() < names.size()) taken.push_back(take(text));
+    return taken;
 }
 
 std::string lettersOf(int rights) {
@@ -89,17 +97,12 @@ std::string Disk::Follow(std::string_view path) const {
 }
 
 std::vector<std::string> Disk::FoldersOf(const std::vector<std::string>& paths, int milliseconds) const {
+    const auto take = [](std::string_view& text) { return std::string(takeField(text)); };
+    if (aside_) {
+        if (auto folders = eachAside({"folders"}, paths, take, milliseconds)) return std::move(*folders);
+    }
     std::vector<std::string> folders;
     folders.reserve(paths.size());
-    if (aside_) {
-        base::Arguments words{"folders"};
-        words.insert(words.end(), paths.begin(), paths.end());
-        if (const auto answer = Aside::Ask(words, milliseconds)) {
-            std::string_view text = answer->text;
-            while (folders.size() < paths.size()) folders.emplace_back(takeField(text));
-            return folders;
-        }
-    }
     for (const std::string& path : paths) {
         std::string folder = Follow(path);
         folders.push_back(KindAt(folder) == base::PathKind::folder ? std::move(folder) : std::string());
@@ -124,35 +127,29 @@ std::string Disk::ChildrenOf(const std::string& folder) const {
 }
 
 std::vector<base::PathKind> Disk::KindsOf(const std::string& folder, const std::vector<std::string>& names) const {
+    const auto take = [](std::string_view& text) {
+        const std::string_view letter = takeField(text);
+        return letter.empty() ? base::PathKind::unknown : static_cast<base::PathKind>(letter.front());
+    };
+    if (aside_) {
+        if (auto kinds = eachAside({"kinds", folder}, names, take)) return std::move(*kinds);
+    }
     std::vector<base::PathKind> kinds;
     kinds.reserve(names.size());
-    if (aside_) {
-        if (const auto answer = Aside::Ask(wordsOf("kinds", folder, names))) {
-            std::string_view text = answer->text;
-            while (kinds.size() < names.size()) {
-                const std::string_view letter = takeField(text);
-                kinds.push_back(letter.empty() ? base::PathKind::unknown : static_cast<base::PathKind>(letter.front()));
-            }
-            return kinds;
-        }
-    }
     for (const std::string& name : names) kinds.push_back(base::kindAt(base::joined(folder, name).c_str()));
     return kinds;
 }
 
 std::vector<FileCodes> Disk::CodesOf(const std::string& folder, const std::vector<std::string>& names) const {
+    const auto take = [](std::string_view& text) {
+        const std::string_view type = takeField(text);
+        return FileCodes{std::string(type), std::string(takeField(text))};
+    };
+    if (aside_) {
+        if (auto codes = eachAside({"codes", folder}, names, take)) return std::move(*codes);
+    }
     std::vector<FileCodes> codes;
     codes.reserve(names.size());
-    if (aside_) {
-        if (const auto answer = Aside::Ask(wordsOf("codes", folder, names))) {
-            std::string_view text = answer->text;
-            while (codes.size() < names.size()) {
-                const std::string_view type = takeField(text);
-                codes.push_back({std::string(type), std::string(takeField(text))});
-            }
-            return codes;
-        }
-    }
     for (const std::string& name : names) {
         const std::string path = base::joined(folder, name);
         codes.push_back({base::attributeAt(path.c_str(), base::typeAttribute),
