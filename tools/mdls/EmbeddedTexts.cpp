@@ -17,7 +17,7 @@ namespace {
 std::string exifBytes(const Exiv2::ExifData& data, const char* key) {
     return guarded([&] {
         const auto found = data.findKey(Exiv2::ExifKey(key));
-        if (found == data.end() || found->size() <= 0) return std::string();
+        if (found == data.end() || found->size() == 0) return std::string();
         std::string bytes(static_cast<size_t>(found->size()), '\0');
         found->copy(reinterpret_cast<Exiv2::byte*>(bytes.data()), Exiv2::littleEndian);
         return bytes;
@@ -136,7 +136,8 @@ std::vector<std::string> keywordsOf(const Exiv2::Image& image) {
         const Exiv2::XmpData& data = image.xmpData();
         const auto subject = data.findKey(Exiv2::XmpKey("Xmp.dc.subject"));
         if (subject == data.end()) return true;
-        for (long i = 0; i < subject->count(); ++i) keywords.add(guessedToUtf8(subject->toString(i)));
+        for (auto i = decltype(subject->count()){0}; i < subject->count(); ++i)
+            keywords.add(guessedToUtf8(subject->toString(i)));
         return true;
     });
     for (const std::string& keyword : iptcTexts(image.iptcData(), "Iptc.Application2.Keywords")) keywords.add(keyword);

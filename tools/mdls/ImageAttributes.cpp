@@ -57,20 +57,17 @@ std::string listText(const std::vector<std::string>& elements) {
 }
 
 ColourProfile embeddedProfile(Exiv2::Image* image, const PictureHeader& header) {
-    if (image != nullptr && image->iccProfileDefined()) {
-        const Exiv2::DataBuf& icc = *image->iccProfile();
-        if (icc.pData_ != nullptr && icc.size_ > 0)
-            return describeProfile({icc.pData_, static_cast<size_t>(icc.size_)});
-    }
+    const Content own = image == nullptr ? Content() : exiv2::profileOf(*image);
+    if (!own.empty()) return describeProfile(own);
     return describeProfile({reinterpret_cast<const std::uint8_t*>(header.profile.data()), header.profile.size()});
 }
 
 /// Of pictures with few bits a sample the library tells what it makes of them.
 void correctDepth(PictureHeader& header, const Exiv2::Image& image) {
     if (image.mimeType() != "image/tiff") return;
-    const long bits = guarded([&] {
+    const std::int64_t bits = guarded([&] {
         const auto found = image.exifData().findKey(Exiv2::ExifKey("Exif.Image.BitsPerSample"));
-        return found == image.exifData().end() || found->count() == 0 ? 0 : found->toLong();
+        return found == image.exifData().end() || found->count() == 0 ? 0 : exiv2::numberOf(*found);
     });
     if (bits > 0 && bits < 8) header.bitsPerChannel = static_cast<unsigned>(bits);
 }

@@ -13,17 +13,13 @@ std::string_view textOf(Content content) {
     return {reinterpret_cast<const char*>(content.data()), content.size()};
 }
 
-/// RIFF, Matroska, QuickTime and ASF, by the library's own numbers, whose headers cannot be included. Not by the name
-/// of the type: asked for that before it is read, a raw file takes its first small picture for the whole.
-bool isVideo(int type) {
-    return (type >= 20 && type <= 22) || type == 24;
-}
-
 std::unique_ptr<Exiv2::Image> opened(Content content) {
     std::unique_ptr<Exiv2::Image> image;
     try {
-        image.reset(Exiv2::ImageFactory::open(content.data(), static_cast<long>(content.size())).release());
-        if (isVideo(image->imageType())) return nullptr;
+        image.reset(Exiv2::ImageFactory::open(content.data(), static_cast<exiv2::Size>(content.size())).release());
+        // Not by the name of the type: asked for that before it is read, a raw file takes its first small picture for
+        // the whole.
+        if (exiv2::isVideo(*image)) return nullptr;
         image->readMetadata();
     } catch (...) {
         // A damaged file keeps what was read of it.
@@ -68,7 +64,7 @@ bool looksLikeTiff(Content content) {
 
 std::unique_ptr<Exiv2::Image> openExiv2Image(Content content, const PictureHeader& header) {
     Exiv2::LogMsg::setLevel(Exiv2::LogMsg::mute);
-    Exiv2::enableBMFF(true);
+    exiv2::enableBoxFormats();
     std::unique_ptr<Exiv2::Image> image = opened(content);
     const std::string packet = header.xmp.empty() ? gifPacket(content) : header.xmp;
     if (!image && (!header.exif.empty() || !packet.empty())) {
@@ -100,9 +96,9 @@ PictureSize sizeOf(const Exiv2::Image* image, const PictureHeader& header, Conte
     PictureSize size{header.width, header.height};
     const bool known = size.width != 0 && size.height != 0;
     if (image == nullptr || (known && !looksLikeTiff(content))) return size;
-    const int width = guarded([&] { return image->pixelWidth(); });
-    const int height = guarded([&] { return image->pixelHeight(); });
-    if (width <= 0 || height <= 0) return size;
+    const auto width = guarded([&] { return image->pixelWidth(); });
+    const auto height = guarded([&] { return image->pixelHeight(); });
+    if (width < 1 || height < 1) return size;
     const PictureSize other{static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height)};
     const auto area = [](const PictureSize& one) { return std::uint64_t{one.width} * one.height; };
     return !known || area(other) > area(size) ? other : size;
@@ -111,9 +107,9 @@ PictureSize sizeOf(const Exiv2::Image* image, const PictureHeader& header, Conte
 int orientationOf(const Exiv2::Image* image, const PictureHeader& header) {
     if (image == nullptr || header.upright) return 1;
     const Exiv2::ExifData& exif = image->exifData();
-    const long value = guarded([&] {
+    const std::int64_t value = guarded([&] {
         const auto found = exif.findKey(Exiv2::ExifKey("Exif.Image.Orientation"));
-        return found == exif.end() || found->count() == 0 ? 1 : found->toLong();
+        return found == exif.end() || found->count() == 0 ? 1 : exiv2::numberOf(*found);
     });
     return value >= 1 && value <= 8 ? static_cast<int>(value) : 1;
 }

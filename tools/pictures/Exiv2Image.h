@@ -3,9 +3,9 @@
 
 // The only place that includes Exiv2, so that its traps are met once.
 #include <cstdint>
-#include <exiv2/exiv2.hpp>
 #include <memory>
 
+#include "tools/pictures/Exiv2Versions.h"
 #include "tools/pictures/PictureLibrary.h"
 
 namespace marrowbeck::tools {

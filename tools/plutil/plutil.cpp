@@ -59,7 +59,7 @@ using Tree = std::unique_ptr<void, FreeTree>;
 
 /// Text or bytes that the library has allocated.
 struct Output {
-    std::unique_ptr<char, decltype(&plist_to_xml_free)> bytes{nullptr, &plist_to_xml_free};
+    std::unique_ptr<char, decltype(&plist_mem_free)> bytes{nullptr, &plist_mem_free};
     std::uint32_t size = 0;
     std::string_view View() const { return {bytes.get(), size}; }
 };

@@ -2,14 +2,14 @@
 #include "tools/sips/EmbeddedPreview.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <cstddef>
 
 namespace marrowbeck::tools {
 
 namespace {
 
 int longer(const Exiv2::PreviewProperties& preview) {
-    return static_cast<int>(std::min<std::uint32_t>(std::max(preview.width_, preview.height_), 1U << 30));
+    return static_cast<int>(std::min<std::size_t>(std::max(preview.width_, preview.height_), 1U << 30));
 }
 
 EmbeddedPreview previewOf(const Exiv2::Image& image, int side) {
