@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
-# What every target of the project is compiled with. The presets make errors of warnings; a packager's compiler may be
-# another one and know more of them.
+# What every target of the project is compiled with. Only the check of changes makes errors of warnings: whoever builds the
+# program may have another compiler that knows more of them.
 add_library(marrowbeck_options INTERFACE)
 target_include_directories(marrowbeck_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_features(marrowbeck_options INTERFACE cxx_std_20)
