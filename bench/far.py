@@ -8,7 +8,7 @@ import statistics
 import subprocess
 import time
 
-SLOW_DISK = os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(__file__))), "tests", "support", "slow-disk")
+SLOW_DISK = os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(__file__))), "build", "release", "tests", "slow_disk")
 
 
 class FarDisk:
