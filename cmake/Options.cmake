@@ -18,8 +18,8 @@ target_compile_options(
             -Wshadow
             -Wconversion
             -Wsign-conversion
-            -Wnon-virtual-dtor
-            -Woverloaded-virtual)
+            $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor>
+            $<$<COMPILE_LANGUAGE:CXX>:-Woverloaded-virtual>)
 # GCC 12 sees overlaps in std::string's own code where there are none, once it optimises (its bug 105651).
 target_compile_options(marrowbeck_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # What is handed out: the sources, which the feed and the product page offer, by
 #   cmake --build build/PRESET --target package_source
-# and a package for Debian 12, by
+# and a package for the Debian on which it is built, by
 #   cd build/release && cpack -G DEB
 set(CPACK_PACKAGE_NAME marrowbeck)
 set(CPACK_PACKAGE_VENDOR "Marrowbeck developers")

@@ -21,9 +21,9 @@ foreach(tag Description DownloadURLOSX)
 endforeach()
 
 # A manual whose picture was not found comes out small; one without a structure is of no use to a screen reader.
-file(STRINGS ${TREE}/help.pdf structure REGEX "/(StructTreeRoot|Lang) ")
+execute_process(COMMAND pdfinfo ${TREE}/help.pdf OUTPUT_VARIABLE manual)
 file(SIZE ${TREE}/help.pdf size)
-if(NOT structure OR size LESS 100000)
+if(NOT manual MATCHES "Tagged: +yes" OR size LESS 100000)
   message(SEND_ERROR "help.pdf is no manual")
 endif()
 

@@ -31,8 +31,9 @@ using Source = std::unique_ptr<VipsSource, Unref>;
 /// The loaders that may see a file, each with all its kinds of sources. Everything else that libvips knows, from PDF
 /// to tables of numbers, is no picture of a camera or a painter, and is more to be feared than to be missed.
 constexpr const char* allowedLoaders[] = {
-    "VipsForeignLoadJpeg", "VipsForeignLoadPng", "VipsForeignLoadNsgif", "VipsForeignLoadTiff", "VipsForeignLoadWebp",
-    "VipsForeignLoadHeif", "VipsForeignLoadJxl", "VipsForeignLoadJp2k",  "VipsForeignLoadPpm",  "VipsForeignLoadMagick",
+    "VipsForeignLoadJpeg", "VipsForeignLoadPng",    "VipsForeignLoadNsgif",   "VipsForeignLoadTiff",
+    "VipsForeignLoadWebp", "VipsForeignLoadHeif",   "VipsForeignLoadJxl",     "VipsForeignLoadJp2k",
+    "VipsForeignLoadPpm",  "VipsForeignLoadMagick", "VipsForeignLoadMagick7",
 };
 
 /// What an operation of libvips gave, or nothing, with what it complained about forgotten. By reference: a call may
