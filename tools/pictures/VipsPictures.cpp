@@ -171,7 +171,7 @@ class VipsPictures final : public PictureLibrary {
     void warmUp() override {
         loadModule(heif_);
         loadModule(jxl_);
-        loadModule(magick_);
+        loadMagick();
     }
 
   private:
@@ -194,6 +194,15 @@ class VipsPictures final : public PictureLibrary {
         allowLoaders();
     }
 
+    void loadMagick() {
+        if (magick_.loaded) return;
+        loadModule(magick_);
+        // From its version 7 on ImageMagick knows a QuickDraw picture by its content only once its own part for these has
+        // been loaded, which the name of a file does that need not be.
+        VipsImage* none = nullptr;
+        checked(vips_magickload("PICT:/nonexistent", &none, nullptr), none);
+    }
+
     /// Loads what the content needs; by its first bytes, whatever the name says.
     void prepareFor(std::string_view head) {
         if (head.substr(std::min<std::size_t>(head.size(), 4)).starts_with("ftyp")) loadModule(heif_);
@@ -214,7 +223,7 @@ class VipsPictures final : public PictureLibrary {
         if (!ready_ || content.empty()) return nullptr;
         prepareFor(textOf(content));
         const bool netpbm = isNetpbm(textOf(content));
-        if (!netpbm && !isLoadable(content)) loadModule(magick_);
+        if (!netpbm && !isLoadable(content)) loadMagick();
         vips_error_clear();
         if (!netpbm) {
             VipsImage* const image = vips_image_new_from_buffer(content.data(), content.size(), "", "access",

@@ -16,8 +16,6 @@ class OpenDialog {
     OpenDialog() = default;
     ~OpenDialog() {
         if (!dialog_) return;
-        // What waited for it is gone; nobody is to be told of its end any more.
-        dialog_->disconnect();
         dialog_->hide();
         dialog_->deleteLater();
     }
@@ -26,8 +24,8 @@ class OpenDialog {
 
     void Open(QDialog* dialog, Completion& closed) {
         dialog_ = dialog;
-        QObject::connect(dialog, &QDialog::finished, dialog, [&closed] { closed.Complete(); });
-        QObject::connect(dialog, &QObject::destroyed, qApp, [&closed] { closed.Complete(); });
+        QObject::connect(dialog, &QDialog::finished, &waiting_, [&closed] { closed.Complete(); });
+        QObject::connect(dialog, &QObject::destroyed, &waiting_, [&closed] { closed.Complete(); });
         dialog->show();
         dialog->raise();
         dialog->activateWindow();
@@ -37,6 +35,9 @@ class OpenDialog {
 
   private:
     QPointer<QDialog> dialog_;
+    /// What waited for the dialog is gone with this, and is not told of its end any more. Others are: a screen reader's
+    /// side forgets the dialog then, and would take the next at its place for it.
+    QObject waiting_;
 };
 
 }  // namespace
