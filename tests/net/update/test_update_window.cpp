@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QTimer>
+#include <atomic>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -288,14 +289,19 @@ TEST_F(UpdateWindow, StaysOpenBesideTheWebsite) {
 
 TEST_F(UpdateWindow, AnyWayOfClosingEndsTheCheck) {
     for (const bool byButton : {true, false}) {
+        std::atomic<bool> isAsked = false;
         bool serverSawTheEnd = false;
         {
             const ScriptedServer server({[&](ScriptedServer::Peer& peer) {
                 peer.ReadRequest();
+                isAsked = true;
                 peer.AwaitClose();
                 serverSawTheEnd = true;
             }});
-            QTimer::singleShot(100, [&] {
+            QTimer impatience;
+            impatience.callOnTimeout([&] {
+                if (!isAsked) return;
+                impatience.stop();
                 EXPECT_EQ(window->StaticText1->Text().Bytes(), "Checking for updates...");
                 EXPECT_EQ(window->ProgressBar1->Maximum(), 0);
                 if (byButton) {
@@ -304,6 +310,7 @@ TEST_F(UpdateWindow, AnyWayOfClosingEndsTheCheck) {
                     QApplication::activeWindow()->close();
                 }
             });
+            impatience.start(5);
             EXPECT_TRUE(Show(server));
             EXPECT_FALSE(window->hp->IsConnected());
         }
