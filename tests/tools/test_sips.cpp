@@ -108,6 +108,13 @@ TEST(Sips, EveryKindKeepsItsSizeAndItsColours) {
     }
 }
 
+TEST(Sips, ATargaFileBeginsAtTheCornerThatItNames) {
+    const TemporaryFolder folder;
+    std::string content = readFile(picture("rgb.tga"));
+    content.at(17) = 0x20;
+    EXPECT_TRUE(isColour(preview(folder.Put("from-the-top.tga", content)), 24, 0, navy));
+}
+
 TEST(Sips, WhatIsLeftOfAPictureIsShown) {
     const TemporaryFolder folder;
     const std::pair<const char*, std::string> wholes[] = {

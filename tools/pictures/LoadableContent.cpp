@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <string_view>
 #include <utility>
 
@@ -39,6 +40,8 @@ void addChunk(std::string& png, std::string_view content) {
         crc32(0, reinterpret_cast<const Bytef*>(content.data()), static_cast<uInt>(content.size()))));
 }
 
+constexpr std::string_view pngMark = "\x89PNG\r\n\x1a\n";
+
 bool hasAt(std::string_view bytes, std::size_t at, std::string_view mark) {
     return bytes.size() >= at + mark.size() && bytes.substr(at, mark.size()) == mark;
 }
@@ -48,8 +51,9 @@ bool hasAt(std::string_view bytes, std::size_t at, std::string_view mark) {
 LoadableContent::LoadableContent(Content content) : content_(content) {
     completeWebp();
     closePng();
-    markPict();
+    completePict();
     enterIcon();
+    straightenTarga();
 }
 
 void LoadableContent::use(std::string changed) {
@@ -88,7 +92,7 @@ void LoadableContent::closePng() {
     constexpr std::size_t firstChunk = 8;
     constexpr std::size_t head = 8;
     constexpr std::size_t check = 4;
-    if (!hasAt(bytes(), 0, "\x89PNG\r\n\x1a\n")) return;
+    if (!hasAt(bytes(), 0, pngMark)) return;
     std::size_t at = firstChunk;
     std::size_t size = 0;
     for (; at + head <= bytes().size(); at += head + size + check) {
@@ -102,19 +106,60 @@ void LoadableContent::closePng() {
     use(std::move(whole));
 }
 
-/// A QuickDraw picture begins with 512 bytes for anybody's use, mostly zeros, which are taken for a Targa file. They
-/// may be missing when the picture was cut out of another file.
-void LoadableContent::markPict() {
+/// The decoder takes a compressed chunk of PNG whole or not at all, and with it the picture: a profile or a text may be
+/// larger than it wants, once it is unpacked.
+bool LoadableContent::leaveOutExtras() {
+    constexpr std::size_t firstChunk = 8;
+    constexpr std::size_t around = 12;
+    if (!hasAt(bytes(), 0, pngMark)) return false;
+    std::string rest(bytes().substr(0, firstChunk));
+    for (std::size_t at = firstChunk; at + around <= bytes().size();) {
+        const std::size_t size = std::min(bigEndian(bytes(), at) + around, bytes().size() - at);
+        const std::string_view type = bytes().substr(at + 4, 4);
+        if (type != "iCCP" && type != "zTXt" && type != "iTXt") rest += bytes().substr(at, size);
+        at += size;
+    }
+    if (rest.size() == bytes().size()) return false;
+    use(std::move(rest));
+    return true;
+}
+
+/// A QuickDraw picture begins with 512 bytes for anybody's use, mostly zeros. They may be missing when the picture was
+/// cut out of another file.
+void LoadableContent::completePict() {
     constexpr std::size_t room = 512;
     constexpr std::size_t version = 10;
     constexpr std::string_view marks[] = {"\x00\x11\x02\xff\x0c\x00"sv, "\x11\x01"sv};
-    for (const std::string_view mark : marks) {
-        if (hasAt(bytes(), room + version, mark) && (mark.size() > 2 || hasAt(bytes(), 0, std::string(room, '\0')))) {
-            use(std::string(room, '\xff').append(bytes().substr(room)));
-            return;
-        }
-    }
-    if (hasAt(bytes(), version, marks[0])) use(std::string(room, '\xff').append(bytes()));
+    isPict_ = hasAt(bytes(), room + version, marks[0]) ||
+              (hasAt(bytes(), room + version, marks[1]) && hasAt(bytes(), 0, std::string(room, '\0')));
+    if (isPict_ || !hasAt(bytes(), version, marks[0])) return;
+    isPict_ = true;
+    use(std::string(room, '\0').append(bytes()));
+}
+
+/// A Targa file tells in its head at which corner its rows begin, most often at the lower left. Of its loaders some
+/// turn it and some do not. It has no mark by which it could be known, but a head that agrees with itself.
+void LoadableContent::straightenTarga() {
+    constexpr std::size_t head = 18;
+    constexpr std::size_t corner = 17;
+    constexpr unsigned char fromRight = 0x10;
+    constexpr unsigned char fromTop = 0x20;
+    constexpr unsigned char reserved = 0xc0;
+    if (bytes().size() < head || isPict_) return;
+    const auto has = [this](std::size_t at, std::initializer_list<unsigned> values) {
+        return std::find(values.begin(), values.end(), content_[at]) != values.end();
+    };
+    const bool hasMap = has(1, {1}) && has(2, {1, 9});
+    const bool hasNone = has(1, {0, 1}) && has(2, {2, 3, 10, 11});
+    const bool hasSize = (content_[12] | content_[13]) != 0 && (content_[14] | content_[15]) != 0;
+    const unsigned char place = content_[corner];
+    if (!(hasMap || hasNone) || !hasSize || !has(16, {8, 15, 16, 24, 32}) || (place & reserved) != 0) return;
+    const bool isFromRight = (place & fromRight) != 0;
+    orientation_ = (place & fromTop) != 0 ? (isFromRight ? 2 : 1) : (isFromRight ? 3 : 4);
+    if (orientation_ == 1) return;
+    std::string straight(bytes());
+    straight[corner] = static_cast<char>((place & ~fromRight) | fromTop);
+    use(std::move(straight));
 }
 
 /// An icon file is a table that names kind, place and size of its pictures, and these behind it. The largest, with most
@@ -125,7 +170,7 @@ void LoadableContent::enterIcon() {
     constexpr std::string_view onePicture = "\0\0\1\0\1\0"sv;
     if (!hasAt(bytes(), 0, "\0\0\1\0"sv) || bytes().size() < tableStart) return;
     const auto byteAt = [this](std::size_t at) { return std::uint32_t{static_cast<unsigned char>(bytes()[at])}; };
-    const auto isPngAt = [this](std::size_t at) { return hasAt(bytes(), at, "\x89PNG\r\n\x1a\n"); };
+    const auto isPngAt = [this](std::size_t at) { return hasAt(bytes(), at, pngMark); };
     std::size_t chosen = 0;
     std::pair<std::uint64_t, std::uint32_t> most;
     const std::size_t count = byteAt(4) | byteAt(5) << 8;

@@ -20,15 +20,28 @@ class LoadableContent {
     Content content() const { return content_; }
     std::string_view bytes() const { return {reinterpret_cast<const char*>(content_.data()), content_.size()}; }
 
+    /// Whether it is a QuickDraw picture, with the 512 bytes before it.
+    bool isPict() const { return isPict_; }
+    /// How the rows stand as they are stored, as in Exif (1 to 8), where the format says that and its loaders disagree
+    /// on whose part it is to turn them; the content says no more of it then. Otherwise 0.
+    int orientation() const { return orientation_; }
+
+    /// Leaves out what stands beside the pixels, as far as a loader may find that too large and give up the whole.
+    /// False where there is no such thing.
+    bool leaveOutExtras();
+
   private:
     void use(std::string changed);
     void completeWebp();
     void closePng();
-    void markPict();
+    void completePict();
     void enterIcon();
+    void straightenTarga();
 
     Content content_;
     std::string own_;
+    bool isPict_ = false;
+    int orientation_ = 0;
 };
 
 }  // namespace marrowbeck::tools

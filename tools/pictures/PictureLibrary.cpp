@@ -39,9 +39,9 @@ PictureLibrary* load() {
     // Never unloaded: the library registers types for good.
     void* const module = dlopen(places().module.c_str(), RTLD_LAZY | RTLD_LOCAL | RTLD_NODELETE);
     if (module == nullptr) return nullptr;
-    using Make = PictureLibrary*(const char*);
+    using Make = PictureLibrary*(const char*, const char*);
     auto* const make = reinterpret_cast<Make*>(dlsym(module, "makePictureLibrary"));
-    return make == nullptr ? nullptr : make(places().data.c_str());
+    return make == nullptr ? nullptr : make(places().module.parent_path().c_str(), places().data.c_str());
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 
 #include "tools/pictures/LoadableContent.h"
 #include "tools/pictures/PictureLibrary.h"
+#include "tools/pictures/QuickDraw.h"
 
 namespace marrowbeck::tools {
 
@@ -118,7 +119,7 @@ void addText(VipsImage* /*image*/, const char* field, GValue* value,
 
 class VipsPictures final : public PictureLibrary {
   public:
-    explicit VipsPictures(const char* dataFolder) {
+    VipsPictures(std::string modules, const char* dataFolder) : modules_(std::move(modules)) {
         // Where it looks for modules by itself: nowhere. All of them together take longer to load than all the rest,
         // and some read formats that are not wanted.
         setenv("VIPSHOME", "/nonexistent", 1);
@@ -132,11 +133,11 @@ class VipsPictures final : public PictureLibrary {
     }
 
     PictureHeader header(Content original) override {
-        const LoadableContent loadable(original);
-        const Content content = loadable.content();
+        LoadableContent loadable(original);
         PictureHeader header;
-        const Image image = open(content);
+        const Image image = open(loadable);
         if (!image) return header;
+        const Content content = loadable.content();
         header.width = static_cast<std::uint32_t>(vips_image_get_width(image.get()));
         header.height = static_cast<std::uint32_t>(vips_image_get_height(image.get()));
         header.channels = static_cast<unsigned>(vips_image_get_bands(image.get()));
@@ -158,20 +159,24 @@ class VipsPictures final : public PictureLibrary {
     }
 
     Pixels picture(Content original, int side, int orientation) override {
-        const LoadableContent loadable(original);
-        const Content content = loadable.content();
-        const Image image = open(content);
-        if (!image || isMistaken(textOf(content))) return {};
-        Image whole = inMemory(forScreen(thumbnail(image.get(), content, side)));
-        if (!whole) whole = topInMemory(forScreen(thumbnail(image.get(), content, side)));
+        LoadableContent loadable(original);
+        const Image image = open(loadable);
+        if (!image || isMistaken(loadable.bytes())) return {};
+        Image whole = inMemory(forScreen(thumbnail(image.get(), loadable.content(), side)));
+        if (!whole) whole = topInMemory(forScreen(thumbnail(image.get(), loadable.content(), side)));
         if (!whole) return {};
+        if (loadable.orientation() != 0) orientation = loadable.orientation();
         return pixelsOf(isUpright(image.get()) ? std::move(whole) : turned(std::move(whole), orientation));
     }
 
     void warmUp() override {
         loadModule(heif_);
         loadModule(jxl_);
-        loadMagick();
+        loadModule(magick_);
+        if (ReadQuickDraw* const read = quickDraw()) {
+            QuickDrawPicture none;
+            read({}, none);
+        }
     }
 
   private:
@@ -194,13 +199,33 @@ class VipsPictures final : public PictureLibrary {
         allowLoaders();
     }
 
-    void loadMagick() {
-        if (magick_.loaded) return;
-        loadModule(magick_);
-        // From its version 7 on ImageMagick knows a QuickDraw picture by its content only once its own part for these has
-        // been loaded, which the name of a file does that need not be.
-        VipsImage* none = nullptr;
-        checked(vips_magickload("PICT:/nonexistent", &none, nullptr), none);
+    ReadQuickDraw* quickDraw() {
+        if (!isQuickDrawLoaded_) {
+            isQuickDrawLoaded_ = true;
+            GModule* const opened = g_module_open((modules_ + "/quickdraw.so").c_str(), G_MODULE_BIND_LAZY);
+            gpointer read = nullptr;
+            if (opened != nullptr && g_module_symbol(opened, "readQuickDraw", &read) != 0) {
+                g_module_make_resident(opened);
+                readQuickDraw_ = reinterpret_cast<ReadQuickDraw*>(read);
+            }
+        }
+        return readQuickDraw_;
+    }
+
+    Image openPict(Content content) {
+        ReadQuickDraw* const read = quickDraw();
+        QuickDrawPicture picture;
+        if (read != nullptr) read(content, picture);
+        const Pixels& pixels = picture.pixels;
+        if (pixels.width == 0) return nullptr;
+        const Image image(vips_image_new_from_memory_copy(pixels.bytes.data(), pixels.bytes.size(), pixels.width,
+                                                          pixels.height, pixels.channels, VIPS_FORMAT_UCHAR));
+        VipsImage* meant = nullptr;
+        Image named =
+            checked(vips_copy(image.get(), &meant, "interpretation", VIPS_INTERPRETATION_sRGB, nullptr), meant);
+        if (named && !picture.profile.empty())
+            vips_image_set_blob_copy(named.get(), VIPS_META_ICC_NAME, picture.profile.data(), picture.profile.size());
+        return named;
     }
 
     /// Loads what the content needs; by its first bytes, whatever the name says.
@@ -219,11 +244,17 @@ class VipsPictures final : public PictureLibrary {
     }
 
     /// The picture as it will be decoded, once somebody asks for pixels.
-    Image open(Content content) {
-        if (!ready_ || content.empty()) return nullptr;
+    Image open(LoadableContent& loadable) {
+        if (!ready_ || loadable.content().empty()) return nullptr;
+        if (loadable.isPict()) return openPict(loadable.content());
+        Image image = openBy(loadable.content());
+        return image || !loadable.leaveOutExtras() ? std::move(image) : openBy(loadable.content());
+    }
+
+    Image openBy(Content content) {
         prepareFor(textOf(content));
         const bool netpbm = isNetpbm(textOf(content));
-        if (!netpbm && !isLoadable(content)) loadMagick();
+        if (!netpbm && !isLoadable(content)) loadModule(magick_);
         vips_error_clear();
         if (!netpbm) {
             VipsImage* const image = vips_image_new_from_buffer(content.data(), content.size(), "", "access",
@@ -275,6 +306,11 @@ class VipsPictures final : public PictureLibrary {
         }
         auto* const data = const_cast<std::uint8_t*>(content.data());
         const char* const option = convert ? "export_profile" : nullptr;
+        if (vips_image_get_typeof(image, VIPS_META_LOADER) == 0) {
+            return checked(
+                vips_thumbnail_image(image, &small, box, "height", box, "no_rotate", TRUE, option, "srgb", nullptr),
+                small);
+        }
         if (!isNetpbm(textOf(content))) {
             return checked(vips_thumbnail_buffer(data, content.size(), &small, box, "height", box, "no_rotate", TRUE,
                                                  option, "srgb", nullptr),
@@ -344,18 +380,22 @@ class VipsPictures final : public PictureLibrary {
                 vips_image_get_bands(image.get()), std::string(static_cast<const char*>(bytes.get()), size)};
     }
 
+    const std::string modules_;
     bool ready_ = false;
     Module heif_{"vips-heif.so"};
     Module jxl_{"vips-jxl.so"};
     Module magick_{"vips-magick.so"};
+    bool isQuickDrawLoaded_ = false;
+    ReadQuickDraw* readQuickDraw_ = nullptr;
 };
 
 }  // namespace
 
 }  // namespace marrowbeck::tools
 
-/// How the tools get at the library when they have loaded this module; `dataFolder` holds ImageMagick's policy.
-extern "C" marrowbeck::tools::PictureLibrary* makePictureLibrary(const char* dataFolder) {
-    static marrowbeck::tools::VipsPictures library(dataFolder);
+/// How the tools get at the library when they have loaded this module; `modules` is the folder in which it lies,
+/// `dataFolder` holds ImageMagick's policy.
+extern "C" marrowbeck::tools::PictureLibrary* makePictureLibrary(const char* modules, const char* dataFolder) {
+    static marrowbeck::tools::VipsPictures library(modules, dataFolder);
     return &library;
 }
