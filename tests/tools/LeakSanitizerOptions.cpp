@@ -6,5 +6,5 @@ extern "C" const char* __lsan_default_options() {
     return "use_tls=0:print_suppressions=0";
 }
 extern "C" const char* __lsan_default_suppressions() {
-    return "leak:libglib\nleak:libvips\nleak:libMagick\nleak:add_to_global_resize\nleak:_dlerror_run";
+    return "leak:libglib\nleak:libvips\nleak:libMagick\nleak:add_to_global_resize\nleak:_dlerror_run\nleak:ld-linux";
 }

@@ -36,7 +36,11 @@ const HeaderCase headerCases[] = {
     {"16-bit-alpha.tif", "64|RGB|1|TIFF image|32|48"},
     {"bigtiff.tif", "32|RGB|0|TIFF image|32|48"},
     {"orient8.tif", "32|RGB|0|TIFF image|48|32"},
+#ifdef MARROWBECK_HAS_LAB_TIFF
     {"lab.tif", "32|Lab|0|TIFF image|32|48"},
+#else
+    {"lab.tif", "(null)|(null)|(null)|TIFF image|32|48"},
+#endif
     {"1-bit.tif", "1|Gray|0|TIFF image|32|48"},
     {"rgb.gif", "32|RGB|0|GIF image|32|48"},
     {"transparent.gif", "32|RGB|1|GIF image|32|48"},

@@ -63,7 +63,9 @@ const Kind kinds[] = {
     {"big-endian.tif", tomato, navy},
     {"bigtiff.tif", tomato, navy},
     {"32-bit.tif", tomato, navy},
+#ifdef MARROWBECK_HAS_LAB_TIFF
     {"lab.tif", {255, 99, 71, 255, 16}, {0, 0, 128, 255, 42}},  // few bits, and no more than other programs make of it
+#endif
     {"cmyk.tif", tomatoOfInk, navyOfInk},
     {"16-bit-cmyk.tif", tomatoOfInk, navyOfInk},
     {"1-bit.tif", {255, 255, 255}, {0, 0, 0}},

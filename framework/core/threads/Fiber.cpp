@@ -20,9 +20,16 @@ constexpr std::size_t kStackSize = 1024UL * 1024;
 
 Fiber::Fiber(std::function<void()> body)
     : allocator_(kStackSize), stack_(allocator_.allocate()), body_(std::move(body)) {
+    // The new stack is entered at once, as far as the first function on it, and left again.
+    void* shadow = nullptr;
+    StackBounds own;
+    LeaveStack(&shadow, Bounds().bottom, stack_.size);
     self_ =
         boost::context::fiber(std::allocator_arg, boost::context::preallocated(stack_.sp, stack_.size, stack_),
                               allocator_, [this](boost::context::fiber&& caller) { return enter(std::move(caller)); });
+    ArriveOnStack(shadow, &own.bottom, &own.top);
+    LeaveStack(&shadow, own.bottom, own.top);
+    ArriveOnStack(shadow, &own.bottom, &own.top);
 }
 
 // The stack itself is given back by the library, when the context that owns it is destroyed.
