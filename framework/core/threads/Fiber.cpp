@@ -3,8 +3,8 @@
 
 #include <cxxabi.h>
 
+#include <boost/version.hpp>
 #include <cassert>
-#include <cstring>
 #include <exception>
 #include <utility>
 
@@ -15,6 +15,34 @@ namespace {
 
 /// Enough for the toolkit's deepest calls from a handler; address space only, until it is touched.
 constexpr std::size_t kStackSize = 1024UL * 1024;
+
+/// The compiler's record of exceptions in flight, which each stack needs for itself.
+struct ExceptionState {
+    void* caught = nullptr;
+    unsigned int uncaught = 0;
+};
+
+ExceptionState& presentExceptions() {
+    return *reinterpret_cast<ExceptionState*>(abi::__cxa_get_globals());
+}
+
+/// This stack's record, for as long as another stack runs.
+class KeptExceptions {
+  public:
+    KeptExceptions() = default;
+    KeptExceptions(const KeptExceptions&) = delete;
+    KeptExceptions& operator=(const KeptExceptions&) = delete;
+#if BOOST_VERSION < 109200  // from then on the library does so by itself
+    ~KeptExceptions() {
+        presentExceptions() = state_;
+    }
+
+  private:
+    ExceptionState state_ = presentExceptions();
+#else
+    ~KeptExceptions() {}
+#endif
+};
 
 }  // namespace
 
@@ -40,6 +68,7 @@ Fiber::~Fiber() {
 boost::context::fiber Fiber::enter(boost::context::fiber&& caller) {
     ArriveOnStack(nullptr, &callerBounds_.bottom, &callerBounds_.top);
     caller_ = std::move(caller);
+    presentExceptions() = {};
     body_();
     over_ = true;
     LeaveStack(nullptr, callerBounds_.bottom, callerBounds_.top);
@@ -49,15 +78,15 @@ boost::context::fiber Fiber::enter(boost::context::fiber&& caller) {
 void Fiber::Resume() {
     void* shadow = nullptr;
     std::size_t ignored = 0;
-    exchangeExceptionState(exceptions_);
+    const KeptExceptions kept;
     LeaveStack(&shadow, Bounds().bottom, stack_.size);
     self_ = std::move(self_).resume();
     ArriveOnStack(shadow, &ignored, &ignored);
-    exchangeExceptionState(exceptions_);
 }
 
 void Fiber::Suspend() {
     assert(std::uncaught_exceptions() == 0 && "a thread must not yield while an exception is in flight");
+    const KeptExceptions kept;
     LeaveStack(&callerShadow_, callerBounds_.bottom, callerBounds_.top);
     caller_ = std::move(caller_).resume();
     ArriveOnStack(callerShadow_, &callerBounds_.bottom, &callerBounds_.top);
@@ -66,11 +95,6 @@ void Fiber::Suspend() {
 StackBounds Fiber::Bounds() const {
     const auto top = reinterpret_cast<std::size_t>(stack_.sp);
     return {top - stack_.size, top};
-}
-
-void Fiber::exchangeExceptionState(ExceptionState& other) {
-    auto* present = reinterpret_cast<ExceptionState*>(abi::__cxa_get_globals());
-    std::swap(*present, other);
 }
 
 }  // namespace framework::internal

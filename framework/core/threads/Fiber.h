@@ -33,22 +33,13 @@ class Fiber {
     StackBounds Bounds() const;
 
   private:
-    /// The compiler's record of exceptions in flight, which each stack needs for itself and the context switch of this
-    /// version of the library does not save.
-    struct ExceptionState {
-        void* caught = nullptr;
-        unsigned int uncaught = 0;
-    };
-
     boost::context::fiber enter(boost::context::fiber&& caller);
-    static void exchangeExceptionState(ExceptionState& other);
 
     boost::context::protected_fixedsize_stack allocator_;
     boost::context::stack_context stack_;
     std::function<void()> body_;
     boost::context::fiber self_;
     boost::context::fiber caller_;
-    ExceptionState exceptions_;
     StackBounds callerBounds_;
     void* callerShadow_ = nullptr;
     bool over_ = false;
