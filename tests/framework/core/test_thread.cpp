@@ -281,6 +281,7 @@ TEST(Thread, ExceptionsInFlightOnOneStackDoNotReachAnother) {
     int caught = 0;
     const auto thrower = [&] {
         for (int i = 0; i < 20; ++i) {
+            EXPECT_EQ(std::current_exception(), nullptr);
             try {
                 throw std::runtime_error("mine");
             } catch (const std::runtime_error& error) {
@@ -300,6 +301,7 @@ TEST(Thread, ExceptionsInFlightOnOneStackDoNotReachAnother) {
     } catch (const std::logic_error& error) {
         EXPECT_TRUE(RunUntil([&] { return ended(a) && ended(b); }));
         EXPECT_STREQ(error.what(), "main");
+        EXPECT_THROW(throw, std::logic_error);
     }
     EXPECT_EQ(caught, 40);
 }
