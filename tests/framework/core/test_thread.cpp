@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QTimer>
 #include <array>
+#include <exception>
 #include <fstream>
 #include <limits>
 #include <stdexcept>
