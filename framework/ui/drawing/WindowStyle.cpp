@@ -12,35 +12,27 @@ namespace framework::native {
 
 WindowStyle::WindowStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
-/// How far below the top of a group its frame is drawn: under the title, as the style has it.
-int WindowStyle::groupFrameTop(const QStyleOption& option, const QWidget* widget) const {
+/// The frame of a group lies under the title. Layouts begin what a group holds so far below its top, and of a font with
+/// tall lines the frame would lie under that.
+QRect WindowStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                                  const QWidget* widget) const {
+    if (control != CC_GroupBox || part != SC_GroupBoxFrame)
+        return QProxyStyle::subControlRect(control, option, part, widget);
     constexpr int kGapBelowTitle = 3;
-    return qMax(pixelMetric(PM_IndicatorHeight, &option, widget), option.fontMetrics.height()) + kGapBelowTitle;
+    constexpr int kContentTop = 20;
+    constexpr int kLineAndGap = 2;
+    const int title = qMax(pixelMetric(PM_IndicatorHeight, option, widget), option->fontMetrics.height());
+    return option->rect.adjusted(0, qMin(title + kGapBelowTitle, ToToolkit(kContentTop) - kLineAndGap), 0, 0);
 }
 
+/// The frame of a group is drawn here alone: from release to release the style has another place for it.
 void WindowStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                 const QWidget* widget) const {
-    if (const auto* const frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
-        frame && element == PE_FrameGroupBox) {
-        // Layouts begin what a group holds so far below its top. Of a font with tall lines the frame would lie under
-        // it.
-        constexpr int kContentTop = 20;
-        constexpr int kLineAndGap = 2;
-        QStyleOptionFrame above = *frame;
-        above.rect.setTop(above.rect.top() -
-                          qMax(0, groupFrameTop(*option, widget) - (ToToolkit(kContentTop) - kLineAndGap)));
-        drawOutlined(element, &above, painter, widget);
-    } else {
-        drawOutlined(element, option, painter, widget);
-    }
-}
-
-void WindowStyle::drawOutlined(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
-                               const QWidget* widget) const {
-    QProxyStyle::drawPrimitive(element, option, painter, widget);
-    const bool outlined = element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton ||
-                          element == PE_FrameGroupBox || element == PE_FrameLineEdit;
-    if (!outlined || !internal::IsDark(FromQt(option->palette.color(QPalette::Window)))) return;
+    if (element != PE_FrameGroupBox) QProxyStyle::drawPrimitive(element, option, painter, widget);
+    const bool outlined =
+        element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton || element == PE_FrameLineEdit;
+    const bool isDark = internal::IsDark(FromQt(option->palette.color(QPalette::Window)));
+    if (element != PE_FrameGroupBox && !(outlined && isDark)) return;
 
     QColor line = option->palette.color(QPalette::WindowText);
     line.setAlphaF(element == PE_FrameGroupBox ? 0.25F : option->state & State_Enabled ? 0.6F : 0.3F);
@@ -49,8 +41,7 @@ void WindowStyle::drawOutlined(PrimitiveElement element, const QStyleOption* opt
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(QPen(line, 1));
     painter->setBrush(Qt::NoBrush);
-    QRectF box = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
-    if (element == PE_FrameGroupBox) box.setTop(box.top() + groupFrameTop(*option, widget));
+    const QRectF box = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
     if (element == PE_IndicatorRadioButton) {
         painter->drawEllipse(box);
     } else {

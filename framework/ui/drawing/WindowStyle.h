@@ -14,6 +14,8 @@ class WindowStyle : public QProxyStyle {
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                         const QWidget* widget) const override;
     /// The arrow of a sorted column is small enough for the margin beside the heading, and so covers none of it. A
     /// button that has the focus shows it by a frame.
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -24,9 +26,6 @@ class WindowStyle : public QProxyStyle {
                   QStyleHintReturn* data) const override;
 
   private:
-    void drawOutlined(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
-                      const QWidget* widget) const;
-    int groupFrameTop(const QStyleOption& option, const QWidget* widget) const;
     static void drawFocusFrame(const QStyleOption& option, QPainter& painter);
 };
 
