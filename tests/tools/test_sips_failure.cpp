@@ -3,7 +3,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "tests/support/ForkedProcess.h"
 #include "tests/tools/RunTools.h"
+#include "tools/plutil/plutil.h"
 
 namespace marrowbeck::tools {
 namespace {
@@ -67,6 +69,38 @@ TEST(Sips, ReplacesAPreviewInOneStepAndKeepsItsLink) {
     EXPECT_TRUE(readFile(old).starts_with("\x89PNG"));
     EXPECT_EQ(readFile(folder.Path("still open")), "old");
     EXPECT_EQ(entriesIn(folder.Path()), 3U);
+}
+
+TEST(Sips, AnotherPersonsLinkIsNotFollowed) {
+    const TemporaryFolder folder;
+    const std::string list = "<plist><dict/></plist>";
+    const std::string mine = folder.Put("home/mine", list);
+    std::filesystem::create_directory(folder.Path("all"));
+    std::filesystem::create_symlink(mine, folder.Path("all/link"));
+    std::filesystem::create_symlink(folder.Path("home"), folder.Path("all/way"));
+    ::chmod(folder.Path("all").c_str(), 01777);
+    for (const std::string& path : {folder.Path("all/link"), folder.Path("all/way/mine")}) {
+        EXPECT_TRUE(test::InForkedProcess([&] {
+            // Who laid the links is somebody else, or the person is, which comes to the same.
+            const bool root = ::geteuid() == 0;
+            for (const char* const link : {"all/link", "all/way"}) {
+                if (root && ::lchown(folder.Path(link).c_str(), 12345, 12345) != 0) return false;
+            }
+            if (!root && !test::RefuseCall(SYS_geteuid, 0)) return false;
+            return convert(picture("rgb.png"), path).error ==
+                       "sips: " + path + ": Leads over another person's link\n" &&
+                   plutil({"-convert", "binary1", path}).status == exitFailure;
+        })) << path;
+        EXPECT_EQ(readFile(mine), list);
+    }
+    EXPECT_EQ(entriesIn(folder.Path("all")) + entriesIn(folder.Path("home")), 3U);
+
+    // Links that the system has laid are no trap: here the one in a folder of root's.
+    for (const char* const name : {"", "home", "home/mine"}) ::lchown(folder.Path(name).c_str(), 65534, 65534);
+    EXPECT_TRUE(test::InForkedProcess([&] {
+        return test::BecomeNobody() && ::chdir(folder.Path("home").c_str()) == 0 &&
+               plutil({"-convert", "binary1", "/proc/self/cwd/mine"}).status == exitSuccess;
+    }));
 }
 
 TEST(Sips, APictureIsNotWrittenOverByItsOwnCopy) {

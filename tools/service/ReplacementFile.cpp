@@ -7,8 +7,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
-#include <memory>
 #include <system_error>
 
 namespace marrowbeck::tools {
@@ -22,29 +20,18 @@ mode_t usualRights() {
     return 0666 & ~mask;
 }
 
-std::string withoutLinks(const std::string& path) {
-    const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr), &std::free);
-    return real ? real.get() : path;
-}
-
-std::string folderOf(const std::string& path) {
-    const size_t slash = path.rfind('/');
-    return slash == std::string::npos ? "./" : path.substr(0, slash + 1);
-}
-
-/// A name reaches the disk with its folder. The file is in its place: a folder that cannot be synced undoes nothing.
-void syncFolder(const std::string& path) {
-    base::Descriptor::Open(folderOf(path).c_str(), O_RDONLY | O_DIRECTORY).Sync();
-}
-
 }  // namespace
 
-ReplacementFile::ReplacementFile(const std::string& path)
-    : target_(withoutLinks(path)), path_(folderOf(target_) + ".new-XXXXXX") {
+ReplacementFile::ReplacementFile(const std::string& path) : place_(path), error_(place_.error()) {
+    if (!error_.empty()) return;
+    // Not by the folder's path, which may be another one's by now.
+    folder_ = "/proc/self/fd/" + std::to_string(place_.folder().Number()) + "/";
+    target_ = folder_ + place_.name();
+    path_ = folder_ + ".new-XXXXXX";
     file_ = base::Descriptor(::mkostemp(path_.data(), O_CLOEXEC));
     if (!file_.IsOpen()) {
         fail();
-    } else if (struct stat old{}; ::stat(target_.c_str(), &old) != 0) {
+    } else if (struct stat old{}; ::lstat(target_.c_str(), &old) != 0) {
         ::fchmod(file_.Number(), usualRights());  // refused, it stays its owner's alone
     }
 }
@@ -61,7 +48,7 @@ bool ReplacementFile::fail() {
 bool ReplacementFile::replaceWith(std::string_view content, Sync sync) {
     if (!file_.IsOpen()) return false;
     struct stat old {};
-    if (::stat(target_.c_str(), &old) == 0) {
+    if (::lstat(target_.c_str(), &old) == 0) {
         if (!S_ISREG(old.st_mode)) {
             error_ = S_ISDIR(old.st_mode) ? std::generic_category().message(EISDIR) : "Not a regular file";
             return false;
@@ -74,7 +61,8 @@ bool ReplacementFile::replaceWith(std::string_view content, Sync sync) {
     if (!file_.Write(content) || (sync == Sync::yes && !file_.Sync())) return fail();
     if (::rename(path_.c_str(), target_.c_str()) != 0) return fail();
     file_.Close();
-    if (sync == Sync::yes) syncFolder(target_);
+    // A name reaches the disk with its folder. The file is in its place: a folder that cannot be synced undoes nothing.
+    if (sync == Sync::yes) base::Descriptor::Open(folder_.c_str(), O_RDONLY | O_DIRECTORY).Sync();
     return true;
 }
 

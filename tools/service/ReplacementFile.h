@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "base/Descriptor.h"
+#include "tools/service/TargetPlace.h"
 
 namespace marrowbeck::tools {
 
@@ -12,7 +13,7 @@ namespace marrowbeck::tools {
 /// nobody ever sees half of it. Removed when it goes without having done so.
 class ReplacementFile {
   public:
-    /// For the file at `path`, which need not exist. Where that is a link, what it leads to is meant.
+    /// For the file at `path`, which need not exist. Where that is a link, what it leads to is meant: see TargetPlace.
     explicit ReplacementFile(const std::string& path);
     ~ReplacementFile();
     ReplacementFile(const ReplacementFile&) = delete;
@@ -32,9 +33,11 @@ class ReplacementFile {
   private:
     bool fail();
 
+    TargetPlace place_;
+    std::string error_;
+    std::string folder_;
     std::string target_;
     std::string path_;
-    std::string error_;
     base::Descriptor file_;
 };
 
