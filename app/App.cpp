@@ -45,7 +45,7 @@ void App::Event_Close() {
 
 void App::Event_OpenDocument(const Ref<FolderItem>& item) {
     if (!item->Directory()) {
-        MsgBox(Window1::kNotAFolder);
+        TellNotOpened(Window1::kNotAFolder);
         return;
     }
     const Ref<Window1> window = Global<Window1>();

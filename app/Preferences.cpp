@@ -19,6 +19,10 @@ Properties& properties() {
     return theProperties;
 }
 
+Ref<FolderItem> linkOrProgramFolder() {
+    return SpecialFolder::ApplicationData()->TrueChild("Marrowbeck");
+}
+
 Ref<FolderItem> programFolder() {
     return SpecialFolder::ApplicationData()->Child("Marrowbeck");
 }
@@ -102,6 +106,11 @@ void Preferences::LoadPreferences() {
     CreateFolder(programFolder());
     CreateFolder(tempFolder());
     CreateFolder(ThumbnailsFolder());
+    // Earlier versions left them open to who may look into a home. A folder of the person's own choice, to which a link
+    // leads, is left as it is.
+    for (const Ref<FolderItem>& folder : {linkOrProgramFolder(), tempFolder(), ThumbnailsFolder()}) {
+        folder->CloseToOthers();
+    }
     deleteFilesFromFolder(tempFolder());
     deleteHalfConverted(programFolder());
     Properties& module = properties();
@@ -139,7 +148,7 @@ Ref<FolderItem> Preferences::ThumbnailsFolder() {
 void Preferences::CreateFolder(const Ref<FolderItem>& folder) {
     if (!folder || folder->Exists()) return;
     CreateFolder(folder->Parent());
-    folder->CreateAsFolder();
+    folder->CreateAsFolder(0700);
 }
 
 void Preferences::deleteFilesFromFolder(const Ref<FolderItem>& folder) {

@@ -18,8 +18,9 @@ const Ref<FolderItem>& PreferenceFile();
 /// What every save writes first. Its name is another one in each run.
 const Ref<FolderItem>& TempFile();
 
-/// Makes the folders that are missing, clears away what a run that died left behind, and reads the preferences. Where
-/// there are none the document is empty. A file that is no property list is put aside, which a message tells.
+/// Makes the folders that are missing, closes those that are there to other people, clears away what a run that died
+/// left behind, and reads the preferences. Where there are none the document is empty. A file that is no property list
+/// is put aside, which a message tells.
 void LoadPreferences();
 /// Writes the document. Raises FileReplaceException, and leaves the file as it was, where that cannot be done.
 void SavePreferences();
@@ -28,8 +29,8 @@ String generateRandomString();
 
 /// The folder "thumbnails" in the program's folder, whether it exists or not.
 Ref<FolderItem> ThumbnailsFolder();
-/// Makes a folder, and those above it, where it is missing: on a new account not even the one for application data is
-/// there. A failure is silent.
+/// Makes a folder, and those above it, where it is missing, for this person alone: on a new account not even the one
+/// for application data is there. A failure is silent.
 void CreateFolder(const Ref<FolderItem>& folder);
 /// Empties `folder` of files and folders; the folder itself stays. Through a link only files that this program made are
 /// taken, as IsOwnFile tells. What cannot be deleted stays without a word. Raises NilObjectException for Nil.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include "framework/core/threads/Dispatch.h"
 #include "tests/app/AppTest.h"
@@ -29,6 +30,32 @@ TEST_F(PreferencesTest, TheFirstRunMakesTheFoldersAndItsEndTheFile) {
     if (Preferences::PreferenceFile()->MacType().IsEmpty()) GTEST_SKIP() << "no extended attributes here";
     EXPECT_EQ(Preferences::PreferenceFile()->MacType(), String("TEXT"));
     EXPECT_EQ(Preferences::PreferenceFile()->MacCreator(), String("ttxt"));
+}
+
+TEST_F(PreferencesTest, TheFoldersAreThePersonsAlone) {
+    const std::string pictures = folder + "/../pictures";
+    const auto rights = [](const std::string& name) { return static_cast<int>(fs::status(name).permissions()); };
+    const mode_t before = ::umask(0);
+    Preferences::LoadPreferences();
+    ::umask(before);
+    const std::string data = fs::path(folder).parent_path();
+    for (const std::string& name : {data, folder, folder + "/temp", folder + "/thumbnails"}) {
+        EXPECT_EQ(rights(name), 0700) << name;
+        fs::permissions(name, fs::perms(0755));
+    }
+    // As an earlier version left them, the thumbnails in a folder of the person's choice.
+    fs::create_directory(pictures);
+    fs::permissions(pictures, fs::perms(0755));
+    fs::remove(folder + "/thumbnails");
+    fs::create_directory_symlink(pictures, folder + "/thumbnails");
+    Preferences::LoadPreferences();
+    for (const std::string& name : {folder, folder + "/temp"}) EXPECT_EQ(rights(name), 0700) << name;
+    for (const std::string& name : {data, pictures}) EXPECT_EQ(rights(name), 0755) << name;
+    fs::rename(folder, data + "/elsewhere");
+    fs::create_directory_symlink(data + "/elsewhere", folder);
+    fs::permissions(data + "/elsewhere", fs::perms(0755));
+    Preferences::LoadPreferences();
+    EXPECT_EQ(rights(data + "/elsewhere"), 0755);
 }
 
 TEST_F(PreferencesTest, WhatADeadRunLeftIsGoneBeforeTheDocumentIsRead) {

@@ -185,8 +185,14 @@ String FolderItem::Type() const {
     return codes.type.empty() ? String() : FileType::NameForCodes(String(codes.type), String(codes.creator));
 }
 
-bool FolderItem::CreateAsFolder() const {
-    return ::mkdir(path(), 0777) == 0 || Directory();
+bool FolderItem::CreateAsFolder(mode_t permissions) const {
+    return ::mkdir(path(), permissions) == 0 || Directory();
+}
+
+void FolderItem::CloseToOthers() const {
+    const base::Descriptor folder = base::Descriptor::Open(path(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW);
+    struct stat status {};
+    if (::fstat(folder.Number(), &status) == 0) ::fchmod(folder.Number(), status.st_mode & S_IRWXU);
 }
 
 bool FolderItem::Delete() const {

@@ -92,8 +92,12 @@ class FolderItem : public Object {
     /// The name of the registered FileType that this matches, else the empty text: see FileType.
     String Type() const;
 
-    /// Makes a folder here; True when there is one afterwards.
-    bool CreateAsFolder() const;
+    /// Makes a folder here; True when there is one afterwards. One that is made gets `permissions`, less those that the
+    /// process's umask takes away.
+    bool CreateAsFolder(mode_t permissions = 0777) const;
+    /// Takes from a folder the rights of everybody but its owner. What a link leads to keeps them, and so does what is
+    /// another person's.
+    void CloseToOthers() const;
     /// Removes a file, an empty folder, or a link itself.
     bool Delete() const;
     /// Copies the file's content, mode, Mac type and creator to `destination`, or into it when that is a folder.
