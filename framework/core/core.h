@@ -6,6 +6,7 @@
 #include "framework/core/desktop/Alert.h"
 #include "framework/core/desktop/Application.h"
 #include "framework/core/desktop/FileManager.h"
+#include "framework/core/desktop/NotOpened.h"
 #include "framework/core/files/ApplicationPaths.h"
 #include "framework/core/files/BinaryStream.h"
 #include "framework/core/files/FileType.h"

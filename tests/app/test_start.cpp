@@ -2,16 +2,22 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
+#include <QMessageBox>
 #include <QWidget>
 
+#include "framework/ui/dialog/AlertBox.h"
 #include "net/updateWindow.h"
 #include "tests/app/AppTest.h"
+#include "tests/support/EventLoop.h"
 #include "tests/support/ScriptedServer.h"
 
 namespace marrowbeck::test {
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
@@ -66,6 +72,36 @@ TEST_F(Start, AFolderThatIsMissingIsToldByName) {
     framework::internal::RaiseOpenDocuments({folder + "/missing"});
     EXPECT_THAT(messages, ElementsAre(StartsWith(folder + "/missing does not exist.")));
     EXPECT_EQ(App::Current()->gFolder, String());
+}
+
+TEST_F(Start, AFloodOfWhatIsNoFolderIsToldByOneBoxAtATime) {
+    remember("<key>Sub</key>\n<false/>\n");
+    framework::internal::RaiseOpen();
+    framework::internal::SetAlertPresenter(framework::internal::PresentAlert);
+    const auto boxes = [] {
+        std::vector<QMessageBox*> open;
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (auto* const box = qobject_cast<QMessageBox*>(widget); box && box->isVisible()) open.push_back(box);
+        }
+        return open;
+    };
+    for (int i = 0; i < 100; ++i) {
+        framework::internal::RaiseOpenDocuments({file, file, folder});
+        framework::internal::RaiseOpenDocuments({folder + "/missing" + std::to_string(i)});
+    }
+    RunUntil([&] { return App::Current()->gFolder != String() || boxes().size() > 1; });
+    ASSERT_THAT(boxes(), SizeIs(1)) << "and the folder is opened meanwhile";
+    EXPECT_EQ(boxes().front()->text().toStdString(), Window1::kNotAFolder);
+    boxes().front()->accept();
+    ASSERT_TRUE(RunUntil([&] { return boxes().size() == 1 && boxes().front()->text() != Window1::kNotAFolder; }));
+    EXPECT_THAT(boxes().front()->text().toStdString(),
+                AllOf(StartsWith(folder + "/missing0 does not exist."), HasSubstr("\n" + folder + "/missing7 does"),
+                      EndsWith("\nAnd so it is with 92 more.")));
+    boxes().front()->accept();
+    ASSERT_TRUE(RunUntil([&] { return boxes().empty(); }));
+    framework::internal::RaiseOpenDocuments({"/gone"});
+    ASSERT_TRUE(RunUntil([&] { return !boxes().empty(); }));
+    EXPECT_THAT(boxes().front()->text().toStdString(), StartsWith("/gone does not exist.")) << "nothing else waited";
 }
 
 TEST_F(Start, AnEndBeforeThePreferencesAreReadWritesNone) {

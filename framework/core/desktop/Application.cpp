@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <utility>
 
-#include "framework/core/desktop/Alert.h"
+#include "framework/core/desktop/NotOpened.h"
 #include "framework/core/files/FolderItem.h"
 #include "framework/core/threads/Dispatch.h"
 #include "framework/core/threads/OwnThread.h"
@@ -116,7 +116,7 @@ void Application::openDocument(const std::string& path) {
     const String text = item->AbsolutePath() + " does not exist. It may have been moved, renamed or deleted.";
     // Who typed the name looks there.
     std::fprintf(stderr, "%s\n", text.CString());
-    MsgBox(text);
+    TellNotOpened(text);
 }
 
 /// The close events, once; False when they were given before.

@@ -10,8 +10,8 @@
 #include <string>
 #include <utility>
 
-#include "framework/core/desktop/Alert.h"
 #include "framework/core/desktop/Application.h"
+#include "framework/core/desktop/NotOpened.h"
 #include "framework/core/files/Paths.h"
 
 namespace framework {
@@ -68,7 +68,7 @@ class DocumentService::Endpoint : public QDBusVirtualObject {
             }
         }
         if (!paths.empty()) internal::RaiseOpenDocuments(std::move(paths));
-        for (const std::string& url : foreign) MsgBox(String(url + " is no folder of this computer."));
+        for (const std::string& url : foreign) TellNotOpened(String(url + " is no folder of this computer."));
     }
 
     std::function<void()> activate_;
