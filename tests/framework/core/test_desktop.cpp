@@ -4,15 +4,12 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
-#include <QDBusVirtualObject>
 #include <QProcess>
 #include <QSysInfo>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "framework/core/desktop/Alert.h"
@@ -21,6 +18,7 @@
 #include "framework/core/desktop/FileManager.h"
 #include "framework/core/process/ActivationToken.h"
 #include "tests/support/EventLoop.h"
+#include "tests/support/FileManager.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -89,30 +87,6 @@ TEST(DocumentService, WithoutABusTheProcessWorksAlone) {
     EXPECT_EQ(secondStart({"/tmp"}), "alone");
 }
 
-/// A file manager that notes what it is to show, or refuses everything. Before it answers it does what a test wants.
-class TestFileManager : public QDBusVirtualObject {
-  public:
-    QString introspect(const QString&) const override { return {}; }
-    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
-        if (const auto act = std::exchange(beforeAnswer, nullptr)) act();
-        if (refuses) {
-            ++refused;
-            connection.send(message.createErrorReply(QDBusError::Failed, "no"));
-        } else {
-            shown += message.arguments().first().toStringList();
-            tokens += message.arguments().at(1).toString();
-            connection.send(message.createReply());
-        }
-        return true;
-    }
-
-    QStringList shown;
-    QStringList tokens;
-    bool refuses = false;
-    int refused = 0;
-    std::function<void()> beforeAnswer;
-};
-
 /// A desktop on which these programs open folders, the first one by a person's choice. Each writes down what it opens
 /// in a file of its name; the name is that of its executable.
 void setUpDesktop(const std::string& home, const std::vector<std::string>& programs) {
@@ -135,10 +109,8 @@ void setUpDesktop(const std::string& home, const std::vector<std::string>& progr
 TEST(FileManager, RevealsByTheFileManagerElseOpensTheFolder) {
     const PrivateBus bus;
     ASSERT_TRUE(bus.IsRunning());
-    TestFileManager manager;
-    QDBusConnection connection = QDBusConnection::sessionBus();
-    ASSERT_TRUE(connection.registerVirtualObject("/org/freedesktop/FileManager1", &manager));
-    ASSERT_TRUE(connection.registerService("org.freedesktop.FileManager1"));
+    marrowbeck::test::FileManager manager;
+    ASSERT_TRUE(manager.IsRunning());
 
     const std::string home = std::getenv("HOME");
     const std::string path = home + "/one, two 50%.jpg";
