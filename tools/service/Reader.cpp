@@ -12,17 +12,23 @@
 #include <utility>
 
 #include "base/FaultSignals.h"
+#include "tools/service/Descriptors.h"
 #include "tools/service/ReaderProcess.h"
 
 namespace marrowbeck::tools {
 
-std::unique_ptr<Reader> Reader::start(Tool& tool) {
-    std::optional<Offspring> process = Offspring::start([&tool](int socket) { serveQuestions(tool, socket); });
-    return process ? std::unique_ptr<Reader>(new Reader(std::move(*process), tool.limits())) : nullptr;
+std::unique_ptr<Reader> Reader::start(Tool& tool, const std::vector<std::string>& folders) {
+    std::optional<Offspring> process = Offspring::start([&](int socket) { serveQuestions(tool, folders, socket); });
+    return process ? std::unique_ptr<Reader>(new Reader(std::move(*process), tool.limits(), folders)) : nullptr;
 }
 
-Reader::Reader(Offspring process, const Limits& limits)
-    : process_(std::move(process)), limits_(limits), stream_(limits.answerBytes) {}
+Reader::Reader(Offspring process, const Limits& limits, const std::vector<std::string>& folders)
+    : process_(std::move(process)), limits_(limits), folders_(folders), stream_(limits.answerBytes) {}
+
+void Reader::awaited(std::vector<pollfd>& descriptors) const {
+    descriptors.push_back({descriptor(), POLLIN, 0});
+    if (gatekeeper_) descriptors.push_back({gatekeeper_->descriptor(), POLLIN, 0});
+}
 
 void Reader::handed(std::uint32_t id) {
     if (questions_.empty()) since_ = Clock::now();
@@ -45,11 +51,26 @@ Reader::Outcome Reader::receive() {
             return Outcome::answered;
         }
         if (stream_.isBroken()) return Outcome::died;
-        const ssize_t count = ::read(descriptor(), buffer.data(), buffer.size());
-        if (count < 0 && errno == EINTR) continue;
+        const ssize_t count = readSome(buffer);
         if (count < 0 && errno == EAGAIN) return Outcome::unfinished;
         if (count <= 0) return Outcome::died;
         stream_.append({buffer.data(), static_cast<std::size_t>(count)});
+    }
+}
+
+/// As read(2). The first word, and nothing later, may bring a descriptor.
+ssize_t Reader::readSome(std::span<char> bytes) {
+    if (!isConfined_) {
+        std::vector<base::Descriptor> asked;
+        const ssize_t count = receiveWith(descriptor(), bytes.first(1), asked);
+        if (count <= 0) return count;
+        isConfined_ = true;
+        if (!asked.empty()) gatekeeper_.emplace(std::move(asked.front()), process_.process(), folders_);
+    }
+    if (gatekeeper_) gatekeeper_->answer();
+    while (true) {
+        const ssize_t count = ::read(descriptor(), bytes.data(), bytes.size());
+        if (count >= 0 || errno != EINTR) return count;
     }
 }
 

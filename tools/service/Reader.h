@@ -1,14 +1,20 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include <poll.h>
+
 #include <chrono>
 #include <cstdint>
 #include <deque>
 #include <memory>
 #include <optional>
+#include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/Frames.h"
+#include "tools/service/Gatekeeper.h"
 #include "tools/service/Offspring.h"
 #include "tools/service/Tool.h"
 
@@ -22,12 +28,16 @@ class Reader {
   public:
     using Clock = std::chrono::steady_clock;
 
-    /// Null when there can be no further process. Not with other threads running.
-    static std::unique_ptr<Reader> start(Tool& tool);
+    /// Null when there can be no further process. Not with other threads running. `folders`, which must outlive it, are
+    /// those of `readableFolders`.
+    static std::unique_ptr<Reader> start(Tool& tool, const std::vector<std::string>& folders);
 
     /// Our end of its socket: it takes questions, and is readable when an answer, or part of it, has come, or when the
     /// reader has died.
     int descriptor() const { return process_.socket(); }
+
+    /// Appends what a poll is to wait for.
+    void awaited(std::vector<pollfd>& descriptors) const;
 
     /// A question was handed to it, behind those that it has.
     void handed(std::uint32_t id);
@@ -43,7 +53,7 @@ class Reader {
         unasked,     ///< an answer is there, but no question for it; to be taken in once more when one was handed to it
         died,        ///< or breaks its limits; to be thrown away
     };
-    /// Takes in the next answer, without waiting.
+    /// Takes in the next answer, and gives it what it asks the system for, without waiting.
     Outcome receive();
     /// The last answer, and to which question. Nothing where the file makes no sense. Valid until the next `receive`.
     std::optional<std::string_view> answer() const { return answer_; }
@@ -61,7 +71,7 @@ class Reader {
     bool endAndBlame();
 
   private:
-    Reader(Offspring process, const Limits& limits);
+    Reader(Offspring process, const Limits& limits, const std::vector<std::string>& folders);
 
     struct Look {
         Clock::time_point time;
@@ -70,8 +80,13 @@ class Reader {
 
     std::chrono::nanoseconds processorTime() const;
 
+    ssize_t readSome(std::span<char> bytes);
+
     Offspring process_;
     Limits limits_;
+    const std::vector<std::string>& folders_;
+    std::optional<Gatekeeper> gatekeeper_;
+    bool isConfined_ = false;
     base::FrameStream stream_;
     std::optional<std::string_view> body_;
     std::deque<std::uint32_t> questions_;

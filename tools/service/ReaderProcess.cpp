@@ -8,6 +8,7 @@
 #include <deque>
 #include <exception>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -93,10 +94,17 @@ std::optional<std::string> answerTo(Tool& tool, std::string_view question, Quest
     }
 }
 
+/// Hands over what the supervisor is asked by. From here on nobody else has it.
+bool greet(const std::optional<base::Descriptor>& asked, int socket) {
+    if (!asked) return false;
+    const std::array<int, 1> number{asked->Number()};
+    return sendWith(socket, "\n", std::span(number).first(asked->IsOpen() ? 1 : 0)) == 1;
+}
+
 }  // namespace
 
-void serveQuestions(Tool& tool, int socket) {
-    if (!confine(tool.limits().memoryBytes, tool.dataFolders())) return;
+void serveQuestions(Tool& tool, const std::vector<std::string>& folders, int socket) {
+    if (!greet(confine(tool.limits().memoryBytes, folders), socket)) return;
     Questions questions(socket);
     while (const auto question = questions.next()) {
         const std::optional<std::string> answer = answerTo(tool, *question, questions);

@@ -6,6 +6,8 @@
 #include <utility>
 #include <variant>
 
+#include "tools/service/Confinement.h"
+
 namespace marrowbeck::tools {
 
 namespace {
@@ -40,7 +42,11 @@ int millisecondsUntil(Reader::Clock::time_point time) {
 }  // namespace
 
 Service::Service(Tool& tool, std::size_t mostReaders, Reply reply, std::chrono::milliseconds patienceWithFile)
-    : tool_(tool), mostReaders_(mostReaders), reply_(std::move(reply)), patienceWithFile_(patienceWithFile) {}
+    : tool_(tool),
+      folders_(readableFolders(tool.dataFolders())),
+      mostReaders_(mostReaders),
+      reply_(std::move(reply)),
+      patienceWithFile_(patienceWithFile) {}
 
 void Service::take(const base::Request& request) {
     if (request.arguments.empty()) {
@@ -104,7 +110,7 @@ void Service::awaited(std::vector<pollfd>& descriptors) const {
         const auto events = static_cast<short>(fetcher_->isBehind() ? POLLIN | POLLOUT : POLLIN);
         descriptors.push_back({fetcher_->descriptor(), events, 0});
     }
-    for (const auto& [number, slot] : slots_) descriptors.push_back({slot.reader->descriptor(), POLLIN, 0});
+    for (const auto& [number, slot] : slots_) slot.reader->awaited(descriptors);
 }
 
 int Service::patience() const {
@@ -271,7 +277,7 @@ std::uint32_t Service::chosenReader() {
     const bool mayGrow = able < mostReaders_ && slots_.size() < mostReaders_ + mostHeldUp;
     if (least != 0 && (slots_.at(least).load == 0 || !mayGrow)) return least;
     if (!mayGrow) return 0;
-    std::unique_ptr<Reader> reader = Reader::start(tool_);
+    std::unique_ptr<Reader> reader = Reader::start(tool_, folders_);
     if (!reader) return least;
     slots_[++lastReader_].reader = std::move(reader);
     fetcher_->introduce(lastReader_, slots_[lastReader_].reader->descriptor());

@@ -106,6 +106,7 @@ class Service {
     void removeSlot(std::uint32_t number);
 
     Tool& tool_;
+    const std::vector<std::string> folders_;
     const std::size_t mostReaders_;
     const Reply reply_;
     const std::chrono::milliseconds patienceWithFile_;
