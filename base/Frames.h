@@ -68,6 +68,9 @@ class FrameStream {
     /// The body of the next frame, if all of it is there; valid until the next call of either function.
     std::optional<std::string_view> next();
 
+    /// Whether all bytes were given out: no frame has begun.
+    bool isEmpty() const { return bytes_.Size() == given_; }
+
     /// A length was read that no frame may have: what follows cannot be told apart.
     bool isBroken() const { return broken_; }
 

@@ -52,6 +52,11 @@ bool isUtf8(std::string_view bytes) {
     return true;
 }
 
+bool steers(std::uint32_t code) {
+    const auto isIn = [code](std::uint32_t first, std::uint32_t last) { return code >= first && code <= last; };
+    return code < 0x20 || isIn(0x7F, 0x9F) || isIn(0x202A, 0x202E) || isIn(0x2066, 0x2069);
+}
+
 std::string_view wholeCharacters(std::string_view text, std::size_t size) {
     if (text.size() <= size) return text;
     while (size > 0 && continues(byteAt(text, size))) --size;

@@ -8,6 +8,7 @@
 #include <fstream>
 #include <map>
 
+#include "base/WriteAll.h"
 #include "tests/tools/TestFiles.h"
 
 namespace marrowbeck::tools {
@@ -27,12 +28,18 @@ class Obedient final : public Tool {
     std::optional<ToolResult> unopened(const std::string&, const FileNote& note) const override {
         return ToolResult{{}, note.error, 1};
     }
+    bool isSound(const std::string&, std::string_view answer) const override { return answer != "lie"; }
     void warmUp() const override {}
     std::vector<std::string> dataFolders() const override { return {}; }
     std::optional<std::string> read(const std::string&, Content content) override {
         const std::string text(content.begin(), content.end());
-        if (text == "crash") raise(SIGSEGV);
-        if (text == "wait") poll(nullptr, 0, -1);
+        if (text == "crash" || isPoisoned_) raise(SIGSEGV);
+        isPoisoned_ = text == "poison";
+        if (text == "stray") say(base::framed(base::numberBytes(1000) + "\1stray"));
+        if (text == "lie") return "lie";
+        // The beginning of another answer behind that to the first question of a service.
+        if (text == "lurk") say(base::framed(base::numberBytes(1) + "\1read lurk") + base::numberBytes(6));
+        if (text == "wait" || text == "lurk") poll(nullptr, 0, -1);
         for (volatile bool hangs = text == "hang"; hangs;) continue;
         if (text == "eat") return std::string(std::size_t{1} << 30, 'x').substr(0, 1);
         if (text == "talk") return std::string(2U << 20, 'x');
@@ -40,6 +47,11 @@ class Obedient final : public Tool {
     }
 
     unsigned seconds = 5;
+
+  private:
+    static void say(const std::string& bytes) { ASSERT_TRUE(base::writeAll(3, bytes)); }
+
+    bool isPoisoned_ = false;
 };
 
 class ServiceTest : public testing::Test {
@@ -78,7 +90,7 @@ class ServiceTest : public testing::Test {
 
 TEST_F(ServiceTest, AReaderThatFailsIsReplacedAndItsFileMakesNoSense) {
     tool.seconds = 0;
-    for (const char* const harm : {"crash", "hang", "eat", "talk"}) {
+    for (const char* const harm : {"crash", "hang", "eat", "talk", "lie", "stray"}) {
 #ifdef __SANITIZE_ADDRESS__
         if (std::string(harm) == "eat") continue;  // there is no limit of memory under the sanitizer
 #endif
@@ -94,6 +106,17 @@ TEST_F(ServiceTest, AReaderThatFailsIsReplacedAndItsFileMakesNoSense) {
     kill(children().at(0), SIGKILL);
     ask(4, folder.Put("other", "other"));
     EXPECT_EQ(answer(4), "read other");
+}
+
+TEST_F(ServiceTest, WhatAFileHasDoneToAReaderHarmsNoFileAfterIt) {
+    for (const char* const harm : {"lurk", "poison"}) {
+        replies.clear();
+        Service fresh(tool, 1, keep);
+        fresh.take({1, {folder.Put("harm", harm)}});
+        EXPECT_EQ(answer(fresh, 1), "read " + std::string(harm));
+        fresh.take({2, {folder.Put("good", "good")}});
+        EXPECT_EQ(answer(fresh, 2), "read good") << harm;
+    }
 }
 
 TEST_F(ServiceTest, WhatWasReadIsKnownUntilTheFileChanges) {

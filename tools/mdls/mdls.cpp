@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/Utf8.h"
 #include "tools/mdls/ImageAttributes.h"
 #include "tools/mime/MimeTypes.h"
 #include "tools/pictures/PictureLibrary.h"
@@ -75,26 +76,46 @@ std::string kindByName(std::string_view name) {
     return answer;
 }
 
+std::string_view takeWord(std::string_view& answer) {
+    const std::string_view word = answer.substr(0, answer.find('\0'));
+    answer.remove_prefix(std::min(word.size() + 1, answer.size()));
+    return word;
+}
+
+/// A value for people: what it has beyond its first line stands behind blanks, so that none looks like the line of
+/// another attribute, and what would steer a terminal is shown as a sign that it is there.
+std::string readable(std::string_view value) {
+    std::string text;
+    while (!value.empty()) {
+        const base::Utf8Character character = base::utf8Character(value);
+        if (value.starts_with("\r\n")) value.remove_prefix(1);
+        if (value.front() == '\n') {
+            text += "\n    ";
+        } else if (base::steers(character.code)) {
+            text += "\xef\xbf\xbd";
+        } else {
+            text += value.substr(0, character.size);
+        }
+        value.remove_prefix(std::max<std::size_t>(character.size, 1));
+    }
+    return text;
+}
+
 /// The output, of names and values as the reader gives them.
 std::string outputOf(const Wish& wish, std::string_view answer) {
     // Few enough that to look through them costs less than to sort them.
     std::vector<std::pair<std::string_view, std::string_view>> values;
     values.reserve(std::size(allNames));
-    const auto take = [&answer] {
-        const std::string_view word = answer.substr(0, answer.find('\0'));
-        answer.remove_prefix(std::min(word.size() + 1, answer.size()));
-        return word;
-    };
     while (!answer.empty()) {
-        const std::string_view name = take();
-        values.emplace_back(name, take());
+        const std::string_view name = takeWord(answer);
+        values.emplace_back(name, takeWord(answer));
     }
     std::string output;
     for (const std::string& name : wish.names) {
         const auto found = std::ranges::find(values, name, &decltype(values)::value_type::first);
         const std::string_view value = found == values.end() ? "(null)" : found->second;
         if (!wish.raw) {
-            output.append(name).append(" = ").append(value).append("\n");
+            output.append(name).append(" = ").append(readable(value)).append("\n");
             continue;
         }
         if (name != *wish.names.begin()) output += '\0';
@@ -127,6 +148,21 @@ std::variant<Job, ToolResult> Mdls::begin(const Arguments& arguments) const {
         return ToolResult{outputOf(wish, answer.value_or(kind)), {}, exitSuccess};
     };
     return job;
+}
+
+bool Mdls::isSound(const std::string& /*question*/, std::string_view answer) const {
+    if (!answer.empty() && answer.back() != '\0') return false;
+    // Each name once, in their order; and so each has one value.
+    const auto* known = std::begin(allNames);
+    while (!answer.empty()) {
+        const std::string_view name = takeWord(answer);
+        known = std::find(known, std::end(allNames), name);
+        if (known == std::end(allNames) || answer.empty()) return false;
+        const std::string_view value = takeWord(answer);
+        if (value.size() > longestValue || !base::isUtf8(value)) return false;
+        ++known;
+    }
+    return true;
 }
 
 std::optional<ToolResult> Mdls::unopened(const std::string& path, const FileNote& note) const {

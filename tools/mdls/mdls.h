@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -26,6 +27,7 @@ class Mdls final : public Tool {
     bool keepsAnswers() const override { return true; }
     std::variant<Job, ToolResult> begin(const Arguments& arguments) const override;
     std::optional<ToolResult> unopened(const std::string& path, const FileNote& note) const override;
+    bool isSound(const std::string& question, std::string_view answer) const override;
     void warmUp() const override;
     std::vector<std::string> dataFolders() const override;
     /// `question` is the file's name. The answer is each attribute's name and value, a NUL behind each.

@@ -15,6 +15,8 @@ namespace {
 // Windows-1252 is what software means that declares ISO 8859-1 or nothing.
 constexpr const char* westernSet = "CP1252";
 
+constexpr std::string_view replacement = "\xef\xbf\xbd";
+
 struct EscapeSequence {
     char last;
     const char* characterSet;
@@ -26,6 +28,20 @@ constexpr EscapeSequence escapeSequences[] = {
     {'G', "ISO-8859-6"},  {'H', "ISO-8859-8"},  {'L', "ISO-8859-5"},  {'M', "ISO-8859-9"},  {'V', "ISO-8859-10"},
     {'T', "ISO-8859-11"}, {'Y', "ISO-8859-13"}, {'_', "ISO-8859-14"}, {'b', "ISO-8859-15"}, {'f', "ISO-8859-16"},
 };
+
+std::string withoutStrayBytes(std::string_view text) {
+    std::string result;
+    while (!text.empty()) {
+        const std::size_t size = base::utf8Character(text).size;
+        if (size == 0) {
+            result += replacement;
+        } else {
+            result += text.substr(0, size);
+        }
+        text.remove_prefix(std::max<std::size_t>(size, 1));
+    }
+    return result;
+}
 
 }  // namespace
 
@@ -46,7 +62,7 @@ std::string convertToUtf8(std::string_view bytes, const char* characterSet) {
         output.append(buffer, end);
         if (outcome != static_cast<size_t>(-1)) break;
         if (failure == E2BIG) continue;
-        output += "\xef\xbf\xbd";
+        output += replacement;
         ++next;
         --left;
     }
@@ -69,7 +85,7 @@ std::string iptcToUtf8(std::string_view bytes, std::string_view declared) {
 }
 
 std::string tidied(std::string_view text) {
-    std::string result(text);
+    std::string result = base::isUtf8(text) ? std::string(text) : withoutStrayBytes(text);
     result.erase(std::remove(result.begin(), result.end(), '\0'), result.end());
     constexpr std::string_view mark = "\xef\xbb\xbf";
     if (result.starts_with(mark)) result.erase(0, mark.size());

@@ -17,8 +17,8 @@ std::string guessedToUtf8(std::string_view bytes);
 /// sequence of ISO 2022; without one that is known, the bytes are guessed at.
 std::string iptcToUtf8(std::string_view bytes, std::string_view declared);
 
-/// The text without NUL bytes, without a byte-order mark at its beginning, and without blanks and line ends at its
-/// beginning and end.
+/// The text with U+FFFD for bytes that are no UTF-8, without NUL bytes, without a byte-order mark at its beginning, and
+/// without blanks and line ends at its beginning and end.
 std::string tidied(std::string_view text);
 
 }  // namespace marrowbeck::tools

@@ -10,12 +10,14 @@
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
+#include <sys/utsname.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
@@ -213,12 +215,17 @@ scmp_arg_cmp argument(unsigned index, scmp_datum_t mask, scmp_datum_t value) {
 /// Who decides about a call that is not harmless on every path.
 enum class PathsBy { supervisor, system, nobody };
 
-/// The supervisor can decide where it may look into our memory, and where the system lets us ask.
-bool canBeLookedInto() {
+/// The supervisor can decide where it may look into our memory, and where the system lets it hand out files.
+bool canBeDecidedFor() {
     constexpr int restrictedToRoot = 2;
     std::ifstream file("/proc/sys/kernel/yama/ptrace_scope");
     int scope = 0;
-    return !(file >> scope) || scope < restrictedToRoot;
+    if (file >> scope && scope >= restrictedToRoot) return false;
+    utsname system{};
+    int version = 0;
+    int revision = 0;
+    return uname(&system) == 0 && std::sscanf(system.release, "%d.%d", &version, &revision) == 2 &&
+           std::pair(version, revision) >= std::pair(5, 14);
 }
 
 /// Every call that is not allowed fails as for want of a right: libraries try things that they can do without. Gives
@@ -289,7 +296,7 @@ std::vector<std::string> readableFolders(std::vector<std::string> own) {
 }
 
 std::optional<base::Descriptor> confine(unsigned long long memoryBytes, const std::vector<std::string>& folders) {
-    const bool isAsking = canBeLookedInto();
+    const bool isAsking = canBeDecidedFor();
     forgetEnvironment();
     limit(RLIMIT_CORE, 0);
     limit(RLIMIT_FSIZE, 0);

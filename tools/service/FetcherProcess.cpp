@@ -197,7 +197,8 @@ class FileService {
 
     static std::string questionBytes(const Parcel& one) {
         const auto size = one.file ? static_cast<std::uint64_t>(one.file->status().st_size) : 0;
-        return base::numberBytes(one.file ? 1 : 0) + base::numberBytes(static_cast<std::uint32_t>(size >> 32)) +
+        return base::numberBytes(one.note.id) + base::numberBytes(one.file ? 1 : 0) +
+               base::numberBytes(static_cast<std::uint32_t>(size >> 32)) +
                base::numberBytes(static_cast<std::uint32_t>(size)) + one.question;
     }
 

@@ -39,15 +39,13 @@ Reader::Outcome Reader::receive() {
     std::array<char, 65536> buffer;
     while (true) {
         if (!body_) body_ = stream_.next();
+        // Half an answer that nobody has asked for lies in wait for the next question.
+        if (questions_.empty() && (body_ || !stream_.isEmpty())) return Outcome::unasked;
         if (body_) {
-            if (questions_.empty()) return Outcome::unasked;
-            const std::string_view body = *std::exchange(body_, std::nullopt);
+            std::string_view body = *std::exchange(body_, std::nullopt);
+            if (base::takeNumber(body) != questions_.front()) return Outcome::died;
             // Its first byte tells whether the file makes sense.
             answer_ = body.empty() || body.front() == 0 ? std::nullopt : std::optional(body.substr(1));
-            answered_ = questions_.front();
-            questions_.pop_front();
-            since_ = Clock::now();
-            firstLook_.reset();
             return Outcome::answered;
         }
         if (stream_.isBroken()) return Outcome::died;
@@ -56,6 +54,13 @@ Reader::Outcome Reader::receive() {
         if (count <= 0) return Outcome::died;
         stream_.append({buffer.data(), static_cast<std::size_t>(count)});
     }
+}
+
+void Reader::accept() {
+    questions_.pop_front();
+    ++answers_;
+    since_ = Clock::now();
+    firstLook_.reset();
 }
 
 /// As read(2). The first word, and nothing later, may bring a descriptor.

@@ -49,15 +49,19 @@ class Reader {
 
     enum class Outcome {
         unfinished,  ///< more is to come
-        answered,    ///< `answer()` is there
-        unasked,     ///< an answer is there, but no question for it; to be taken in once more when one was handed to it
-        died,        ///< or breaks its limits; to be thrown away
+        answered,    ///< `answer()` is there, for the question in hand
+        unasked,     ///< it speaks, but has no question; to be taken in once more when one was handed to it
+        died,        ///< or breaks its limits, or answers another question; to be thrown away
     };
     /// Takes in the next answer, and gives it what it asks the system for, without waiting.
     Outcome receive();
-    /// The last answer, and to which question. Nothing where the file makes no sense. Valid until the next `receive`.
+    /// The last answer. Nothing where the file makes no sense. Valid until the next `receive`.
     std::optional<std::string_view> answer() const { return answer_; }
-    std::uint32_t answered() const { return answered_; }
+    /// The question in hand has its answer: the next one is in hand.
+    void accept();
+
+    /// Whether it has answered nothing so far.
+    bool isFresh() const { return answers_ == 0; }
 
     /// Whether the question in hand, since this was first asked of it, has used up the processor time that its file
     /// gets, or has waited longer than `patience` for the disk, or for others. To be asked now and then while one takes
@@ -90,8 +94,8 @@ class Reader {
     base::FrameStream stream_;
     std::optional<std::string_view> body_;
     std::deque<std::uint32_t> questions_;
-    std::uint32_t answered_ = 0;
     std::optional<std::string_view> answer_;
+    std::size_t answers_ = 0;
     Clock::time_point since_ = Clock::now();
     std::optional<Look> firstLook_;
 };

@@ -106,9 +106,13 @@ bool greet(const std::optional<base::Descriptor>& asked, int socket) {
 void serveQuestions(Tool& tool, const std::vector<std::string>& folders, int socket) {
     if (!greet(confine(tool.limits().memoryBytes, folders), socket)) return;
     Questions questions(socket);
-    while (const auto question = questions.next()) {
+    while (auto question = questions.next()) {
+        const auto id = base::takeNumber(*question);
+        if (!id) return;
         const std::optional<std::string> answer = answerTo(tool, *question, questions);
-        const std::string body = answer ? '\1' + *answer : std::string(1, '\0');
+        std::string body = base::numberBytes(*id);
+        body += answer ? '\1' : '\0';
+        if (answer) body += *answer;
         if (!base::writeAll(socket, base::framed(body))) return;
     }
 }

@@ -194,8 +194,14 @@ void Service::takeAnswers(std::uint32_t number) {
             if (slot.reader->questions().empty()) return bury(number, false);
             continue;
         }
+        const std::uint32_t id = slot.reader->questions().front();
+        const std::optional<std::string_view> answer = slot.reader->answer();
+        const auto work = works_.find(id);
+        if (answer && work != works_.end() && !tool_.isSound(work->second.question, *answer))
+            return bury(number, false);
         slot.isStuck = slot.isHeldUp = false;
-        finish(slot.reader->answered(), slot.reader->answer(), true);
+        slot.reader->accept();
+        finish(id, answer, true);
     }
 }
 
@@ -206,7 +212,9 @@ void Service::bury(std::uint32_t number, bool isOverdue) {
     takeNotes();
     const std::unique_ptr<Reader> reader = std::move(slots_.at(number).reader);
     removeSlot(number);
-    const bool isGuilty = isOverdue || reader->endAndBlame();
+    const bool isFaulty = !isOverdue && reader->endAndBlame();
+    // What an earlier file has done to a reader is not the fault of the one in hand, either.
+    const bool isGuilty = isOverdue || (isFaulty && reader->isFresh());
     const std::deque<std::uint32_t>& questions = reader->questions();
     for (auto id = questions.rbegin(); id != questions.rend(); ++id) {
         const auto place = works_.find(*id);

@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -56,6 +57,10 @@ class Tool {
 
     /// Folders, beside the system's libraries, whose files `read` opens.
     virtual std::vector<std::string> dataFolders() const = 0;
+
+    /// Whether the answer is one that `read` can give to the question. One that is not comes from a reader that is no
+    /// longer ours, or from a mistake of our own.
+    virtual bool isSound(const std::string& question, std::string_view answer) const = 0;
 
     /// The reader's answer on a file; nothing when it makes no sense.
     virtual std::optional<std::string> read(const std::string& question, Content content) = 0;

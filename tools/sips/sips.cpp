@@ -76,25 +76,26 @@ bool leadsTo(const std::string& path, const std::optional<base::FileIdentity>& f
     return found && file && found->isSameFile(*file);
 }
 
-/// The pixels in a reader's answer; none unless the numbers are what was asked for and fit each other.
-Pixels pixelsFrom(std::string_view answer, int side) {
+/// A picture without its pixels, of the reader's answer, from which it is taken away; without a width unless the
+/// numbers are what was asked for and fit each other.
+Pixels takeShape(std::string_view& answer, int side) {
     const auto number = [&answer] { return static_cast<int>(base::takeNumber(answer).value_or(0)); };
     Pixels pixels;
-    const int width = number();
-    const int height = number();
-    const int channels = number();
+    pixels.width = number();
+    pixels.height = number();
+    pixels.channels = number();
     const auto fits = [side](int length) { return length >= 1 && length <= side; };
-    if (!fits(width) || !fits(height) || (channels != 3 && channels != 4)) return {};
-    if (answer.size() !=
-        std::size_t{1} * static_cast<unsigned>(width) * static_cast<unsigned>(height) * static_cast<unsigned>(channels))
-        return {};
-    return {width, height, channels, std::string(answer)};
+    if (!fits(pixels.width) || !fits(pixels.height) || (pixels.channels != 3 && pixels.channels != 4)) return {};
+    const auto size = std::size_t{1} * static_cast<unsigned>(pixels.width) * static_cast<unsigned>(pixels.height) *
+                      static_cast<unsigned>(pixels.channels);
+    return answer.size() == size ? pixels : Pixels{};
 }
 
 ToolResult finish(const Wish& wish, std::optional<std::string_view> answer,
                   const std::optional<base::FileIdentity>& source) {
-    const Pixels pixels = pixelsFrom(answer.value_or(std::string_view()), wish.side);
-    if (pixels.width == 0) return failure(wish.source, "Cannot be read as a picture");
+    if (!answer) return failure(wish.source, "Cannot be read as a picture");
+    Pixels pixels = takeShape(*answer, wish.side);
+    pixels.bytes = *answer;
     const std::string png = pngOf(pixels);
     if (png.empty()) return failure(wish.source, "Cannot be written as PNG");
     if (wish.target == outputName) return {png, {}, exitSuccess};
@@ -128,6 +129,10 @@ std::variant<Job, ToolResult> Sips::begin(const Arguments& arguments) const {
         return finish(wish, answer, file);
     };
     return job;
+}
+
+bool Sips::isSound(const std::string& question, std::string_view answer) const {
+    return takeShape(answer, sideFrom(question).value_or(largestSide)).width > 0;
 }
 
 std::optional<ToolResult> Sips::unopened(const std::string& path, const FileNote& note) const {

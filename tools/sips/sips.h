@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -23,6 +24,7 @@ class Sips final : public Tool {
     bool keepsAnswers() const override { return false; }
     std::variant<Job, ToolResult> begin(const Arguments& arguments) const override;
     std::optional<ToolResult> unopened(const std::string& path, const FileNote& note) const override;
+    bool isSound(const std::string& question, std::string_view answer) const override;
     void warmUp() const override;
     std::vector<std::string> dataFolders() const override;
     /// `question` is the most pixels on the longer side. The answer is width, height and channels as numbers
