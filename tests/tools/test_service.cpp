@@ -18,7 +18,7 @@ namespace {
 class Obedient final : public Tool {
   public:
     Limits limits() const override { return {256U << 20, seconds, 1U << 20}; }
-    bool keepsAnswers() const override { return true; }
+    bool keepsAnswers() const override { return keeps; }
     std::variant<Job, ToolResult> begin(const Arguments& arguments) const override {
         Job job{arguments.front(), "", [](std::optional<std::string_view> answer, const auto&) {
                     return ToolResult{std::string(answer.value_or("no sense")), {}, exitSuccess};
@@ -47,6 +47,7 @@ class Obedient final : public Tool {
     }
 
     unsigned seconds = 5;
+    bool keeps = true;
 
   private:
     static void say(const std::string& bytes) { ASSERT_TRUE(base::writeAll(3, bytes)); }
@@ -117,6 +118,26 @@ TEST_F(ServiceTest, WhatAFileHasDoneToAReaderHarmsNoFileAfterIt) {
         fresh.take({2, {folder.Put("good", "good")}});
         EXPECT_EQ(answer(fresh, 2), "read good") << harm;
     }
+}
+
+TEST_F(ServiceTest, AReaderHasNoTimeBetweenFilesAndMakesWayForANewOne) {
+    tool.keeps = false;
+    const std::string path = folder.Put("a", "a");
+    ask(1, path);
+    answer(1);
+    const pid_t reader = children().front();
+    while (readFile("/proc/" + std::to_string(reader) + "/stat").find(") T ") == std::string::npos) {
+        poll(nullptr, 0, service.patience());
+        service.work();
+    }
+    for (std::uint32_t id = 2; id <= Service::mostAnswers; ++id) {
+        ask(id, path);
+        EXPECT_EQ(answer(id), "read a");
+        if (id == 2) {
+            EXPECT_EQ(children(), std::vector{reader});
+        }
+    }
+    while (!children().empty()) poll(nullptr, 0, 1);
 }
 
 TEST_F(ServiceTest, WhatWasReadIsKnownUntilTheFileChanges) {

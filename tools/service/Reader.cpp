@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <ctime>
 #include <fstream>
 #include <string>
@@ -30,7 +31,16 @@ void Reader::awaited(std::vector<pollfd>& descriptors) const {
     if (gatekeeper_) descriptors.push_back({gatekeeper_->descriptor(), POLLIN, 0});
 }
 
+void Reader::pause() {
+    isPaused_ = isPaused_ || kill(process_.process(), SIGSTOP) == 0;
+}
+
+void Reader::resume() {
+    if (std::exchange(isPaused_, false)) kill(process_.process(), SIGCONT);
+}
+
 void Reader::handed(std::uint32_t id) {
+    resume();
     if (questions_.empty()) since_ = Clock::now();
     questions_.push_back(id);
 }

@@ -60,8 +60,15 @@ class Reader {
     /// The question in hand has its answer: the next one is in hand.
     void accept();
 
-    /// Whether it has answered nothing so far.
-    bool isFresh() const { return answers_ == 0; }
+    /// The questions that it has answered.
+    std::size_t answers() const { return answers_; }
+    /// When it was started.
+    Clock::time_point birth() const { return birth_; }
+
+    /// Takes all processor time away from it, until it is handed a question or this is taken back.
+    void pause();
+    void resume();
+    bool isPaused() const { return isPaused_; }
 
     /// Whether the question in hand, since this was first asked of it, has used up the processor time that its file
     /// gets, or has waited longer than `patience` for the disk, or for others. To be asked now and then while one takes
@@ -96,6 +103,8 @@ class Reader {
     std::deque<std::uint32_t> questions_;
     std::optional<std::string_view> answer_;
     std::size_t answers_ = 0;
+    bool isPaused_ = false;
+    Clock::time_point birth_ = Clock::now();
     Clock::time_point since_ = Clock::now();
     std::optional<Look> firstLook_;
 };

@@ -17,6 +17,15 @@ using namespace std::chrono_literals;
 /// Readers that nobody has asked for so long give back their memory.
 constexpr std::chrono::milliseconds unusedTime = 60s;
 
+/// A reader without a question is stopped so soon: whoever may have taken it over gets no processor time for himself.
+/// To stop it and to let it go on costs some microseconds, which are nothing at most so often.
+constexpr std::chrono::milliseconds idleAfter = 20ms;
+
+/// After `mostAnswers` files, or so long, a reader makes way for a new one: whoever has taken it over with a file is
+/// rid of then. A new one costs a few milliseconds, of which a search notices nothing at that many files, and a preview
+/// that takes as long itself nothing at such a time.
+constexpr std::chrono::milliseconds mostAge = 60s;
+
 /// How often readers at work are looked at. Their limits are seconds.
 constexpr std::chrono::milliseconds lookPeriod = 500ms;
 
@@ -120,7 +129,8 @@ int Service::patience() const {
     };
     for (const auto& [number, slot] : slots_) {
         if (slot.load == 0) {
-            atMost(std::max(millisecondsUntil(slot.reader->since() + unusedTime), 1));
+            const auto end = slot.reader->since() + (slot.reader->isPaused() ? unusedTime : idleAfter);
+            atMost(std::max(millisecondsUntil(end), 1));
         } else if (!slot.isStuck && slot.load > 1 && !slot.reader->questions().empty()) {
             const auto age = Clock::now() - slot.reader->since();
             atMost(static_cast<int>((age < heldUpAfter ? heldUpAfter : stuckAfter / 2).count()));
@@ -214,7 +224,7 @@ void Service::bury(std::uint32_t number, bool isOverdue) {
     removeSlot(number);
     const bool isFaulty = !isOverdue && reader->endAndBlame();
     // What an earlier file has done to a reader is not the fault of the one in hand, either.
-    const bool isGuilty = isOverdue || (isFaulty && reader->isFresh());
+    const bool isGuilty = isOverdue || (isFaulty && reader->answers() == 0);
     const std::deque<std::uint32_t>& questions = reader->questions();
     for (auto id = questions.rbegin(); id != questions.rend(); ++id) {
         const auto place = works_.find(*id);
@@ -236,7 +246,12 @@ void Service::look() {
         const auto age = now - slot.reader->since();
         const std::deque<std::uint32_t>& questions = slot.reader->questions();
         if (questions.empty()) {
-            if (slot.load == 0 && age >= unusedTime) ended.push_back(number);
+            if (slot.load > 0) continue;
+            if (age >= unusedTime || isWornOut(slot)) {
+                ended.push_back(number);
+            } else if (age >= idleAfter) {
+                slot.reader->pause();
+            }
             continue;
         }
         if (age >= lookPeriod && slot.reader->isOverdue(patienceWithFile_)) {
@@ -273,12 +288,18 @@ void Service::removeSlot(std::uint32_t number) {
     if (fetcher_) fetcher_->forget(number);
 }
 
+/// Whether it gets no further question.
+bool Service::isWornOut(const Slot& slot) {
+    return slot.reader->answers() + slot.load >= mostAnswers || Clock::now() - slot.reader->birth() >= mostAge;
+}
+
 /// The reader that has least to do. More are started up to their number while those there are at work; those that the
 /// disk holds do not count. 0 for none.
 std::uint32_t Service::chosenReader() {
     std::uint32_t least = 0;
     std::size_t able = 0;
     for (const auto& [number, slot] : slots_) {
+        if (isWornOut(slot)) continue;
         if (!slot.isHeldUp) ++able;
         if (!slot.isStuck && (least == 0 || slot.load < slots_.at(least).load)) least = number;
     }
@@ -325,6 +346,7 @@ bool Service::send(std::uint32_t id, Work& work) {
         work.stage = Work::Stage::opened;
         work.reader = reader;
         ++slots_.at(reader).load;
+        slots_.at(reader).reader->resume();
     }
     work.begun = Clock::now();
     return true;

@@ -38,6 +38,9 @@ class Service {
     /// How long a file's disk may keep us waiting.
     static constexpr std::chrono::seconds patienceWithFiles{30};
 
+    /// Files that a reader is asked about at most; see there.
+    static constexpr std::size_t mostAnswers = 2000;
+
     /// `tool` must outlive it. Readers are started as they are needed, up to `mostReaders` that the disk does not hold.
     Service(Tool& tool, std::size_t mostReaders, Reply reply,
             std::chrono::milliseconds patienceWithFile = patienceWithFiles);
@@ -100,6 +103,7 @@ class Service {
     void finish(std::uint32_t id, std::optional<std::string_view> answer, bool worthKeeping);
     void reply(const Work& work, std::optional<std::string_view> answer);
     void unload(Work& work);
+    static bool isWornOut(const Slot& slot);
     std::uint32_t chosenReader();
     bool hasFetcher();
     void loseFetcher();
