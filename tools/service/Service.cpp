@@ -129,7 +129,8 @@ int Service::patience() const {
     };
     for (const auto& [number, slot] : slots_) {
         if (slot.load == 0) {
-            const auto end = slot.reader->since() + (slot.reader->isPaused() ? unusedTime : idleAfter);
+            const bool isIdle = slot.reader->questions().empty() && !slot.reader->isPaused();
+            const auto end = slot.reader->since() + (isIdle ? idleAfter : unusedTime);
             atMost(std::max(millisecondsUntil(end), 1));
         } else if (!slot.isStuck && slot.load > 1 && !slot.reader->questions().empty()) {
             const auto age = Clock::now() - slot.reader->since();
