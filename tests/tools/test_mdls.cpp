@@ -11,6 +11,8 @@ namespace {
 
 using testing::HasSubstr;
 using testing::IsEmpty;
+using namespace std::string_literals;
+using namespace std::string_view_literals;
 
 std::string value(const std::string& path, const std::string& attribute) {
     const ToolResult result = mdls({"-name", attribute, "-raw", path});
@@ -169,6 +171,30 @@ TEST(Mdls, AFileThatNoReaderSurvivesHasItsKindByName) {
     const Job job =
         std::get<Job>(Mdls().begin({"-name", "kMDItemKind", "-name", "kMDItemPixelWidth", "-raw", "a/b.png"}));
     EXPECT_EQ(job.finish(std::nullopt, std::nullopt).output, std::string("PNG image\0(null)", 16));
+}
+
+TEST(Mdls, AValueNeitherLooksLikeAnotherOneNorSteersATerminal) {
+    const Job job = std::get<Job>(Mdls().begin({"-name", "kMDItemDescription", "-name", "kMDItemKind", "a.png"}));
+    EXPECT_EQ(job.finish("kMDItemDescription\0one\r\nkMDItemKind = x\n\x1b[2Jy\r\u202ez\0"sv, std::nullopt).output,
+              "kMDItemDescription = one\n    kMDItemKind = x\n    \ufffd[2Jy\ufffd\ufffdz\nkMDItemKind = (null)\n");
+}
+
+TEST(Mdls, OnlyWhatAReaderCanSayIsTakenForAnAnswer) {
+    const std::string longest(65536, 'x');
+    const std::pair<std::string, bool> cases[] = {
+        {"", true},
+        {"kMDItemCopyright\0a\nb\0kMDItemKind\0\0"s, true},
+        {"kMDItemKind\0"s + longest + '\0', true},
+        {"kMDItemKind\0"s + longest + "x\0"s, false},
+        {"kMDItemKind\0x"s, false},
+        {"kMDItemKind\0"s, false},
+        {"kMDItemKind\0x\0y\0"s, false},
+        {"kMDItemKind\0x\0kMDItemKind\0y\0"s, false},
+        {"kMDItemKind\0x\0kMDItemCopyright\0y\0"s, false},
+        {"kMDItemUnheardOf\0x\0"s, false},
+        {"kMDItemKind\0x\xc3\0"s, false},
+    };
+    for (const auto& [answer, sound] : cases) EXPECT_EQ(Mdls().isSound({}, answer), sound) << answer.substr(0, 80);
 }
 
 TEST(Mdls, FilesThatMakeNoSenseHaveNoValuesAndAreNoFailure) {

@@ -4,6 +4,7 @@
 #include <QTextBoundaryFinder>
 #include <algorithm>
 
+#include "base/Utf8.h"
 #include "framework/ui/drawing/Native.h"
 
 namespace framework::native {
@@ -19,11 +20,21 @@ qsizetype CutPlace(const QString& text, qsizetype end) {
     return start + (finder.isAtBoundary() ? finder.position() : finder.toPreviousBoundary());
 }
 
+QString Harmless(QString text) {
+    constexpr QChar kSign(QChar::ReplacementCharacter);
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar character = text.at(i);
+        const bool stays = character == u'\n' || character == u'\r' || character == u'\t';
+        if (!stays && base::steers(character.unicode())) text[i] = kSign;
+    }
+    return text;
+}
+
 QString ToQt(const String& text, qsizetype longest) {
     // No character takes more bytes than this for a unit.
     constexpr qsizetype kMostBytes = 4;
     const QString start = ToQt(text.Slice(0, static_cast<std::size_t>(kMostBytes * longest)));
-    return start.size() <= longest ? start : start.left(CutPlace(start, longest)) + kRest;
+    return Harmless(start.size() <= longest ? start : start.left(CutPlace(start, longest)) + kRest);
 }
 
 }  // namespace framework::native

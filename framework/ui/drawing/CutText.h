@@ -14,7 +14,11 @@ inline constexpr QChar kRest(0x2026);
 /// size where it is no longer than that.
 qsizetype CutPlace(const QString& text, qsizetype end);
 
-/// A text for the screen, or its beginning of at most `longest` UTF-16 units and a mark for the rest.
+/// A text of the same length in which a sign stands for each character that would not be seen but change what is: texts
+/// of files could look like others by them. Line ends and tabulators stay.
+QString Harmless(QString text);
+
+/// A harmless text for the screen, or its beginning of at most `longest` UTF-16 units and a mark for the rest.
 QString ToQt(const String& text, qsizetype longest);
 
 }  // namespace framework::native

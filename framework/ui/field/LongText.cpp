@@ -57,7 +57,7 @@ LongText::LongText(const QString& whole) : whole_(whole) {
 }
 
 void LongText::show(qsizetype end) {
-    shown_ += QStringView(whole_).mid(done_, end - done_);
+    shown_ += Harmless(whole_.mid(done_, end - done_));
     done_ = end;
 }
 

@@ -8,7 +8,7 @@ namespace framework::native {
 
 /// A text of any length for a field that only shows it. Of lines without end, or of lines without number, a part is
 /// shown that a person may look through: the toolkit would take long to lay out the whole. What is taken from the field
-/// comes from the whole text.
+/// comes from the whole text, of which every character that steers is shown as a sign (see Harmless).
 class LongText {
   public:
     explicit LongText(const QString& whole = {});

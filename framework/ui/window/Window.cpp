@@ -10,6 +10,7 @@
 #include "framework/core/desktop/Application.h"
 #include "framework/core/threads/Dispatch.h"
 #include "framework/core/threads/Waiting.h"
+#include "framework/ui/drawing/CutText.h"
 #include "framework/ui/drawing/LayoutScale.h"
 #include "framework/ui/drawing/Native.h"
 #include "framework/ui/menu/KeySequence.h"
@@ -120,7 +121,8 @@ void Window::Title(const String& title) {
     title_ = title;
     if (internal::IsDisplayLost()) return;
     // "[*]" stands for a mark that Qt puts there; doubled, for itself.
-    frame_->setWindowTitle(native::ToQt(title).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+    frame_->setWindowTitle(
+        native::Harmless(native::ToQt(title)).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
 }
 
 int Window::Left() const {

@@ -191,6 +191,12 @@ TEST_F(Controls, AReadOnlyTextCanBeReadToItsEndAndCopied) {
         EXPECT_TRUE(shown.isValidUtf16()) << "cut between characters";
         EXPECT_LT(shown.size(), 4'000) << "all that is laid out";
     }
+    area->Text("photo\u202egpj.exe\tx\x1b\u009b\ny");
+    EXPECT_EQ(static_cast<QPlainTextEdit*>(area->Native())->toPlainText().toStdString(),
+              "photo\ufffdgpj.exe\tx\ufffd\ufffd\ny");
+    area->Edit(EditTarget::Command::SelectAll);
+    EXPECT_EQ(copied(), "photo\u202egpj.exe\tx\x1b\u009b\ny");
+    area->Text(String(repeated(30'000, "x\r\n") + "end"));
     area->ReadOnly(false);
     EXPECT_EQ(static_cast<QPlainTextEdit*>(area->Native())->toPlainText().size(), 60'003);
 }

@@ -47,6 +47,13 @@ TEST_F(ListboxTest, ShowsTextsOnOneLineAndNeverAsMarkup) {
     EXPECT_TRUE(tipAt(0).contains("&lt;b&gt;first"));
     EXPECT_EQ(tipAt(2), "helps");
 
+    const std::string deceptive = "photo\u202egpj.exe\u009b\u2069";
+    list->Cell(0, 0, String(deceptive));
+    list->CellHelpTag(0, 0, String(deceptive));
+    EXPECT_EQ(cell.data().toString().toStdString(), "photo\ufffdgpj.exe\ufffd\ufffd");
+    EXPECT_FALSE(tipAt(0).contains(QChar(0x202e)));
+    EXPECT_EQ(list->Cell(0, 0).ToStd(), deceptive);
+
     // A picture is four bytes and two units of the toolkit's text, and an accent belongs to its letter.
     for (const char* const part : {"\U0001f5bc", "e\u0301"}) {
         for (std::string text : {"", "x", "xx", "xxx"}) {
