@@ -281,6 +281,7 @@ std::optional<base::Descriptor> filterCalls(PathsBy by) {
         add(SCMP_ACT_ALLOW, control, {argument(1, all, static_cast<scmp_datum_t>(command))});
 #ifdef __SANITIZE_ADDRESS__  // how the sanitizer finds out whether memory may be read
     add(SCMP_ACT_ALLOW, SCMP_SYS(pipe2));
+    add(SCMP_ACT_ALLOW, control, {argument(1, all, F_SETFL)});
 #endif
     // The end by abort().
     add(SCMP_ACT_ALLOW, SCMP_SYS(tgkill), {argument(0, all, static_cast<scmp_datum_t>(getpid()))});
