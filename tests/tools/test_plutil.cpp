@@ -4,9 +4,11 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <cstdint>
 #include <filesystem>
 
+#include "tests/support/ForkedProcess.h"
 #include "tests/tools/TestFiles.h"
 
 namespace marrowbeck::tools {
@@ -64,6 +66,14 @@ TEST(Plutil, ConvertsThereAndBackInPlace) {
     EXPECT_TRUE(std::filesystem::is_symlink(link));
     EXPECT_TRUE(readFile(path).starts_with("bplist00"));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 2);
+}
+
+TEST(Plutil, ReadsNothingWhereNobodyCanBeConfined) {
+    const TemporaryFolder folder;
+    const std::string path = folder.Put("a.plist", document);
+    EXPECT_TRUE(test::InForkedProcess(
+        [&path] { return test::RefuseCall(SYS_capset, EPERM) && convert("binary1", path).status == exitFailure; }));
+    EXPECT_EQ(readFile(path), document);
 }
 
 TEST(Plutil, RefusesWhatItDoesNotKnow) {

@@ -183,6 +183,8 @@ FolderLook::Outcome FolderLook::answerOn(Entry& entry) {
 
 FolderLook::Outcome FolderLook::answerByContent(const Entry& entry, bool isReadable) {
     const InputFile file(pathOf(entry));
+    // No confined reader for these: the first bytes are held against fixed patterns, and nothing that they say of
+    // themselves is followed.
     const bool isWanted =
         terms_.types.isWanted(name(entry), file.isOpen() ? file.head(MimeTypes::contentBytes) : std::string());
     if (isWanted) {

@@ -2,21 +2,25 @@
 #include "tools/plutil/plutil.h"
 
 #include <plist.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <initializer_list>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
 
 #include "tools/plutil/PropertyListCheck.h"
-#include "tools/service/InputFile.h"
 #include "tools/service/ReplacementFile.h"
+#include "tools/service/Service.h"
+#include "tools/service/Tool.h"
 
 namespace marrowbeck::tools {
 
@@ -87,35 +91,88 @@ Output write(const Tree& tree, Form form) {
     return output;
 }
 
-/// The converted file, or why there is none.
-std::string convert(const InputFile& file, Form form, Output& output) {
-    struct stat status {};
-    if (fstat(file.descriptor(), &status) != 0) return "Cannot be read";
-    if (static_cast<unsigned long long>(status.st_size) > largestFile) return "Too large";
-    const std::string content = file.head(static_cast<size_t>(status.st_size));
-    if (std::string refusal = checkPropertyList(content); !refusal.empty()) return refusal;
-    const Tree tree = read(content);
-    if (!tree) return "Not a property list";
-    output = write(tree, form);
-    return output.bytes && output.size > 0 ? "" : "Cannot be converted";
+/// What a reader says: a converted file, or why there is none.
+constexpr char converted = 'C';
+constexpr char refused = 'R';
+
+constexpr std::size_t longestReason = 200;
+/// The most that a frame holds, with some room for what else is in it.
+constexpr std::uint32_t longestAnswer = std::numeric_limits<std::uint32_t>::max() - 64;
+
+std::string convert(std::string_view file, Form form) {
+    if (file.size() > largestFile) return refused + std::string("Too large");
+    if (const std::string refusal = checkPropertyList(file); !refusal.empty()) return refused + refusal;
+    Tree tree = read(file);
+    if (!tree) return refused + std::string("Not a property list");
+    const Output output = write(tree, form);
+    tree.reset();
+    if (output.size >= longestAnswer) return refused + std::string("Too large");
+    if (!output.bytes || output.size == 0) return refused + std::string("Cannot be converted");
+    std::string answer(1, converted);
+    return answer.append(output.View());
 }
+
+ToolResult failure(const std::string& path, std::string_view reason) {
+    return {{}, "plutil: " + path + ": " + std::string(reason) + "\n", exitFailure};
+}
+
+ToolResult finish(const Request& request, std::optional<std::string_view> answer) {
+    if (!answer) return failure(request.path, "Not a property list");
+    const std::string_view rest = answer->substr(1);
+    if (answer->front() == refused) return failure(request.path, rest);
+    if (request.toOutput) return {std::string(rest), {}, exitSuccess};
+    ReplacementFile replacement(request.path);
+    if (!replacement.replaceWith(rest)) return failure(request.path, replacement.error());
+    return {};
+}
+
+class Plutil final : public Tool {
+  public:
+    Limits limits() const override {
+        Limits limits;
+        // Room for the largest document that passes the checks, as a tree and as text at once.
+        limits.memoryBytes = 6ULL << 30;
+        limits.seconds = 120;
+        limits.answerBytes = std::numeric_limits<std::uint32_t>::max();
+        return limits;
+    }
+    bool keepsAnswers() const override { return false; }
+    std::variant<Job, ToolResult> begin(const Arguments& arguments) const override {
+        std::optional<Request> request = parse(arguments);
+        if (!request) return ToolResult{{}, usage, exitUsage};
+        Job job;
+        job.path = request->path;
+        job.question = request->form == Form::binary ? binaryWord : "";
+        job.finish = [request = std::move(*request)](std::optional<std::string_view> answer, const auto&) {
+            return finish(request, answer);
+        };
+        return job;
+    }
+    std::optional<ToolResult> unopened(const std::string& path, const FileNote& note) const override {
+        return failure(path, note.error);
+    }
+    bool isSound(const std::string& /*question*/, std::string_view answer) const override {
+        if (answer.size() < 2) return false;
+        const std::string_view rest = answer.substr(1);
+        return answer.front() == converted || (answer.front() == refused && rest.size() <= longestReason &&
+                                               std::ranges::all_of(rest, [](char c) { return c >= ' ' && c <= '~'; }));
+    }
+    void warmUp() const override {}
+    std::vector<std::string> dataFolders() const override { return {}; }
+    std::optional<std::string> read(const std::string& question, Content content) override {
+        return convert({reinterpret_cast<const char*>(content.data()), content.size()},
+                       question == binaryWord ? Form::binary : Form::xml);
+    }
+
+  private:
+    static constexpr const char* binaryWord = "binary";
+};
 
 }  // namespace
 
 ToolResult plutil(const Arguments& arguments) {
-    const std::optional<Request> request = parse(arguments);
-    if (!request) return {{}, usage, exitUsage};
-    const auto failure = [&](const std::string& reason) {
-        return ToolResult{{}, "plutil: " + request->path + ": " + reason + "\n", exitFailure};
-    };
-    const InputFile file(request->path);
-    if (!file.isOpen()) return failure(file.error());
-    Output output;
-    if (const std::string refusal = convert(file, request->form, output); !refusal.empty()) return failure(refusal);
-    if (request->toOutput) return {std::string(output.View()), {}, exitSuccess};
-    ReplacementFile replacement(request->path);
-    if (!replacement.replaceWith(output.View())) return failure(replacement.error());
-    return {};
+    Plutil tool;
+    return runOnce(tool, arguments);
 }
 
 }  // namespace marrowbeck::tools

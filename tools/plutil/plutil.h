@@ -9,8 +9,8 @@ namespace marrowbeck::tools {
 /// form, into the one asked for, in its own place, or with `-o -` on standard output.
 ///
 /// The new file is written beside the old one and renamed over it. On failure
-/// the file stays as it was. What is larger than `largestFile`, or breaks the
-/// limits of `checkPropertyList`, is refused.
+/// the file stays as it was. A process of its own reads it, confined as those that read pictures. What is larger than
+/// `largestFile`, or breaks the limits of `checkPropertyList`, is refused.
 ToolResult plutil(const Arguments& arguments);
 
 /// Bytes of a file that is still converted.

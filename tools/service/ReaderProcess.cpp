@@ -110,10 +110,12 @@ void serveQuestions(Tool& tool, const std::vector<std::string>& folders, int soc
         const auto id = base::takeNumber(*question);
         if (!id) return;
         const std::optional<std::string> answer = answerTo(tool, *question, questions);
-        std::string body = base::numberBytes(*id);
-        body += answer ? '\1' : '\0';
-        if (answer) body += *answer;
-        if (!base::writeAll(socket, base::framed(body))) return;
+        // Answers may be large: each is copied once.
+        const std::string_view words = answer ? std::string_view(*answer) : std::string_view();
+        std::string head = base::numberBytes(*id);
+        head += answer ? '\1' : '\0';
+        std::string frame = base::numberBytes(static_cast<std::uint32_t>(head.size() + words.size())) + head;
+        if (!base::writeAll(socket, frame.append(words))) return;
     }
 }
 

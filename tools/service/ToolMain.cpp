@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "tools/service/ToolMain.h"
 
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -24,13 +23,6 @@ ToolResult versionOf(const std::string& program) {
     return {nameOf(program) + " (Marrowbeck) " MARROWBECK_VERSION "\n", {}, exitSuccess};
 }
 
-void lower(__rlimit_resource resource, rlim_t value) {
-    rlimit limit{};
-    if (getrlimit(resource, &limit) != 0) return;
-    limit.rlim_cur = std::min(limit.rlim_cur, value);
-    setrlimit(resource, &limit);
-}
-
 }  // namespace
 
 int runTool(const std::function<ToolResult(const Arguments&)>& tool, int argumentCount, char** arguments) noexcept {
@@ -48,15 +40,6 @@ int runTool(const std::function<ToolResult(const Arguments&)>& tool, int argumen
         base::writeAll(STDERR_FILENO, "\n");
         return exitFailure;
     }
-}
-
-void limitProcess(unsigned long long memoryBytes, unsigned processorSeconds) noexcept {
-    lower(RLIMIT_CPU, processorSeconds);
-#ifndef __SANITIZE_ADDRESS__  // the sanitizer's own bookkeeping counts as data, and is larger than any limit
-    lower(RLIMIT_DATA, memoryBytes);
-#else
-    static_cast<void>(memoryBytes);
-#endif
 }
 
 }  // namespace marrowbeck::tools

@@ -14,9 +14,4 @@ namespace marrowbeck::tools {
 /// every tool refuses to be called without arguments, and to `--version` the version.
 int runTool(const std::function<ToolResult(const Arguments&)>& tool, int argumentCount, char** arguments) noexcept;
 
-/// Bounds what the process may use from here on, so that a hostile file can end
-/// the tool but not the user's session. Memory that is refused is an ordinary
-/// `std::bad_alloc`; too much processor time ends the process.
-void limitProcess(unsigned long long memoryBytes, unsigned processorSeconds) noexcept;
-
 }  // namespace marrowbeck::tools
