@@ -127,7 +127,7 @@ TEST_F(ServiceTest, AReaderHasNoTimeBetweenFilesAndMakesWayForANewOne) {
     answer(1);
     const pid_t reader = children().front();
     while (readFile("/proc/" + std::to_string(reader) + "/stat").find(") T ") == std::string::npos) {
-        poll(nullptr, 0, service.patience());
+        poll(nullptr, 0, 1);
         service.work();
     }
     for (std::uint32_t id = 2; id <= Service::mostAnswers; ++id) {
