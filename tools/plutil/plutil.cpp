@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <initializer_list>
-#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -96,8 +95,8 @@ constexpr char converted = 'C';
 constexpr char refused = 'R';
 
 constexpr std::size_t longestReason = 200;
-/// The most that a frame holds, with some room for what else is in it.
-constexpr std::uint32_t longestAnswer = std::numeric_limits<std::uint32_t>::max() - 64;
+/// Bytes of a converted file, of which the supervisor holds one copy, or for a moment two.
+constexpr std::uint32_t longestResult = 3U << 30;
 
 std::string convert(std::string_view file, Form form) {
     if (file.size() > largestFile) return refused + std::string("Too large");
@@ -106,7 +105,7 @@ std::string convert(std::string_view file, Form form) {
     if (!tree) return refused + std::string("Not a property list");
     const Output output = write(tree, form);
     tree.reset();
-    if (output.size >= longestAnswer) return refused + std::string("Too large");
+    if (output.size > longestResult) return refused + std::string("Too large");
     if (!output.bytes || output.size == 0) return refused + std::string("Cannot be converted");
     std::string answer(1, converted);
     return answer.append(output.View());
@@ -133,7 +132,7 @@ class Plutil final : public Tool {
         // Room for the largest document that passes the checks, as a tree and as text at once.
         limits.memoryBytes = 6ULL << 30;
         limits.seconds = 120;
-        limits.answerBytes = std::numeric_limits<std::uint32_t>::max();
+        limits.answerBytes = longestResult + longestReason;
         return limits;
     }
     bool keepsAnswers() const override { return false; }

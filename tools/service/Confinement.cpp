@@ -52,7 +52,7 @@ const std::span<char> environmentBlock = [] {
     return std::span(first, *last + std::strlen(*last));
 }();
 
-/// Not even the bytes stay: names of sockets and tokens are in there.
+/// Not even the bytes stay, in this fork's own copy: names of sockets and tokens are in there.
 void forgetEnvironment() {
     std::vector<std::pair<std::string, std::string>> kept;
     for (const std::string_view name : variablesKept) {
