@@ -43,11 +43,20 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 if(NOT MARROWBECK_SANITIZE)
   # What not every processor has.
   include(CheckCXXCompilerFlag)
+  include(CheckLinkerFlag)
   foreach(flag -fstack-clash-protection -fcf-protection)
     string(MAKE_C_IDENTIFIER has${flag} has_flag)
     check_cxx_compiler_flag(${flag} ${has_flag})
     target_compile_options(marrowbeck_options INTERFACE $<$<BOOL:${${has_flag}}>:${flag}>)
   endforeach()
+  # The linker marks as protected only what it made of marked objects alone, and on some systems the C library's own
+  # first and last instructions (Scrt1.o, crti.o, crtn.o) are not. All of ours are.
+  check_linker_flag(CXX -Wl,-z,ibt,-z,shstk has_protection_marks)
+  if(has_fcf_protection AND has_protection_marks)
+    target_link_options(marrowbeck_options INTERFACE -Wl,-z,ibt,-z,shstk)
+  endif()
+  # An index out of bounds ends the process before it reads or writes there.
+  target_compile_definitions(marrowbeck_options INTERFACE _GLIBCXX_ASSERTIONS)
   target_compile_options(marrowbeck_options INTERFACE -fstack-protector-strong
                                                       "$<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
   target_link_options(marrowbeck_options INTERFACE -Wl,-z,relro,-z,now)
