@@ -3,13 +3,10 @@
 
 #include <QAccessible>
 #include <QApplication>
-#include <QKeyEvent>
-#include <QMenuBar>
 #include <QMessageBox>
 #include <QScreen>
 #include <QTest>
 
-#include "app/AboutWindow.h"
 #include "app/Colors.h"
 #include "framework/ui/dialog/AlertBox.h"
 #include "framework/ui/window/WindowFrame.h"
@@ -143,15 +140,6 @@ TEST_F(WindowLife, AMaximisedOneComesBackSoAndKeepsItsNormalBounds) {
     expectSaved(truth("maximized", true));
 }
 
-TEST_F(WindowLife, EscapeClosesTheAboutBox) {
-    App::Current()->_HelpAboutMarrowbeck_Action();
-    const Ref<AboutWindow> about = Global<AboutWindow>();
-    ASSERT_TRUE(about->Visible());
-    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier, "\x1b");
-    QApplication::sendEvent(about->Native(), &escape);
-    EXPECT_FALSE(about->Visible());
-}
-
 TEST_F(WindowLife, ClosingSavesWhatIsOnShow) {
     start("");
     window->Left(60);
@@ -166,11 +154,8 @@ TEST_F(WindowLife, ClosingSavesWhatIsOnShow) {
     window->Listbox1->HeadingIndex(2);
     window->Listbox1->ColumnSortDirection(2, -1);
     App::Current()->gFolder = "a<b & c";
-    window->UpdateCheckbox->Value(true);
-    window->UpdateCheckbox_Action(*window->UpdateCheckbox);
     window->Close();
     expectSaved(bounds(60, 70, 1000, 800));
-    expectSaved(truth("autoupdate", true));
     for (const char* key : {"Seg0", "Seg1", "Seg3", "Sub"}) expectSaved(truth(key, false));
     expectSaved(truth("Seg2", true));
     expectSaved(text("filterlabel", "Filtered"));
@@ -194,21 +179,6 @@ TEST_F(WindowLife, WhateverTakesTheKeysHasAName) {
     expectNames(QAccessible::queryAccessibleInterface(window->Native()), stops);
     EXPECT_GE(stops, 12);
     EXPECT_EQ(window->Native()->focusWidget(), window->Listbox1->Native()) << "the arrows go through the list at once";
-}
-
-TEST_F(WindowLife, KeysReloadStopAndOpenTheMenus) {
-    start("");
-    searchWith("sleep 100");
-    const auto runs = [this] { return window->SizeThread1->State() != Thread::NotRunning; };
-    ASSERT_TRUE(RunUntil([this] { return window->MyToolbar->StopTB->Enabled(); }));
-    window->Native()->activateWindow();
-    QTest::keyClick(window->Native(), Qt::Key_Escape);
-    EXPECT_FALSE(runs());
-    QTest::keyClick(window->Native(), Qt::Key_F5);
-    EXPECT_TRUE(runs());
-    QTest::keyClick(window->Native(), Qt::Key_F10);
-    auto* const menus = window->Native()->findChild<QMenuBar*>();
-    EXPECT_TRUE(menus->activeAction());
 }
 
 TEST_F(WindowLife, AFilterByKeyboardLeavesTheFocusWhereItWas) {

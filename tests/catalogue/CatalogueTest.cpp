@@ -55,6 +55,12 @@ std::string CatalogueTest::addFile(const std::string& name, std::size_t size) {
     return path;
 }
 
+std::string CatalogueTest::addImage(const std::string& name, const std::string& width, const std::string& height) {
+    const std::string path = addFile(name);
+    answer(path, plainFields(width, height));
+    return path;
+}
+
 void CatalogueTest::answer(const std::string& path, const std::vector<std::string>& fields) {
     write(path + ".image", joined(fields));
 }

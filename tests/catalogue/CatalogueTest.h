@@ -21,6 +21,9 @@ class CatalogueTest : public testing::Test {
 
     /// A file with some bytes in the folder of pictures; its path.
     std::string addFile(const std::string& name, std::size_t size = 100);
+    /// The same for an ordinary image.
+    std::string addImage(const std::string& name, const std::string& width = "4000",
+                         const std::string& height = "3000");
     /// What mdls answers for the file at `path`: to the question on the image, and to that on the camera.
     static void answer(const std::string& path, const std::vector<std::string>& fields);
     static void answerCamera(const std::string& path, const std::vector<std::string>& fields);

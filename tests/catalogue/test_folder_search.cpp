@@ -18,11 +18,6 @@ class FolderSearch : public CatalogueTest {
     }
 
     void choose(int item) { window->SegmentedControl1->Items(item)->Selected(true); }
-    std::string addImage(const std::string& name) {
-        const std::string path = addFile(name);
-        answer(path, plainFields());
-        return path;
-    }
 };
 
 TEST_F(FolderSearch, WalksDirectChildrenOfTheChosenTypes) {

@@ -35,11 +35,11 @@ class Wires : public CatalogueTest {
   protected:
     Wires() {
         pictures = root + "/pic:tures";
-        fs::create_directory(pictures);
+        // The size of b.jpg is shown as -5.03, that of d.jpg as -1521.08: as texts they stand the other way round.
         addPicture("a.jpg", "4000", Qt::red);
-        addPicture("b.jpg", "10000", Qt::green);
+        addPicture("b.jpg", "37814", Qt::green);
         addPicture("c.png", "900", Qt::blue);
-        addPicture("d.jpg", "20000", {});
+        addPicture("d.jpg", "30000", {});
         replaceTool("sips",
                     "for last; do :; done\nfor word; do if test -e \"$word.image\"; then printf 'makes %s; ' "
                     "\"${word##*/}\" >> " +
@@ -47,10 +47,8 @@ class Wires : public CatalogueTest {
         window->Subfoldercheckbox->Value(false);
     }
 
-    void addPicture(const std::string& name, const std::string& width, const QColor& color) {
-        const std::string path = pictures + "/" + name;
-        std::ofstream(path) << "x";
-        answer(path, plainFields(width, "900"));
+    void addPicture(const std::string& name, const std::string& side, const QColor& color) {
+        const std::string path = addImage(name, side, side);
         if (!color.isValid()) return;
         QImage thumbnail(100, 100, QImage::Format_RGB32);
         thumbnail.fill(color);
@@ -82,9 +80,9 @@ class Wires : public CatalogueTest {
     Hand row(int row) const {
         return [this, row] { QTest::mouseClick(view().viewport(), Qt::LeftButton, {}, placeOf(row)); };
     }
-    Hand doubleClickOnRow(int row) const {
+    Hand rowTwice(int row) const {
         return [this, row] {
-            QTest::mouseClick(view().viewport(), Qt::LeftButton, {}, placeOf(row));
+            this->row(row)();
             QTest::mouseDClick(view().viewport(), Qt::LeftButton, {}, placeOf(row));
         };
     }
@@ -93,6 +91,12 @@ class Wires : public CatalogueTest {
             const QHeaderView& header = *view().horizontalHeader();
             const int middle = header.sectionViewportPosition(column) + header.sectionSize(column) / 2;
             QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, QPoint(middle, header.height() / 2));
+        };
+    }
+    static Hand twice(const Hand& hand) {
+        return [hand] {
+            hand();
+            hand();
         };
     }
     /// Chooses from the menu that opens by the right button.
@@ -166,6 +170,7 @@ class Wires : public CatalogueTest {
         }
         rowsBefore = rows();
         colorBefore = previewColor();
+        emptyBefore = window->DataLabel->Text().IsEmpty();
         done.clear();
         fs::remove_all(thumbnails);
         std::ofstream((fs::create_directories(thumbnails), thumbnails + "/old")) << "x";
@@ -189,9 +194,12 @@ class Wires : public CatalogueTest {
         add(!fs::exists(thumbnails + "/old"), "empties");
         add(rows() != rowsBefore, "rows" + rows());
         add(previewColor() != colorBefore, previewColor());
-        const bool runs = window->SizeThread1->State() != Thread::NotRunning;
-        const bool canStop = window->MyToolbar->StopTB->Enabled();
-        add(runs || canStop, runs && canStop ? "searches" : "is about to");
+        add(window->DataLabel->Text().IsEmpty() && !emptyBefore, "tells nothing");
+        add(window->Native()->findChild<QMenuBar*>()->activeAction(), "menus");
+        const int signs = int(window->SizeThread1->State() != Thread::NotRunning) + window->ProgressWheel1->Visible() +
+                          window->MyToolbar->StopTB->Enabled() + !window->SegmentedControl1->Enabled();
+        add(signs > 0, signs == 4 ? "searches" : "is about to");
+        add(window->gDropFolderpath != Nil, "waits");
         add(!otherWindow().empty(), otherWindow());
         for (std::size_t at = 0; (at = text.find(home)) != std::string::npos;) text.replace(at, home.size(), "~");
         return text;
@@ -210,6 +218,7 @@ class Wires : public CatalogueTest {
     QPointer<QFileDialog> asked;
     std::string rowsBefore;
     std::string colorBefore;
+    bool emptyBefore = true;
     std::string done;
     /// So much is known of the log of what was made.
     std::size_t made = 0;
@@ -223,6 +232,13 @@ TEST_F(Wires, EachLeadsFromTheHandToWhatThePersonWants) {
         return [this, start] {
             replaceTool("mdfind", "sleep 100\n");
             start();
+        };
+    };
+    const auto gone = [this](const char* name) {
+        return [this, name] {
+            fs::remove(pictures + "/" + name);
+            tool("Open Image")();
+            tool("Show File")();
         };
     };
     const struct {
@@ -241,28 +257,40 @@ TEST_F(Wires, EachLeadsFromTheHandToWhatThePersonWants) {
         {"the tool for the file manager", tool("Show File"), "shows file://~/test/pic:tures/a.jpg; "},
         {"the preview", doubleClick(window->Canvas1->Native()), "opens file://~/test/pic%3Atures/a.jpg\n; "},
         {"a row", row(1), "makes b.jpg; green; "},
-        {"a row, twice", doubleClickOnRow(1), "opens file://~/test/pic%3Atures/b.jpg\n; "},
+        {"a row, twice", rowTwice(1), "opens file://~/test/pic%3Atures/b.jpg\n; "},
         {"a row without a preview", row(3), "makes d.jpg; none; "},
-        {"that, twice: nothing is opened", doubleClickOnRow(3), ""},
+        {"that, twice: nothing is opened", rowTwice(3), ""},
         {"the menu of a row", menuOfRow(0, reveal), "shows file://~/test/pic:tures/a.jpg; "},
         {"a key in the list", key(Qt::Key_Down), "makes b.jpg; green; "},
-        {"the menu of another row", menuOfRow(2, open), "opens file://~/test/pic%3Atures/c.png\n; "},
-        {"all rows", key(Qt::Key_A, Qt::ControlModifier), "none; "},
+        {"two keys at once", twice(key(Qt::Key_Down)), "makes d.jpg; none; "},
+        {"a key back", key(Qt::Key_Up), "makes c.png; blue; "},
+        {"the menu of another row", menuOfRow(1, open), "opens file://~/test/pic%3Atures/b.jpg\n; "},
+        {"all rows", key(Qt::Key_A, Qt::ControlModifier), "none; tells nothing; "},
+        {"the tool for the viewer of all rows", tool("Open Image"), ""},
+        {"the tool for the file manager of all rows", tool("Show File"), ""},
         {"the menu of all rows", menuOfRow(2, reveal), ""},
         {"a row again", row(0), "makes a.jpg; red; "},
-        {"a heading", heading(3), "rows c.png a.jpg b.jpg d.jpg; "},
-        {"a row of numbers", row(1), ""},
-        {"the heading again", heading(3), "rows d.jpg b.jpg a.jpg c.png; "},
-        {"a row after a sort", row(3), "makes c.png; blue; "},
-        {"another heading", heading(0), "rows a.jpg b.jpg c.png d.jpg; "},
-        {"a filter", segment(Window1::kPngItem), "makes c.png; rows c.png; "},
+        {"a heading", heading(1), "rows d.jpg b.jpg c.png a.jpg; "},
+        {"the heading again", heading(1), "rows a.jpg c.png b.jpg d.jpg; "},
+        {"the last row", row(3), "makes d.jpg; none; "},
+        {"a heading that leaves it there", heading(0), "rows a.jpg b.jpg c.png d.jpg; "},
+        {"a row after a sort", row(0), "makes a.jpg; red; "},
+        {"a filter", segment(Window1::kPngItem), "makes c.png; rows c.png; blue; "},
         {"no filter", segment(Window1::kAllItem), "makes a.jpg; rows a.jpg b.jpg c.png d.jpg; red; "},
-        {"the tool to reload", tool("Reload"), "makes a.jpg; empties; "},
+        {"a file that has gone", gone("a.jpg"), ""},
+        {"the tool to reload", tool("Reload"), "makes b.jpg; empties; rows b.jpg c.png d.jpg; green; "},
         {"with subfolders", click(window->Subfoldercheckbox->Native()), ""},
-        {"the key to reload", hangingSearch(key(Qt::Key_F5)), "empties; rows; none; searches; "},
+        {"the key to reload", hangingSearch(key(Qt::Key_F5)), "empties; rows; none; tells nothing; searches; "},
         {"the key to stop", key(Qt::Key_Escape), ""},
         {"a search", tool("Reload"), "empties; searches; "},
+        {"another meanwhile", tool("Reload"), "searches; "},
+        {"a filter meanwhile", segment(Window1::kPngItem), "searches; "},
+        {"a folder that has to wait", drop(root + "/tools"), "searches; waits; "},
+        {"the key to stop again", key(Qt::Key_Escape), "waits; "},
+        {"the button for what waits", click(window->ChooseBtn->Native()), "empties; searches; "},
         {"the tool to stop", tool("Stop"), ""},
+        {"the key of the menus", key(Qt::Key_F10), "menus; "},
+        {"the key out of them", key(Qt::Key_Escape), ""},
         {"the Help menu", menuBar("Help", "About Marrowbeck"), "About Marrowbeck; "},
         {"the key to close", key(Qt::Key_Escape), ""},
         {"the box for updates", click(window->UpdateCheckbox->Native()), ""},
@@ -273,7 +301,7 @@ TEST_F(Wires, EachLeadsFromTheHandToWhatThePersonWants) {
         begin();
         ASSERT_TRUE(act) << what;
         act();
-        ServeEvents([&] { return news() == expected && rests(); }, 4000);
+        RunUntil([&] { return news() == expected && rests(); });
         ASSERT_EQ(news(), expected) << what;
     }
     window->Close();

@@ -21,7 +21,7 @@ constexpr int held = O_PATH | O_NOFOLLOW | O_CLOEXEC;
 
 struct stat statusOf(const base::Descriptor& file) {
     struct stat status {};
-    ::fstat(file.Number(), &status);
+    if (::fstat(file.Number(), &status) != 0) status.st_uid = static_cast<uid_t>(-1);  // nobody's
     return status;
 }
 
